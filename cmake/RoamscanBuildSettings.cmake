@@ -1,0 +1,34 @@
+# How every target of this project is compiled. Call roamscan_build_settings(target) on each.
+
+# The settings that results and layouts depend on, and the warnings. Nothing of it reaches a consumer but the
+# alignment of Eigen's types, which is part of the library's binary interface.
+function(roamscan_build_settings target)
+    target_compile_features(${target} PRIVATE cxx_std_20)
+    set_target_properties(
+        ${target}
+        PROPERTIES CXX_EXTENSIONS OFF
+                   CXX_VISIBILITY_PRESET hidden
+                   VISIBILITY_INLINES_HIDDEN ON
+                   POSITION_INDEPENDENT_CODE ON)
+    if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+        target_compile_options(
+            ${target}
+            PRIVATE -Wall
+                    -Wextra
+                    -Wpedantic
+                    -Wconversion
+                    -Wshadow
+                    # Products and sums round one by one on every machine, so results are the same to the last bit.
+                    -ffp-contract=off
+                    # Calls inside the library may be inlined although the symbols are exported.
+                    -fno-semantic-interposition)
+        if(ROAMSCAN_WARNINGS_AS_ERRORS)
+            target_compile_options(${target} PRIVATE -Werror)
+        endif()
+    endif()
+    if(ROAMSCAN_SANITIZE)
+        target_compile_options(${target} PRIVATE -fsanitize=${ROAMSCAN_SANITIZE} -fno-omit-frame-pointer
+                                                 -fno-sanitize-recover=all)
+        target_link_options(${target} PRIVATE -fsanitize=${ROAMSCAN_SANITIZE})
+    endif()
+endfunction()

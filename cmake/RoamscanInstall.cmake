@@ -1,0 +1,29 @@
+# The package: headers by their rooms, without what is not for plug-ins, and find_package(RoamscanDataStructures).
+
+include(CMakePackageConfigHelpers)
+
+set(packageDir "${CMAKE_INSTALL_LIBDIR}/cmake/RoamscanDataStructures")
+
+install(
+    TARGETS RoamscanDataStructures
+    EXPORT RoamscanDataStructuresTargets
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+install(
+    DIRECTORY "${PROJECT_SOURCE_DIR}/roamscan"
+    DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}"
+    FILES_MATCHING
+    PATTERN "*.h"
+    PATTERN "detail" EXCLUDE
+    PATTERN "startup" EXCLUDE)
+install(
+    EXPORT RoamscanDataStructuresTargets
+    NAMESPACE RoamscanDataStructures::
+    DESTINATION "${packageDir}")
+configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/RoamscanDataStructuresConfig.cmake.in"
+                              "${PROJECT_BINARY_DIR}/RoamscanDataStructuresConfig.cmake" INSTALL_DESTINATION "${packageDir}")
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/RoamscanDataStructuresConfigVersion.cmake"
+                                 COMPATIBILITY SameMinorVersion)
+install(FILES "${PROJECT_BINARY_DIR}/RoamscanDataStructuresConfig.cmake"
+              "${PROJECT_BINARY_DIR}/RoamscanDataStructuresConfigVersion.cmake" DESTINATION "${packageDir}")

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <compare>
+#include <cstdint>
+
+namespace Bv_1_1
+{
+
+/// The version of a class as its record states it.
+struct ClassVersion
+{
+    std::uint32_t number = 0;
+
+    [[nodiscard]] friend constexpr auto operator<=>(ClassVersion const&, ClassVersion const&) = default;
+};
+
+} // namespace Bv_1_1

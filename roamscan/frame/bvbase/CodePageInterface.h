@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstdint>
+
+namespace Bv_1_1
+{
+
+/// A narrow text together with the number of the code page that it is written in, such as 65001 for UTF-8.
+struct CodePageInterface
+{
+    std::uint32_t codePage = 0;
+    char const* text = nullptr;
+};
+
+} // namespace Bv_1_1

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+
+namespace Bv_1_1
+{
+
+/// A scan point: a position, then six bytes of payload. All zero unless given.
+template <typename V>
+struct ScanPtColor
+{
+    V position{};
+    std::uint16_t intensity = 0;
+    std::uint8_t r = 0;
+    std::uint8_t g = 0;
+    std::uint8_t b = 0;
+    std::uint8_t a = 0;
+
+    [[nodiscard]] friend constexpr bool operator==(ScanPtColor const&, ScanPtColor const&) = default;
+};
+
+} // namespace Bv_1_1

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <roamscan/frame/mapping/StrongAlias.h>
+
+namespace mapping
+{
+
+struct DurationTag;
+struct TimeStampTag;
+
+/// A span of time in seconds.
+using Duration = StrongAlias<double, DurationTag, MixinTotallyOrdered, MixinPlusAssignOperator>;
+
+/// The arithmetic of instants: instant plus or minus span is an instant, instant minus instant is a span.
+template <typename Alias>
+struct MixinTimeStampPlusMinusDuration
+{
+    [[nodiscard]] friend constexpr Alias operator+(Alias const& time, Duration const& span)
+    {
+        return Alias(time.get() + span.get());
+    }
+    [[nodiscard]] friend constexpr Alias operator-(Alias const& time, Duration const& span)
+    {
+        return Alias(time.get() - span.get());
+    }
+    [[nodiscard]] friend constexpr Duration operator-(Alias const& to, Alias const& from)
+    {
+        return Duration(to.get() - from.get());
+    }
+};
+
+/// An instant in seconds on the time axis of the recording. The axis has no fixed epoch.
+using TimeStamp = StrongAlias<double, TimeStampTag, MixinTotallyOrdered, MixinTimeStampPlusMinusDuration>;
+
+} // namespace mapping

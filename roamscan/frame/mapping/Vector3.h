@@ -1,0 +1,17 @@
+#pragma once
+
+namespace mapping
+{
+
+/// Three consecutive values in the order x, y, z.
+template <typename T>
+struct Vector3
+{
+    T x{};
+    T y{};
+    T z{};
+
+    [[nodiscard]] friend constexpr bool operator==(Vector3 const&, Vector3 const&) = default;
+};
+
+} // namespace mapping

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <roamscan/frame/bvbase/String.h>
+
+namespace oV
+{
+
+/// One message of the log.
+struct LogMessage
+{
+    Bv_1_1::String message;
+    int severity = 0;        ///< 1 for a failure that was caught, 3 for something odd in what was read
+    Bv_1_1::String file;     ///< the source that wrote the message
+    int line = 0;            ///< the line in that source
+    Bv_1_1::String function; ///< the qualified name of the function
+};
+
+} // namespace oV

@@ -1,0 +1,94 @@
+#include <roamscan/frame/ov/Endianness.h>
+#include <roamscan/frame/ov/detail/StreamFrame.h>
+
+#include <array>
+#include <cstdint>
+#include <istream>
+#include <limits>
+#include <new>
+#include <ostream>
+#include <stdexcept>
+
+namespace oV::Roamscan::detail
+{
+
+namespace
+{
+
+constexpr std::size_t countSize = 8;
+constexpr std::uint64_t largestBuffer = std::numeric_limits<std::ptrdiff_t>::max();
+
+using CountBytes = std::array<unsigned char, countSize>;
+
+CountBytes toLittleEndian(std::uint64_t value)
+{
+    CountBytes bytes{};
+    for (std::size_t i = 0; i < countSize; ++i)
+    {
+        bytes[i] = static_cast<unsigned char>(value >> (8 * i));
+    }
+    return bytes;
+}
+
+std::uint64_t fromLittleEndian(CountBytes const& bytes)
+{
+    std::uint64_t value = 0;
+    for (std::size_t i = 0; i < countSize; ++i)
+    {
+        value |= std::uint64_t{bytes[i]} << (8 * i);
+    }
+    return value;
+}
+
+std::size_t checkedSize(std::uint64_t count)
+{
+    if (count > largestBuffer)
+    {
+        throw std::length_error("The byte count of a frame is beyond any buffer");
+    }
+    return static_cast<std::size_t>(count);
+}
+
+} // namespace
+
+FrameBuffer::FrameBuffer(std::size_t size)
+    : bytes_(static_cast<std::byte*>(std::malloc(size == 0 ? 1 : size))), size_(size)
+{
+    if (!bytes_)
+    {
+        throw std::bad_alloc();
+    }
+}
+
+std::optional<FrameBuffer> readFrame(std::istream& stream)
+{
+    if (!stream.good())
+    {
+        return std::nullopt;
+    }
+    CountBytes count{};
+    stream.read(reinterpret_cast<char*>(count.data()), countSize);
+    Endianness::bigEndian = false;
+    if (!stream.good())
+    {
+        return std::nullopt;
+    }
+    FrameBuffer buffer(checkedSize(fromLittleEndian(count)));
+    stream.read(reinterpret_cast<char*>(buffer.data()), static_cast<std::streamsize>(buffer.bytes().size()));
+    if (!stream.good())
+    {
+        return std::nullopt;
+    }
+    return buffer;
+}
+
+bool writeFrame(std::ostream& stream, std::span<std::byte const> bytes)
+{
+    Endianness::bigEndian = false;
+    CountBytes const count = toLittleEndian(bytes.size());
+    stream.write(reinterpret_cast<char const*>(count.data()), countSize);
+    stream.write(reinterpret_cast<char const*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    return stream.good();
+}
+
+} // namespace oV::Roamscan::detail

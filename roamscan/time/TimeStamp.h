@@ -1,0 +1,18 @@
+#pragma once
+
+#include <roamscan/frame/mapping/TimeStamp.h>
+#include <roamscan/frame/platform/IntegerTypes.h>
+
+namespace oV::Roamscan
+{
+
+/// An instant in seconds on the time axis.
+using TimeStamp = mapping::TimeStamp;
+
+/// A span of time in seconds.
+using Duration = mapping::Duration;
+
+/// An instant as a signed count of ticks of 10 ns: the exact key of all stores.
+using IntegerTime = int64;
+
+} // namespace oV::Roamscan

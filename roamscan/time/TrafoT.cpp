@@ -1,0 +1,215 @@
+#include <roamscan/time/TrafoT.h>
+
+#include <Eigen/LU>
+#include <Eigen/SVD>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
+
+namespace oV::Roamscan
+{
+
+namespace
+{
+
+// The rotation nearest to a linear block M = U S V^T, by the singular vectors: U V^T, with the first column of U divided
+// by the determinant of that product. Eigen's own Transform::rotation() does not serve: in the isometry mode it hands
+// the block back as it is, and for a mirroring block it turns the last column round instead of the first.
+template <typename T, int Dimension>
+Eigen::Matrix<T, Dimension, Dimension> nearestRotation(Eigen::Matrix<T, Dimension, Dimension> const& block)
+{
+    using Matrix = Eigen::Matrix<T, Dimension, Dimension>;
+    if (!block.allFinite())
+    {
+        // The decomposition leaves its result unset here.
+        return Matrix::Constant(std::numeric_limits<T>::quiet_NaN());
+    }
+    Eigen::JacobiSVD<Matrix> const svd(block, Eigen::ComputeFullU | Eigen::ComputeFullV);
+    Matrix left = svd.matrixU();
+    left.col(0) /= Matrix(left * svd.matrixV().transpose()).determinant();
+    return left * svd.matrixV().transpose();
+}
+
+// Rotates without building a matrix: exact for a unit quaternion, and the one form used everywhere, because for any
+// other quaternion it scales differently from a matrix product.
+template <typename T>
+Eigen::Matrix<T, 3, 1> rotate(Eigen::Quaternion<T> const& rotation, Eigen::Matrix<T, 3, 1> const& vector)
+{
+    Eigen::Matrix<T, 3, 1> c = rotation.vec().cross(vector);
+    c += c;
+    return vector + rotation.w() * c + rotation.vec().cross(c);
+}
+
+// A draw of std::rand as 15 bits. Where the platform's draws are wider, their upper bits are taken.
+template <typename T>
+T draw15Bits()
+{
+    constexpr int surplusBits = std::bit_width(static_cast<unsigned>(RAND_MAX)) - 15;
+    static_assert(surplusBits >= 0);
+    return static_cast<T>(std::rand() >> surplusBits);
+}
+
+} // namespace
+
+template <typename T>
+TrafoT<T>::TrafoT(Bv_1_1::Mat4d<T> const& matrix, bool valid)
+    : TrafoT(Vector(matrix[12], matrix[13], matrix[14]),
+             Quaternion(nearestRotation<T, 3>(
+                 Eigen::Map<Eigen::Matrix<T, 4, 4> const>(matrix.data()).template topLeftCorner<3, 3>())),
+             valid)
+{}
+
+template <typename T>
+TrafoT<T> TrafoT<T>::FromEigen(Transform3D const& transform)
+{
+    Eigen::Matrix<T, 3, 3> const block = transform.linear();
+    return TrafoT(Vector(transform.translation()), Quaternion(nearestRotation<T, 3>(block)), true);
+}
+
+template <typename T>
+TrafoT<T> TrafoT<T>::Embed3D(Transform2D const& transform)
+{
+    Eigen::Matrix<T, 2, 2> const block = transform.linear();
+    Eigen::Matrix<T, 2, 2> const rotation = nearestRotation<T, 2>(block);
+    T const halfYaw = std::atan2(rotation(1, 0), rotation(0, 0)) * T(0.5);
+    T const sine = std::sin(halfYaw);
+    return TrafoT(Vector(transform.translation().x(), transform.translation().y(), T(0)),
+                  Quaternion(std::cos(halfYaw), T(0) * sine, T(0) * sine, sine),
+                  true);
+}
+
+template <typename T>
+TrafoT<T> TrafoT<T>::Random()
+{
+    constexpr auto toSymmetricUnit = static_cast<T>(6.103701895199438e-05); // 2 / 32767
+    constexpr auto toUnit = static_cast<T>(3.051850947599719e-05);          // 1 / 32767
+    constexpr auto toTurn = static_cast<T>(0.00019175345033660654);         // 2 pi / 32767
+
+    T const x = draw15Bits<T>() * toSymmetricUnit - T(1);
+    T const y = draw15Bits<T>() * toSymmetricUnit - T(1);
+    T const z = draw15Bits<T>() * toSymmetricUnit - T(1);
+    T const u1 = draw15Bits<T>() * toUnit;
+    T const u2 = draw15Bits<T>() * toTurn;
+    T const u3 = draw15Bits<T>() * toTurn;
+    T const a = std::sqrt(T(1) - u1);
+    T const b = std::sqrt(u1);
+    return TrafoT(Vector(x, y, z),
+                  Quaternion(a * std::sin(u2), a * std::cos(u2), b * std::sin(u3), b * std::cos(u3)),
+                  true);
+}
+
+template <typename T>
+bool TrafoT<T>::allFinite() const
+{
+    return translation_.allFinite() && rotation_.coeffs().allFinite();
+}
+
+template <typename T>
+std::array<T, 7> TrafoT<T>::serialize() const
+{
+    return {translation_.x(),
+            translation_.y(),
+            translation_.z(),
+            rotation_.w(),
+            rotation_.x(),
+            rotation_.y(),
+            rotation_.z()};
+}
+
+template <typename T>
+typename TrafoT<T>::Transform3D TrafoT<T>::ToEigen() const
+{
+    Transform3D result;
+    result.linear() = rotation_.toRotationMatrix();
+    result.translation() = translation_;
+    result.makeAffine();
+    return result;
+}
+
+template <typename T>
+typename TrafoT<T>::Transform2D TrafoT<T>::Project2D() const
+{
+    Vector const heading = rotate<T>(rotation_, Vector::UnitX());
+    T const yaw = std::atan2(heading.y(), heading.x());
+    T const cosine = std::cos(yaw);
+    T const sine = std::sin(yaw);
+    Transform2D result;
+    result.linear() << cosine, -sine, sine, cosine;
+    result.translation() = translation_.template head<2>();
+    result.makeAffine();
+    return result;
+}
+
+template <typename T>
+TrafoT<T> TrafoT<T>::inverse() const
+{
+    Quaternion const back = rotation_.conjugate();
+    return TrafoT(Vector(-rotate<T>(back, translation_)), back, true);
+}
+
+template <typename T>
+TrafoT<T> TrafoT<T>::interpolate(TrafoT const& other, double fraction) const
+{
+    auto const f = static_cast<T>(fraction);
+    T const dot = rotation_.dot(other.rotation_);
+    T const cosine = std::abs(dot);
+
+    T ownWeight = T(1) - f;
+    T otherWeight = f;
+    if (!(cosine >= T(1) - std::numeric_limits<T>::epsilon()))
+    {
+        T const theta = std::acos(cosine);
+        T const k = T(1) / std::sin(theta);
+        ownWeight = std::sin((T(1) - f) * theta) * k;
+        otherWeight = std::sin(f * theta) * k;
+    }
+    if (!(dot >= T(0)))
+    {
+        otherWeight = -otherWeight;
+    }
+    return TrafoT(Vector((other.translation_ - translation_) * f + translation_),
+                  Quaternion(ownWeight * rotation_.coeffs() + otherWeight * other.rotation_.coeffs()),
+                  true);
+}
+
+template <typename T>
+bool TrafoT<T>::isApprox(TrafoT const& other, double precision) const
+{
+    auto const narrowed = static_cast<T>(precision);
+    T const squaredPrecision = narrowed * narrowed;
+
+    // Only a comparison that holds rejects here, and only one that holds accepts below: NaN translations pass, NaN
+    // rotations do not.
+    if ((translation_ - other.translation_).squaredNorm() >
+        squaredPrecision * std::min(translation_.squaredNorm(), other.translation_.squaredNorm()))
+    {
+        return false;
+    }
+    Eigen::Matrix<T, 3, 3> const own = rotation_.toRotationMatrix();
+    Eigen::Matrix<T, 3, 3> const others = other.rotation_.toRotationMatrix();
+    return squaredPrecision * std::min(own.squaredNorm(), others.squaredNorm()) >=
+           (own - others).squaredNorm();
+}
+
+template <typename T>
+TrafoT<T> TrafoT<T>::operator*(TrafoT const& other) const
+{
+    return TrafoT(Vector(translation_ + rotate<T>(rotation_, other.translation_)),
+                  rotation_ * other.rotation_,
+                  valid_ && other.valid_);
+}
+
+template <typename T>
+typename TrafoT<T>::Vector TrafoT<T>::operator*(Vector const& point) const
+{
+    return rotate<T>(rotation_, point) + translation_;
+}
+
+template class TrafoT<float>;
+template class TrafoT<double>;
+
+} // namespace oV::Roamscan

@@ -1,0 +1,132 @@
+#include <roamscan/trajectory/detail/PoseTable.h>
+
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+#include <utility>
+
+namespace oV::Roamscan::detail
+{
+
+namespace
+{
+
+[[noreturn]] void throwOutOfRange(char const* message)
+{
+    throw std::out_of_range(message);
+}
+
+} // namespace
+
+PoseTable::PoseTable(std::vector<double> times, std::vector<TrafoT<double>> poses)
+    : times_(std::move(times)), poses_(std::move(poses))
+{
+    assert(times_.size() == poses_.size());
+    if (times_.size() > std::numeric_limits<std::uint32_t>::max())
+    {
+        throw std::length_error("Too many poses for one trajectory");
+    }
+    if (times_.size() > 1)
+    {
+        lastCell_ = static_cast<double>(times_.size() - 1);
+        cellsPerSecond_ = lastCell_ / (times_.back() - times_.front());
+        if (!keysLieNearTheirCells())
+        {
+            makeGuide();
+        }
+    }
+}
+
+TrafoT<double> PoseTable::operator()(double seconds) const
+{
+    if (times_.empty())
+    {
+        throwOutOfRange("Cannot query transformation from an empty trajectory");
+    }
+    if (!(seconds >= times_.front()))
+    {
+        throwOutOfRange("Time point before the trajectory begin"); // a NaN too
+    }
+    if (seconds >= times_.back())
+    {
+        // The tolerance is at this end alone: callers may rely on a time that came out of rounded arithmetic still
+        // meeting the last pose. What is returned is the stored pose, flag included.
+        if (std::round((seconds - times_.back()) * 100000.0) == 0.0)
+        {
+            return poses_.back();
+        }
+        throwOutOfRange("Time point past the trajectory end");
+    }
+    std::size_t const upper = firstKeyAfter(seconds);
+    std::size_t const lower = upper - 1;
+    // A time that meets a key takes this road too, with the fraction 0: callers may rely on the result being valid
+    // although the stored pose is not.
+    double const fraction = (seconds - times_[lower]) / (times_[upper] - times_[lower]);
+    return poses_[lower].interpolate(poses_[upper], fraction);
+}
+
+// Never decreases with the time, whatever is rounded on the way; so of two times in different cells, the one in the lower
+// cell is the earlier one. A NaN, which infinite keys may lead to, goes to the first cell.
+std::size_t PoseTable::cellOf(double seconds) const
+{
+    double const position = (seconds - times_.front()) * cellsPerSecond_;
+    if (!(position > 0.0))
+    {
+        return 0;
+    }
+    return static_cast<std::size_t>(std::min(position, lastCell_));
+}
+
+// The time lies at or after the first key and before the last one.
+std::size_t PoseTable::firstKeyAfter(double seconds) const
+{
+    std::size_t const cell = cellOf(seconds);
+    if (guide_.empty())
+    {
+        std::size_t upper = std::min(cell + 1, times_.size() - 1);
+        while (times_[upper] <= seconds)
+        {
+            ++upper;
+        }
+        while (times_[upper - 1] > seconds)
+        {
+            --upper;
+        }
+        return upper;
+    }
+    constexpr std::ptrdiff_t fewKeys = 8;
+    auto const first = times_.begin() + guide_[cell];
+    auto const last = times_.begin() + guide_[cell + 1];
+    auto const isAfter = [seconds](double key) { return key > seconds; };
+    auto const found =
+        last - first <= fewKeys ? std::find_if(first, last, isAfter) : std::upper_bound(first, last, seconds);
+    return static_cast<std::size_t>(found - times_.begin());
+}
+
+bool PoseTable::keysLieNearTheirCells() const
+{
+    for (std::size_t i = 0; i < times_.size(); ++i)
+    {
+        std::size_t const cell = cellOf(times_[i]);
+        if (cell > i + 1 || cell + 1 < i)
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
+void PoseTable::makeGuide()
+{
+    std::size_t const cells = times_.size();
+    guide_.reserve(cells + 1);
+    for (std::size_t i = 0; i < times_.size(); ++i)
+    {
+        guide_.resize(std::max(guide_.size(), cellOf(times_[i]) + 1), static_cast<std::uint32_t>(i));
+    }
+    guide_.resize(cells + 1, static_cast<std::uint32_t>(times_.size()));
+}
+
+} // namespace oV::Roamscan::detail

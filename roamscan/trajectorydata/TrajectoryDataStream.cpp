@@ -1,0 +1,221 @@
+/// @file
+/// TrajectoryData to and from a stream, straight between store and buffer.
+
+#include <roamscan/frame/bvbase/String.h>
+#include <roamscan/frame/ov/Models.h>
+#include <roamscan/frame/ov/detail/FlatBufferRoot.h>
+#include <roamscan/frame/ov/detail/StreamFrame.h>
+#include <roamscan/trajectorydata/TrajectoryData.h>
+#include <roamscan/trajectorydata/TrajectoryFile_generated.h>
+
+#include <cstddef>
+#include <istream>
+#include <optional>
+#include <ostream>
+#include <utility>
+#include <vector>
+
+namespace oV::Roamscan
+{
+
+namespace
+{
+
+namespace schema = TrajectorySchema;
+
+schema::PoseRecord toRecord(TrafoT<double> const& pose)
+{
+    auto const [tx, ty, tz, qw, qx, qy, qz] = pose.serialize();
+    return {tx, ty, tz, qw, qx, qy, qz};
+}
+
+schema::Matrix3Record toRecord(Eigen::Matrix<double, 3, 3> const& matrix)
+{
+    return schema::Matrix3Record(flatbuffers::span<double const, 9>(matrix.data(), 9));
+}
+
+TrafoT<double> fromRecord(schema::PoseRecord const& record)
+{
+    return {Eigen::Vector3d(record.tx(), record.ty(), record.tz()),
+            Eigen::Quaterniond(record.qw(), record.qx(), record.qy(), record.qz()),
+            true};
+}
+
+Eigen::Matrix<double, 3, 3> fromRecord(schema::Matrix3Record const& record)
+{
+    Eigen::Matrix<double, 3, 3> matrix;
+    for (flatbuffers::uoffset_t i = 0; i < 9; ++i)
+    {
+        matrix.data()[i] = record.values()->Get(i);
+    }
+    return matrix;
+}
+
+// No more than the buffer will take: the root, the vectors' heads and the vtables, and for each entry its offset and the
+// largest padded record.
+std::uint64_t bufferSizeBound(TrajectoryData const& store)
+{
+    constexpr std::uint64_t fixed = 512;
+    constexpr std::uint64_t perNode = 4 + 4 + sizeof(double) + sizeof(schema::PoseRecord) +
+                                      2 * sizeof(schema::Matrix3Record) + 4 + 1 + 7;
+    return fixed + perNode * store.nodes.size() +
+           sizeof(schema::DevicePositionRecord) * store.devicePositions.size();
+}
+
+void packStore(flatbuffers::FlatBufferBuilder& builder, TrajectoryData const& store)
+{
+    std::vector<flatbuffers::Offset<schema::TrajectoryNodeRecord>> nodes;
+    nodes.reserve(store.nodes.size());
+    for (TrajectoryNode const& node : store.nodes)
+    {
+        auto const pose = toRecord(node.pose);
+        auto const matrixA = toRecord(node.matrixA);
+        auto const matrixB = toRecord(node.matrixB);
+        nodes.push_back(schema::CreateTrajectoryNodeRecord(
+            builder, node.time, &pose, static_cast<std::uint32_t>(node.type), &matrixA, &matrixB, node.flag));
+    }
+    std::vector<schema::DevicePositionRecord> positions;
+    positions.reserve(store.devicePositions.size());
+    for (auto const& [device, pose] : store.devicePositions)
+    {
+        positions.emplace_back(static_cast<std::int32_t>(device), toRecord(pose));
+    }
+
+    // Without entries there is no vector, not an empty one.
+    flatbuffers::Offset<flatbuffers::Vector<flatbuffers::Offset<schema::TrajectoryNodeRecord>>> nodeVector;
+    flatbuffers::Offset<flatbuffers::Vector<schema::DevicePositionRecord const*>> positionVector;
+    if (!nodes.empty())
+    {
+        nodeVector = builder.CreateVector(nodes);
+    }
+    if (!positions.empty())
+    {
+        positionVector = builder.CreateVectorOfStructs(positions);
+    }
+    builder.Finish(schema::CreateTrajectoryFile(builder, nodeVector, positionVector));
+}
+
+// Nothing if a node lacks one of its structs.
+std::optional<std::vector<TrajectoryNode>> unpackNodes(schema::TrajectoryFile const& file)
+{
+    std::vector<TrajectoryNode> nodes;
+    if (file.nodes() == nullptr)
+    {
+        return nodes;
+    }
+    nodes.reserve(file.nodes()->size());
+    for (schema::TrajectoryNodeRecord const* const record : *file.nodes())
+    {
+        if (record->pose() == nullptr || record->matrixA() == nullptr || record->matrixB() == nullptr)
+        {
+            return std::nullopt;
+        }
+        nodes.emplace_back(record->time(),
+                           fromRecord(*record->pose()),
+                           static_cast<TrajectoryNode::Type>(record->type()),
+                           fromRecord(*record->matrixA()),
+                           fromRecord(*record->matrixB()),
+                           record->flag());
+    }
+    return nodes;
+}
+
+std::optional<Device> knownDevice(std::int32_t device)
+{
+    switch (static_cast<Device>(device))
+    {
+    case Device::Device0:
+    case Device::Device1:
+    case Device::Device2:
+    case Device::Device3:
+        return static_cast<Device>(device);
+    case Device::DeviceUnknown:
+        break;
+    }
+    return std::nullopt;
+}
+
+void logUnknownDevice(std::int32_t device)
+{
+    constexpr int severity = 3;
+    Bv_1_1::String message(L"Unknown device detected: ");
+    message << device;
+    Models::the().appendLogMsgExt(message,
+                                  severity,
+                                  "TrajectoryData",
+                                  __LINE__,
+                                  "oV::Roamscan::TrajectoryData::readFromStream");
+}
+
+// A later record of a device wins.
+std::unordered_map<Device, TrafoT<double>> unpackDevicePositions(schema::TrajectoryFile const& file)
+{
+    std::unordered_map<Device, TrafoT<double>> positions;
+    if (file.devicePositions() == nullptr)
+    {
+        return positions;
+    }
+    for (schema::DevicePositionRecord const* const record : *file.devicePositions())
+    {
+        if (auto const device = knownDevice(record->device()))
+        {
+            positions[*device] = fromRecord(record->pose());
+        }
+        else
+        {
+            logUnknownDevice(record->device());
+        }
+    }
+    return positions;
+}
+
+} // namespace
+
+std::shared_ptr<TrajectoryData> TrajectoryData::read(std::istream& stream)
+{
+    auto store = std::make_shared<TrajectoryData>();
+    return store->readFromStream(stream) ? store : nullptr;
+}
+
+bool TrajectoryData::readFromStream(std::istream& stream)
+{
+    auto const frame = detail::readFrame(stream);
+    if (!frame)
+    {
+        return false;
+    }
+    auto const bytes = frame->bytes();
+    auto const* const file = detail::verifiedRoot<schema::TrajectoryFile>(bytes);
+    if (file == nullptr)
+    {
+        return false;
+    }
+    std::uint64_t const nodeCount = file->nodes() == nullptr ? 0 : file->nodes()->size();
+    if (!detail::unpackedSizeIsReasonable(nodeCount * sizeof(TrajectoryNode), bytes.size()))
+    {
+        return false;
+    }
+    auto newNodes = unpackNodes(*file);
+    if (!newNodes)
+    {
+        return false;
+    }
+    auto newPositions = unpackDevicePositions(*file);
+    nodes = std::move(*newNodes);
+    devicePositions = std::move(newPositions);
+    return true;
+}
+
+bool TrajectoryData::write(std::ostream& stream) const
+{
+    std::uint64_t const sizeBound = bufferSizeBound(*this);
+    if (!stream.good() || sizeBound > detail::largestFlatBuffer)
+    {
+        return false;
+    }
+    flatbuffers::FlatBufferBuilder builder(static_cast<std::size_t>(sizeBound));
+    packStore(builder, *this);
+    return detail::writeFrame(stream, std::as_bytes(std::span(builder.GetBufferPointer(), builder.GetSize())));
+}
+
+} // namespace oV::Roamscan
