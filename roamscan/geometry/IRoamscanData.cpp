@@ -18,26 +18,23 @@ IRoamscanData::getGravityAxisOfAnchorSections() const
     return {};
 }
 
-IRoamscanData::ScanPoint IRoamscanData::getGlobalScanPt(int first,
-                                                        int second,
-                                                        Trajectory const& trajectory,
-                                                        double const* parameters)
+IRoamscanData::ScanPoint
+IRoamscanData::getGlobalScanPt(int first, int second, Trajectory const& trajectory, double const* parameters)
 {
     int64 time = 0;
-    if (!getScanPtTime(first, second, &time) || !trajectory.contains(time))
-    {
+    if (!getScanPtTime(first, second, &time) || !trajectory.contains(time)) {
         return ScanPoint{};
     }
     ScanPoint point = getLocalScanPt(first, second, parameters);
     auto& position = point.position;
-    if (position.x == 0.0F && position.y == 0.0F && position.z == 0.0F)
-    {
+    if (position.x == 0.0F && position.y == 0.0F && position.z == 0.0F) {
         return point;
     }
     TrafoT<double> const pose = trajectory.sample(time);
     Eigen::Vector3d const local = Eigen::Vector3f(position.x, position.y, position.z).cast<double>();
     Eigen::Vector3d const global = pose.rotation().toRotationMatrix() * local + pose.translation();
-    position = {static_cast<float>(global.x()), static_cast<float>(global.y()), static_cast<float>(global.z())};
+    position = {
+        static_cast<float>(global.x()), static_cast<float>(global.y()), static_cast<float>(global.z())};
     return point;
 }
 

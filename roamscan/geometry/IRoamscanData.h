@@ -14,14 +14,14 @@
 namespace oV::Roamscan
 {
 
-/// One recorded data set, as a plug-in presents it. A point of the set is named by two indices, whose meaning is the
-/// implementation's.
+/// One recorded data set, as a plug-in presents it. A point of the set is named by two indices, whose meaning
+/// is the implementation's.
 ///
-/// The order of the virtual operations is part of the binary interface; the reserved ones are never called by this
-/// library. Derive from RoamscanDataAdapter to implement the two that matter.
+/// The order of the virtual operations is part of the binary interface; the reserved ones are never called by
+/// this library. Derive from RoamscanDataAdapter to implement the two that matter.
 ///
-/// Nothing here keeps state or locks: getGlobalScanPt() may run on many threads at once if the implementation of
-/// getScanPtTime() and getLocalScanPt() allows it.
+/// Nothing here keeps state or locks: getGlobalScanPt() may run on many threads at once if the implementation
+/// of getScanPtTime() and getLocalScanPt() allows it.
 class ROAMSCAN_EXPORT IRoamscanData
 {
 public:
@@ -36,11 +36,12 @@ public:
     virtual void reserved1() = 0;
     virtual void reserved2() = 0;
 
-    /// The time of a point in ticks of 10 ns, written through `time`. False, and `time` untouched, if it has none.
+    /// The time of a point in ticks of 10 ns, written through `time`. False, and `time` untouched, if it has
+    /// none.
     [[nodiscard]] virtual bool getScanPtTime(int first, int second, int64* time) = 0;
 
-    /// A point in the scanner's own frame, in metres. `parameters` are the caller's, handed on untouched; they may be
-    /// null.
+    /// A point in the scanner's own frame, in metres. `parameters` are the caller's, handed on untouched;
+    /// they may be null.
     [[nodiscard]] virtual ScanPoint getLocalScanPt(int first, int second, double const* parameters) = 0;
 
     virtual void reserved3() = 0;
@@ -62,18 +63,20 @@ public:
     virtual void reserved19() = 0;
     virtual void reserved20() = 0;
 
-    /// The direction of gravity in each anchor section: by device, then by integer time. Empty unless overridden.
+    /// The direction of gravity in each anchor section: by device, then by integer time. Empty unless
+    /// overridden.
     [[nodiscard]] virtual std::map<Device, std::map<int64, Eigen::Matrix<double, 3, 1>>>
     getGravityAxisOfAnchorSections() const;
 
     virtual void reserved21() = 0;
 
-    /// A point in the global frame: the local point, moved by the trajectory's pose at the point's time. Intensity and
-    /// colour are those of the local point.
+    /// A point in the global frame: the local point, moved by the trajectory's pose at the point's time.
+    /// Intensity and colour are those of the local point.
     ///
-    /// All zero if the point has no time, or if the trajectory does not contain it; the local point is not asked for
-    /// then. Callers may rely on a local position of exactly zero, which marks a point without a measurement, coming back
-    /// as zero with its intensity and colour: it is not moved and the trajectory is not sampled.
+    /// All zero if the point has no time, or if the trajectory does not contain it; the local point is not
+    /// asked for then. Callers may rely on a local position of exactly zero, which marks a point without a
+    /// measurement, coming back as zero with its intensity and colour: it is not moved and the trajectory is
+    /// not sampled.
     ///
     /// What the trajectory's pose function throws passes through.
     [[nodiscard]] ScanPoint

@@ -43,8 +43,8 @@ _ULARGE_INTEGER convertToTxmTime(double const& seconds)
 
 _ULARGE_INTEGER convertToTxmTime(int64 const& time)
 {
-    // The product lies far within the signed range, where truncating as signed and keeping the bits is what a full
-    // unsigned conversion does too, and what makes a negative time wrap.
+    // The product lies far within the signed range, where truncating as signed and keeping the bits is what a
+    // full unsigned conversion does too, and what makes a negative time wrap.
     auto const txmTicks = static_cast<int64>(static_cast<double>(time) * 0.01);
     _ULARGE_INTEGER result;
     result.QuadPart = bits(txmTicks);
@@ -68,8 +68,7 @@ int64 convertAutomationTimeToIntegerTime(_ULARGE_INTEGER const& time, _LARGE_INT
 
 double getInterpolationFraction(int64 const& first, int64 const& last, int64 const& time)
 {
-    if (first == last && time == first)
-    {
+    if (first == last && time == first) {
         return 0.0;
     }
     auto const elapsed = static_cast<int64>(bits(time) - bits(first));

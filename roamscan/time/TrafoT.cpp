@@ -16,15 +16,15 @@ namespace oV::Roamscan
 namespace
 {
 
-// The rotation nearest to a linear block M = U S V^T, by the singular vectors: U V^T, with the first column of U divided
-// by the determinant of that product. Eigen's own Transform::rotation() does not serve: in the isometry mode it hands
-// the block back as it is, and for a mirroring block it turns the last column round instead of the first.
+// The rotation nearest to a linear block M = U S V^T, by the singular vectors: U V^T, with the first column
+// of U divided by the determinant of that product. Eigen's own Transform::rotation() does not serve: in the
+// isometry mode it hands the block back as it is, and for a mirroring block it turns the last column round
+// instead of the first.
 template <typename T, int Dimension>
 Eigen::Matrix<T, Dimension, Dimension> nearestRotation(Eigen::Matrix<T, Dimension, Dimension> const& block)
 {
     using Matrix = Eigen::Matrix<T, Dimension, Dimension>;
-    if (!block.allFinite())
-    {
+    if (!block.allFinite()) {
         // The decomposition leaves its result unset here.
         return Matrix::Constant(std::numeric_limits<T>::quiet_NaN());
     }
@@ -34,8 +34,8 @@ Eigen::Matrix<T, Dimension, Dimension> nearestRotation(Eigen::Matrix<T, Dimensio
     return left * svd.matrixV().transpose();
 }
 
-// Rotates without building a matrix: exact for a unit quaternion, and the one form used everywhere, because for any
-// other quaternion it scales differently from a matrix product.
+// Rotates without building a matrix: exact for a unit quaternion, and the one form used everywhere, because
+// for any other quaternion it scales differently from a matrix product.
 template <typename T>
 Eigen::Matrix<T, 3, 1> rotate(Eigen::Quaternion<T> const& rotation, Eigen::Matrix<T, 3, 1> const& vector)
 {
@@ -160,15 +160,13 @@ TrafoT<T> TrafoT<T>::interpolate(TrafoT const& other, double fraction) const
 
     T ownWeight = T(1) - f;
     T otherWeight = f;
-    if (!(cosine >= T(1) - std::numeric_limits<T>::epsilon()))
-    {
+    if (!(cosine >= T(1) - std::numeric_limits<T>::epsilon())) {
         T const theta = std::acos(cosine);
         T const k = T(1) / std::sin(theta);
         ownWeight = std::sin((T(1) - f) * theta) * k;
         otherWeight = std::sin(f * theta) * k;
     }
-    if (!(dot >= T(0)))
-    {
+    if (!(dot >= T(0))) {
         otherWeight = -otherWeight;
     }
     return TrafoT(Vector((other.translation_ - translation_) * f + translation_),
@@ -182,8 +180,8 @@ bool TrafoT<T>::isApprox(TrafoT const& other, double precision) const
     auto const narrowed = static_cast<T>(precision);
     T const squaredPrecision = narrowed * narrowed;
 
-    // Only a comparison that holds rejects here, and only one that holds accepts below: NaN translations pass, NaN
-    // rotations do not.
+    // Only a comparison that holds rejects here, and only one that holds accepts below: NaN translations
+    // pass, NaN rotations do not.
     if ((translation_ - other.translation_).squaredNorm() >
         squaredPrecision * std::min(translation_.squaredNorm(), other.translation_.squaredNorm()))
     {

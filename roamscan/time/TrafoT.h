@@ -13,15 +13,15 @@
 namespace oV::Roamscan
 {
 
-/// A rigid transform: a translation, a unit quaternion, and a flag that says whether the value is a real pose. A point
-/// p maps to `rotation * p + translation`.
+/// A rigid transform: a translation, a unit quaternion, and a flag that says whether the value is a real
+/// pose. A point p maps to `rotation * p + translation`.
 ///
-/// The flag is plain data, set by the constructors and copied along. It is neither derived from the numbers nor tested
-/// against them: a transform may be `valid()` with NaN inside.
+/// The flag is plain data, set by the constructors and copied along. It is neither derived from the numbers
+/// nor tested against them: a transform may be `valid()` with NaN inside.
 ///
-/// No operation normalises the quaternion; callers own its unit length. Nothing throws: non-finite numbers flow
-/// through the formulas, and only `valid()` and `allFinite()` tell of them. A value may be read by any number of threads
-/// at once.
+/// No operation normalises the quaternion; callers own its unit length. Nothing throws: non-finite numbers
+/// flow through the formulas, and only `valid()` and `allFinite()` tell of them. A value may be read by any
+/// number of threads at once.
 ///
 /// `T` is `float` or `double`. The arithmetic of `TrafoT<float>` is done in `float` throughout.
 template <typename T>
@@ -54,8 +54,8 @@ public:
                  valid)
     {}
 
-    /// From a column-major 4x4 matrix: the translation is elements 12 to 14, the rotation the one nearest to the upper
-    /// left block, so that scale and shear are dropped.
+    /// From a column-major 4x4 matrix: the translation is elements 12 to 14, the rotation the one nearest to
+    /// the upper left block, so that scale and shear are dropped.
     TrafoT(Bv_1_1::Mat4d<T> const& matrix, bool valid);
 
     /// The identity, valid.
@@ -82,8 +82,8 @@ public:
 
     /// From three values x, y, z and four values x, y, z, w; valid.
     ///
-    /// Callers may rely on w coming last here although it comes first in serialize(): the two are not inverse to each
-    /// other.
+    /// Callers may rely on w coming last here although it comes first in serialize(): the two are not inverse
+    /// to each other.
     [[nodiscard]] static TrafoT FromArrays(T const* const translation, T const* const rotation)
     {
         return TrafoT(Vector(translation[0], translation[1], translation[2]),
@@ -97,8 +97,9 @@ public:
     /// The transform of the plane as one of space that leaves z alone; valid. Project2D() gives its yaw back.
     [[nodiscard]] static TrafoT Embed3D(Transform2D const& transform);
 
-    /// A random pose, valid: the translation uniform in the cube from -1 to 1, the rotation uniform over all rotations.
-    /// Six draws of `std::rand`, so `std::srand` repeats a sequence; as thread safe as `std::rand` is.
+    /// A random pose, valid: the translation uniform in the cube from -1 to 1, the rotation uniform over all
+    /// rotations. Six draws of `std::rand`, so `std::srand` repeats a sequence; as thread safe as `std::rand`
+    /// is.
     [[nodiscard]] static TrafoT Random();
 
     [[nodiscard]] Vector const& translation() const { return translation_; }
@@ -118,34 +119,39 @@ public:
     /// As a matrix transform. The flag is lost.
     [[nodiscard]] Transform3D ToEigen() const;
 
-    /// The part of the transform that lies in the xy plane: yaw, x and y. The height and the tilt are dropped.
+    /// The part of the transform that lies in the xy plane: yaw, x and y. The height and the tilt are
+    /// dropped.
     [[nodiscard]] Transform2D Project2D() const;
 
     /// The transform that undoes this one.
     ///
-    /// Callers may rely on the result being valid() whatever this transform's flag says: inverting a transform that is
-    /// not valid gives numbers without a meaning behind a flag that is set, so test the operand first.
+    /// Callers may rely on the result being valid() whatever this transform's flag says: inverting a
+    /// transform that is not valid gives numbers without a meaning behind a flag that is set, so test the
+    /// operand first.
     [[nodiscard]] TrafoT inverse() const;
 
-    /// The pose at the fraction from this one (0) to `other` (1): linear in translation, spherical along the shorter arc
-    /// in rotation. Fractions outside 0 to 1 extrapolate. The rotation is not normalised; for nearly equal rotations the
-    /// spherical weights give way to linear ones, which leaves it slightly short.
+    /// The pose at the fraction from this one (0) to `other` (1): linear in translation, spherical along the
+    /// shorter arc in rotation. Fractions outside 0 to 1 extrapolate. The rotation is not normalised; for
+    /// nearly equal rotations the spherical weights give way to linear ones, which leaves it slightly short.
     ///
-    /// Callers may rely on the result being valid() whatever the operands' flags say: test the operands first.
+    /// Callers may rely on the result being valid() whatever the operands' flags say: test the operands
+    /// first.
     [[nodiscard]] TrafoT interpolate(TrafoT const& other, double fraction) const;
 
-    /// Whether translations and rotation matrices agree relative to their size: |a - b| <= precision * min(|a|, |b|). A
-    /// zero translation therefore agrees with a zero translation only, and q agrees with -q. The flags are not compared.
+    /// Whether translations and rotation matrices agree relative to their size: |a - b| <= precision *
+    /// min(|a|, |b|). A zero translation therefore agrees with a zero translation only, and q agrees with -q.
+    /// The flags are not compared.
     ///
-    /// A NaN in a translation does not make the answer false, a NaN in a rotation does; so Invalid() is never equal to
-    /// anything, itself included.
+    /// A NaN in a translation does not make the answer false, a NaN in a rotation does; so Invalid() is never
+    /// equal to anything, itself included.
     [[nodiscard]] bool isApprox(TrafoT const& other, double precision) const;
 
     /// isApprox() with precision 1e-12, hence not transitive.
     [[nodiscard]] bool operator==(TrafoT const& other) const { return isApprox(other, 1e-12); }
     [[nodiscard]] bool operator!=(TrafoT const& other) const { return !(*this == other); }
 
-    /// The composition: `(a * b)` applied to a point is `a` applied to `b` applied to the point. Valid if both are.
+    /// The composition: `(a * b)` applied to a point is `a` applied to `b` applied to the point. Valid if
+    /// both are.
     [[nodiscard]] TrafoT operator*(TrafoT const& other) const;
 
     /// The image of a point.

@@ -38,8 +38,7 @@ InterpolatedTrajectoryPathBuilder& InterpolatedTrajectoryPathBuilder::setInitial
 InterpolatedTrajectoryPathBuilder& InterpolatedTrajectoryPathBuilder::addPose(TimeStamp time,
                                                                               TrafoT<double> pose)
 {
-    if (!poses_)
-    {
+    if (!poses_) {
         poses_ = std::make_unique<detail::PoseSequence>();
     }
     poses_->write(time.get(), pose);
@@ -55,10 +54,10 @@ InterpolatedTrajectoryPathBuilder& InterpolatedTrajectoryPathBuilder::addPose(Du
 
 InterpolatedTrajectoryPathBuilder& InterpolatedTrajectoryPathBuilder::waitFor(Duration const& duration)
 {
-    // Every write moves the current time to its own time, so the pose at the current time is the last one written.
+    // Every write moves the current time to its own time, so the pose at the current time is the last one
+    // written.
     TrafoT<double> const* const held = poses_ ? poses_->lastWritten() : nullptr;
-    if (held == nullptr)
-    {
+    if (held == nullptr) {
         throw std::out_of_range("invalid map<K, T> key");
     }
     return addPose(duration, *held);

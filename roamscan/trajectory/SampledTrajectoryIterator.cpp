@@ -33,8 +33,7 @@ void SampledTrajectoryIterator::updateTrafo()
 {
     double const time = static_cast<double>(index_) * step_.get() + start_.get();
     if (time < trajectory_->getStartTime().get() || time > trajectory_->getStopTime().get() ||
-        std::isnan(time))
-    {
+        std::isnan(time)) {
         return;
     }
     node_ = TrajectoryNode(time, trajectory_->sample(time));

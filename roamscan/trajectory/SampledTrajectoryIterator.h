@@ -13,12 +13,12 @@ namespace oV::Roamscan
 
 class Trajectory;
 
-/// A position in a walk along a trajectory at a fixed step. It holds the node of its position; going on to the next one
-/// evaluates the pose function once.
+/// A position in a walk along a trajectory at a fixed step. It holds the node of its position; going on to
+/// the next one evaluates the pose function once.
 ///
-/// Callers may rely on the ends: a position whose time lies outside the trajectory's interval keeps the node of the
-/// position before it, time included, and the first position shows a default node (time 0, identity) then. Nothing is
-/// clamped.
+/// Callers may rely on the ends: a position whose time lies outside the trajectory's interval keeps the node
+/// of the position before it, time included, and the first position shows a default node (time 0, identity)
+/// then. Nothing is clamped.
 ///
 /// Borrows the trajectory, which must outlive it. One thread uses an iterator at a time; several may walk one
 /// trajectory at once. What the pose function throws passes through the constructor and the increments.
@@ -34,7 +34,8 @@ public:
     /// An iterator over nothing; it may only be assigned to, compared and destroyed.
     SampledTrajectoryIterator() = default;
 
-    /// The position at time `index * step + start`. Evaluates the pose function if that lies in the trajectory.
+    /// The position at time `index * step + start`. Evaluates the pose function if that lies in the
+    /// trajectory.
     SampledTrajectoryIterator(Trajectory const* trajectory,
                               TimeStamp start,
                               std::uint64_t index,
@@ -46,12 +47,15 @@ public:
     SampledTrajectoryIterator& operator++();
     SampledTrajectoryIterator operator++(int);
 
-    /// Compares the indices alone, whatever the trajectories, starts and steps: it serves the end test of a loop.
-    [[nodiscard]] friend bool operator==(SampledTrajectoryIterator const& a, SampledTrajectoryIterator const& b)
+    /// Compares the indices alone, whatever the trajectories, starts and steps: it serves the end test of a
+    /// loop.
+    [[nodiscard]] friend bool operator==(SampledTrajectoryIterator const& a,
+                                         SampledTrajectoryIterator const& b)
     {
         return a.index_ == b.index_;
     }
-    [[nodiscard]] friend bool operator!=(SampledTrajectoryIterator const& a, SampledTrajectoryIterator const& b)
+    [[nodiscard]] friend bool operator!=(SampledTrajectoryIterator const& a,
+                                         SampledTrajectoryIterator const& b)
     {
         return a.index_ != b.index_;
     }

@@ -24,6 +24,27 @@ Trajectory::Trajectory(TimeStamp start, TimeStamp stop, PoseFunction pose, Accel
       hasGlobalAccelerations_(true)
 {}
 
+Trajectory::Trajectory(Trajectory const& other) = default;
+Trajectory::Trajectory(Trajectory&& other) noexcept = default;
+Trajectory::~Trajectory() = default;
+Trajectory& Trajectory::operator=(Trajectory const& other) = default;
+Trajectory& Trajectory::operator=(Trajectory&& other) noexcept = default;
+
+TimeStamp Trajectory::getStartTime() const
+{
+    return start_;
+}
+
+TimeStamp Trajectory::getStopTime() const
+{
+    return stop_;
+}
+
+Duration Trajectory::getDuration() const
+{
+    return stop_ - start_;
+}
+
 bool Trajectory::contains(double seconds) const
 {
     return seconds >= start_.get() && !(seconds > stop_.get());
@@ -42,6 +63,11 @@ bool Trajectory::contains(int64 time) const
 bool Trajectory::empty() const
 {
     return !(stop_ < start_ || stop_ > start_);
+}
+
+bool Trajectory::hasGlobalAccelerations() const
+{
+    return hasGlobalAccelerations_;
 }
 
 TrafoT<double> Trajectory::sample(double seconds) const
@@ -66,8 +92,7 @@ TrafoT<double> Trajectory::sample_or(TimeStamp time, TrafoT<double> fallback) co
 
 Bv_1_1::Vec3d<double> Trajectory::sampleGlobalAcceleration(TimeStamp time) const
 {
-    if (!hasGlobalAccelerations_)
-    {
+    if (!hasGlobalAccelerations_) {
         detail::throwInternalError(L"No acceleration info provided.",
                                    "oV::Roamscan::Trajectory::sampleGlobalAcceleration",
                                    "Trajectory",

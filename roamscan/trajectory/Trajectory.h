@@ -12,15 +12,17 @@
 namespace oV::Roamscan
 {
 
-/// The pose of a device as a function of time over a closed interval, with an optional acceleration as a second one.
+/// The pose of a device as a function of time over a closed interval, with an optional acceleration as a
+/// second one.
 ///
-/// A trajectory stores no samples of its own: it owns an interval and two functions, and any source can stand behind
-/// it. The usual one is the table of poses that InterpolatedTrajectoryPathBuilder makes; its poses are interpolated, it
-/// answers from its first key to just under 5 us past its last one, and outside throws `std::out_of_range`.
+/// A trajectory stores no samples of its own: it owns an interval and two functions, and any source can stand
+/// behind it. The usual one is the table of poses that InterpolatedTrajectoryPathBuilder makes; its poses are
+/// interpolated, it answers from its first key to just under 5 us past its last one, and outside throws
+/// `std::out_of_range`.
 ///
-/// Copies are deep and share nothing: copying a trajectory over a table copies the table. A moved-from trajectory may
-/// only be assigned to or destroyed. All queries may run on any number of threads at once, as long as the functions
-/// allow it; those of this library do.
+/// Copies are deep and share nothing: copying a trajectory over a table copies the table. A moved-from
+/// trajectory may only be assigned to or destroyed. All queries may run on any number of threads at once, as
+/// long as the functions allow it; those of this library do.
 class ROAMSCAN_EXPORT Trajectory
 {
 public:
@@ -33,28 +35,35 @@ public:
     /// A trajectory without accelerations. The interval is not checked and `pose` is not called.
     Trajectory(TimeStamp start, TimeStamp stop, PoseFunction pose);
 
-    /// A trajectory with accelerations in the global frame. It counts as having them even if the function is empty.
+    /// A trajectory with accelerations in the global frame. It counts as having them even if the function is
+    /// empty.
     Trajectory(TimeStamp start, TimeStamp stop, PoseFunction pose, AccelerationFunction acceleration);
 
-    [[nodiscard]] TimeStamp getStartTime() const { return start_; }
-    [[nodiscard]] TimeStamp getStopTime() const { return stop_; }
-    [[nodiscard]] Duration getDuration() const { return stop_ - start_; }
+    Trajectory(Trajectory const& other);
+    Trajectory(Trajectory&& other) noexcept;
+    ~Trajectory();
+    Trajectory& operator=(Trajectory const& other);
+    Trajectory& operator=(Trajectory&& other) noexcept;
 
-    /// Whether the time, in seconds or ticks of 10 ns, is at least the start and not greater than the stop. Both ends
-    /// belong to the interval, without any tolerance; a NaN time does not.
+    [[nodiscard]] TimeStamp getStartTime() const;
+    [[nodiscard]] TimeStamp getStopTime() const;
+    [[nodiscard]] Duration getDuration() const;
+
+    /// Whether the time, in seconds or ticks of 10 ns, is at least the start and not greater than the stop.
+    /// Both ends belong to the interval, without any tolerance; a NaN time does not.
     [[nodiscard]] bool contains(double seconds) const;
     [[nodiscard]] bool contains(TimeStamp time) const;
     [[nodiscard]] bool contains(int64 time) const;
 
-    /// Whether start and stop do not differ, also because one is NaN. This speaks of the interval, not of the source: a
-    /// trajectory over a single pose is empty and answers at that instant.
+    /// Whether start and stop do not differ, also because one is NaN. This speaks of the interval, not of the
+    /// source: a trajectory over a single pose is empty and answers at that instant.
     [[nodiscard]] bool empty() const;
 
     /// Whether an acceleration function was supplied.
-    [[nodiscard]] bool hasGlobalAccelerations() const { return hasGlobalAccelerations_; }
+    [[nodiscard]] bool hasGlobalAccelerations() const;
 
-    /// The pose at a time in seconds or ticks of 10 ns. The pose function alone decides about the range: it is called for
-    /// any time, also outside the interval, and what it throws passes through.
+    /// The pose at a time in seconds or ticks of 10 ns. The pose function alone decides about the range: it
+    /// is called for any time, also outside the interval, and what it throws passes through.
     /// @throws std::bad_function_call without a pose function
     /// @throws std::out_of_range outside a table of poses
     [[nodiscard]] TrafoT<double> sample(double seconds) const;

@@ -19,8 +19,7 @@ Trajectory buildTrajectoryFromTrajectoryNodes(std::vector<TrajectoryNode> const&
 {
     detail::PoseSequence poses;
     poses.reserve(nodes.size());
-    for (TrajectoryNode const& node : nodes)
-    {
+    for (TrajectoryNode const& node : nodes) {
         poses.write(node.time, (leftTransform * node.pose) * rightTransform);
     }
     return detail::trajectoryOverTable(std::move(poses).toTable());

@@ -10,9 +10,9 @@
 namespace oV::Roamscan
 {
 
-/// The trajectory through the poses of `nodes`, from the smallest to the largest time. The nodes need no order; of two at
-/// exactly the same time, the later one in the vector decides. Nodes that are not valid are not skipped: their poses come
-/// out not valid. The result owns its poses.
+/// The trajectory through the poses of `nodes`, from the smallest to the largest time. The nodes need no
+/// order; of two at exactly the same time, the later one in the vector decides. Nodes that are not valid are
+/// not skipped: their poses come out not valid. The result owns its poses.
 ///
 /// Without nodes the result is that of an InterpolatedTrajectoryPathBuilder without poses.
 [[nodiscard]] ROAMSCAN_EXPORT Trajectory

@@ -19,7 +19,8 @@ TrajectoryNode::TrajectoryNode(double const timeValue,
 
 TrajectoryNode::TrajectoryNode(TrajectoryNode const& other) = default;
 
-// Every member's copy, so that the source stays whole. None of them owns anything that a move could take over.
+// Every member's copy, so that the source stays whole. None of them owns anything that a move could take
+// over.
 TrajectoryNode::TrajectoryNode(TrajectoryNode&& other) noexcept
     : TrajectoryNode(static_cast<TrajectoryNode const&>(other))
 {}

@@ -10,14 +10,14 @@
 namespace oV::Roamscan
 {
 
-/// One pose sample on a trajectory, with payload that the library stores, copies, writes and reads bit for bit and never
-/// interprets.
+/// One pose sample on a trajectory, with payload that the library stores, copies, writes and reads bit for
+/// bit and never interprets.
 ///
 /// A plain value. Many threads may read a node; writing needs the caller's own exclusion.
 struct ROAMSCAN_EXPORT TrajectoryNode
 {
-    /// The kind of a node. The library itself only ever produces `Default`; plug-ins may give meaning to any other
-    /// 32-bit value.
+    /// The kind of a node. The library itself only ever produces `Default`; plug-ins may give meaning to any
+    /// other 32-bit value.
     enum class Type : std::uint32_t
     {
         Default = 0
@@ -45,8 +45,8 @@ struct ROAMSCAN_EXPORT TrajectoryNode
 
     TrajectoryNode& operator=(TrajectoryNode const& other);
 
-    /// Takes all values of `other`. Callers may rely on what stays behind in it: the pose's translation and both
-    /// matrices have changed places with this node's former ones, everything else is still there.
+    /// Takes all values of `other`. Callers may rely on what stays behind in it: the pose's translation and
+    /// both matrices have changed places with this node's former ones, everything else is still there.
     TrajectoryNode& operator=(TrajectoryNode&& other) noexcept;
 };
 

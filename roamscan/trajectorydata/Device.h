@@ -5,8 +5,8 @@
 namespace oV::Roamscan
 {
 
-/// The devices of the carried instrument. The library treats the first four alike; which device each stands for is
-/// settled by those who record.
+/// The devices of the carried instrument. The library treats the first four alike; which device each stands
+/// for is settled by those who record.
 enum class Device : std::int32_t
 {
     Device0 = 0,

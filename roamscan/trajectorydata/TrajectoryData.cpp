@@ -22,13 +22,11 @@ TrajectoryData& TrajectoryData::operator=(TrajectoryData const& other) = default
 Trajectory TrajectoryData::buildTrajectoryFromTrajectoryNodes(Device from, Device to) const
 {
     auto const fromPosition = devicePositions.find(from);
-    if (fromPosition == devicePositions.end())
-    {
+    if (fromPosition == devicePositions.end()) {
         detail::throwInternalError(noFromPosition, buildFunction, "TrajectoryData", __LINE__);
     }
     auto const toPosition = devicePositions.find(to);
-    if (toPosition == devicePositions.end())
-    {
+    if (toPosition == devicePositions.end()) {
         detail::throwInternalError(noToPosition, buildFunction, "TrajectoryData", __LINE__);
     }
     return Roamscan::buildTrajectoryFromTrajectoryNodes(
@@ -37,8 +35,7 @@ Trajectory TrajectoryData::buildTrajectoryFromTrajectoryNodes(Device from, Devic
 
 Trajectory TrajectoryData::buildTrajectoryFromTrajectoryNodes(Device device) const
 {
-    if (!devicePositions.contains(device))
-    {
+    if (!devicePositions.contains(device)) {
         detail::throwInternalError(noToPosition, buildFunction, "TrajectoryData", __LINE__);
     }
     return buildTrajectoryFromTrajectoryNodes(device, device);

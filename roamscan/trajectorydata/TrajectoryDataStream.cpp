@@ -44,20 +44,19 @@ TrafoT<double> fromRecord(schema::PoseRecord const& record)
 Eigen::Matrix<double, 3, 3> fromRecord(schema::Matrix3Record const& record)
 {
     Eigen::Matrix<double, 3, 3> matrix;
-    for (flatbuffers::uoffset_t i = 0; i < 9; ++i)
-    {
+    for (flatbuffers::uoffset_t i = 0; i < 9; ++i) {
         matrix.data()[i] = record.values()->Get(i);
     }
     return matrix;
 }
 
-// No more than the buffer will take: the root, the vectors' heads and the vtables, and for each entry its offset and the
-// largest padded record.
+// No more than the buffer will take: the root, the vectors' heads and the vtables, and for each entry its
+// offset and the largest padded record.
 std::uint64_t bufferSizeBound(TrajectoryData const& store)
 {
     constexpr std::uint64_t fixed = 512;
-    constexpr std::uint64_t perNode = 4 + 4 + sizeof(double) + sizeof(schema::PoseRecord) +
-                                      2 * sizeof(schema::Matrix3Record) + 4 + 1 + 7;
+    constexpr std::uint64_t perNode =
+        4 + 4 + sizeof(double) + sizeof(schema::PoseRecord) + 2 * sizeof(schema::Matrix3Record) + 4 + 1 + 7;
     return fixed + perNode * store.nodes.size() +
            sizeof(schema::DevicePositionRecord) * store.devicePositions.size();
 }
@@ -66,8 +65,7 @@ void packStore(flatbuffers::FlatBufferBuilder& builder, TrajectoryData const& st
 {
     std::vector<flatbuffers::Offset<schema::TrajectoryNodeRecord>> nodes;
     nodes.reserve(store.nodes.size());
-    for (TrajectoryNode const& node : store.nodes)
-    {
+    for (TrajectoryNode const& node : store.nodes) {
         auto const pose = toRecord(node.pose);
         auto const matrixA = toRecord(node.matrixA);
         auto const matrixB = toRecord(node.matrixB);
@@ -76,20 +74,17 @@ void packStore(flatbuffers::FlatBufferBuilder& builder, TrajectoryData const& st
     }
     std::vector<schema::DevicePositionRecord> positions;
     positions.reserve(store.devicePositions.size());
-    for (auto const& [device, pose] : store.devicePositions)
-    {
+    for (auto const& [device, pose] : store.devicePositions) {
         positions.emplace_back(static_cast<std::int32_t>(device), toRecord(pose));
     }
 
     // Without entries there is no vector, not an empty one.
     flatbuffers::Offset<flatbuffers::Vector<flatbuffers::Offset<schema::TrajectoryNodeRecord>>> nodeVector;
     flatbuffers::Offset<flatbuffers::Vector<schema::DevicePositionRecord const*>> positionVector;
-    if (!nodes.empty())
-    {
+    if (!nodes.empty()) {
         nodeVector = builder.CreateVector(nodes);
     }
-    if (!positions.empty())
-    {
+    if (!positions.empty()) {
         positionVector = builder.CreateVectorOfStructs(positions);
     }
     builder.Finish(schema::CreateTrajectoryFile(builder, nodeVector, positionVector));
@@ -99,15 +94,12 @@ void packStore(flatbuffers::FlatBufferBuilder& builder, TrajectoryData const& st
 std::optional<std::vector<TrajectoryNode>> unpackNodes(schema::TrajectoryFile const& file)
 {
     std::vector<TrajectoryNode> nodes;
-    if (file.nodes() == nullptr)
-    {
+    if (file.nodes() == nullptr) {
         return nodes;
     }
     nodes.reserve(file.nodes()->size());
-    for (schema::TrajectoryNodeRecord const* const record : *file.nodes())
-    {
-        if (record->pose() == nullptr || record->matrixA() == nullptr || record->matrixB() == nullptr)
-        {
+    for (schema::TrajectoryNodeRecord const* const record : *file.nodes()) {
+        if (record->pose() == nullptr || record->matrixA() == nullptr || record->matrixB() == nullptr) {
             return std::nullopt;
         }
         nodes.emplace_back(record->time(),
@@ -122,8 +114,7 @@ std::optional<std::vector<TrajectoryNode>> unpackNodes(schema::TrajectoryFile co
 
 std::optional<Device> knownDevice(std::int32_t device)
 {
-    switch (static_cast<Device>(device))
-    {
+    switch (static_cast<Device>(device)) {
     case Device::Device0:
     case Device::Device1:
     case Device::Device2:
@@ -140,29 +131,21 @@ void logUnknownDevice(std::int32_t device)
     constexpr int severity = 3;
     Bv_1_1::String message(L"Unknown device detected: ");
     message << device;
-    Models::the().appendLogMsgExt(message,
-                                  severity,
-                                  "TrajectoryData",
-                                  __LINE__,
-                                  "oV::Roamscan::TrajectoryData::readFromStream");
+    Models::the().appendLogMsgExt(
+        message, severity, "TrajectoryData", __LINE__, "oV::Roamscan::TrajectoryData::readFromStream");
 }
 
 // A later record of a device wins.
 std::unordered_map<Device, TrafoT<double>> unpackDevicePositions(schema::TrajectoryFile const& file)
 {
     std::unordered_map<Device, TrafoT<double>> positions;
-    if (file.devicePositions() == nullptr)
-    {
+    if (file.devicePositions() == nullptr) {
         return positions;
     }
-    for (schema::DevicePositionRecord const* const record : *file.devicePositions())
-    {
-        if (auto const device = knownDevice(record->device()))
-        {
+    for (schema::DevicePositionRecord const* const record : *file.devicePositions()) {
+        if (auto const device = knownDevice(record->device())) {
             positions[*device] = fromRecord(record->pose());
-        }
-        else
-        {
+        } else {
             logUnknownDevice(record->device());
         }
     }
@@ -180,24 +163,20 @@ std::shared_ptr<TrajectoryData> TrajectoryData::read(std::istream& stream)
 bool TrajectoryData::readFromStream(std::istream& stream)
 {
     auto const frame = detail::readFrame(stream);
-    if (!frame)
-    {
+    if (!frame) {
         return false;
     }
     auto const bytes = frame->bytes();
     auto const* const file = detail::verifiedRoot<schema::TrajectoryFile>(bytes);
-    if (file == nullptr)
-    {
+    if (file == nullptr) {
         return false;
     }
     std::uint64_t const nodeCount = file->nodes() == nullptr ? 0 : file->nodes()->size();
-    if (!detail::unpackedSizeIsReasonable(nodeCount * sizeof(TrajectoryNode), bytes.size()))
-    {
+    if (!detail::unpackedSizeIsReasonable(nodeCount * sizeof(TrajectoryNode), bytes.size())) {
         return false;
     }
     auto newNodes = unpackNodes(*file);
-    if (!newNodes)
-    {
+    if (!newNodes) {
         return false;
     }
     auto newPositions = unpackDevicePositions(*file);
@@ -209,13 +188,13 @@ bool TrajectoryData::readFromStream(std::istream& stream)
 bool TrajectoryData::write(std::ostream& stream) const
 {
     std::uint64_t const sizeBound = bufferSizeBound(*this);
-    if (!stream.good() || sizeBound > detail::largestFlatBuffer)
-    {
+    if (!stream.good() || sizeBound > detail::largestFlatBuffer) {
         return false;
     }
     flatbuffers::FlatBufferBuilder builder(static_cast<std::size_t>(sizeBound));
     packStore(builder, *this);
-    return detail::writeFrame(stream, std::as_bytes(std::span(builder.GetBufferPointer(), builder.GetSize())));
+    return detail::writeFrame(stream,
+                              std::as_bytes(std::span(builder.GetBufferPointer(), builder.GetSize())));
 }
 
 } // namespace oV::Roamscan

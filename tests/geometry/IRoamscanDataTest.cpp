@@ -44,8 +44,7 @@ public:
         ++timeCalls;
         first = firstIndex;
         second = secondIndex;
-        if (time)
-        {
+        if (time) {
             *result = *time;
         }
         return time.has_value();
@@ -93,20 +92,21 @@ void expectPayload(ScanPoint const& point, int intensity, int r, int g, int b, i
 Trajectory shifting()
 {
     double const h = std::sqrt(0.5);
-    auto const at = [h](double x)
-    { return TrafoT<double>(Eigen::Vector3d(x, 0, 0), Eigen::Quaterniond(h, 0, 0, h), true); };
-    return InterpolatedTrajectoryPathBuilder().addPose(TimeStamp(1), at(10)).addPose(TimeStamp(2), at(20)).build();
+    auto const at = [h](double x) {
+        return TrafoT<double>(Eigen::Vector3d(x, 0, 0), Eigen::Quaterniond(h, 0, 0, h), true);
+    };
+    return InterpolatedTrajectoryPathBuilder()
+        .addPose(TimeStamp(1), at(10))
+        .addPose(TimeStamp(2), at(20))
+        .build();
 }
 
 Trajectory counting(int& calls)
 {
-    return Trajectory(TimeStamp(1),
-                      TimeStamp(2),
-                      [&calls](double)
-                      {
-                          ++calls;
-                          return TrafoT<double>::Translation(Eigen::Vector3d(1, 1, 1));
-                      });
+    return Trajectory(TimeStamp(1), TimeStamp(2), [&calls](double) {
+        ++calls;
+        return TrafoT<double>::Translation(Eigen::Vector3d(1, 1, 1));
+    });
 }
 
 TEST(IRoamscanData, PlacesAPointByThePoseAtItsTime)
@@ -160,8 +160,7 @@ TEST(IRoamscanData, ATimePastTheStopIsZeroAndTheLocalPointIsNotAskedFor)
     // One tick past the stop the table would still answer, but the interval has no tolerance.
     OnePoint data;
     data.point = pointAt(1, 2, 3);
-    for (int64 const outside : {200000001, 99999999, 0})
-    {
+    for (int64 const outside : {200000001, 99999999, 0}) {
         data.time = outside;
         auto const global = data.getGlobalScanPt(0, 0, shifting(), nullptr);
         expectPayload(global, 0, 0, 0, 0, 0);
@@ -189,8 +188,7 @@ TEST(IRoamscanData, APositionThatIsZeroInTwoComponentsIsTransformed)
     data.time = 150000000;
     int calls = 0;
     Trajectory const trajectory = counting(calls);
-    for (auto const& point : {pointAt(5, 0, 0), pointAt(0, 5, 0), pointAt(0, 0, 5)})
-    {
+    for (auto const& point : {pointAt(5, 0, 0), pointAt(0, 5, 0), pointAt(0, 0, 5)}) {
         data.point = point;
         auto const global = data.getGlobalScanPt(0, 0, trajectory, nullptr);
         expectPosition(global, point.position.x + 1, point.position.y + 1, point.position.z + 1);
@@ -201,8 +199,7 @@ TEST(IRoamscanData, APositionThatIsZeroInTwoComponentsIsTransformed)
 TEST(IRoamscanData, RotatesByTheMatrixInDoubleAndNarrowsOnce)
 {
     support::RandomPoses random(70);
-    for (int i = 0; i < 1000; ++i)
-    {
+    for (int i = 0; i < 1000; ++i) {
         auto const pose = random.pose(1e6);
         Trajectory const trajectory(TimeStamp(0), TimeStamp(1), [&pose](double) { return pose; });
         OnePoint data;
@@ -213,7 +210,8 @@ TEST(IRoamscanData, RotatesByTheMatrixInDoubleAndNarrowsOnce)
         auto const global = data.getGlobalScanPt(0, 0, trajectory, nullptr);
         auto const& local = data.point.position;
         Eigen::Vector3d const expected =
-            pose.rotation().toRotationMatrix() * Eigen::Vector3d(local.x, local.y, local.z) + pose.translation();
+            pose.rotation().toRotationMatrix() * Eigen::Vector3d(local.x, local.y, local.z) +
+            pose.translation();
         expectPosition(global,
                        static_cast<float>(expected.x()),
                        static_cast<float>(expected.y()),
@@ -224,10 +222,9 @@ TEST(IRoamscanData, RotatesByTheMatrixInDoubleAndNarrowsOnce)
 TEST(IRoamscanData, DoesNotNormaliseTheQuaternion)
 {
     // The first column of the matrix of w = 3, z = 2 is (1 - 2 z^2, 2 w z, 0) = (-7, 12, 0).
-    Trajectory const trajectory(TimeStamp(0),
-                                TimeStamp(1),
-                                [](double)
-                                { return TrafoT<double>(Eigen::Vector3d(100, 0, 0), Eigen::Quaterniond(3, 0, 0, 2), true); });
+    Trajectory const trajectory(TimeStamp(0), TimeStamp(1), [](double) {
+        return TrafoT<double>(Eigen::Vector3d(100, 0, 0), Eigen::Quaterniond(3, 0, 0, 2), true);
+    });
     OnePoint data;
     data.time = 0;
     data.point = pointAt(1, 0, 0);
@@ -265,8 +262,8 @@ TEST(IRoamscanData, HasNoGravityAxesUnlessOverridden)
     EXPECT_EQ(base.getGravityAxisOfAnchorSections().at(Device::Device1).at(5), Eigen::Vector3d(0, 0, -1));
 }
 
-// The place of each operation in the table of virtual operations, as the platform's compiler lays it out: a pointer to a
-// virtual member holds the offset of its entry.
+// The place of each operation in the table of virtual operations, as the platform's compiler lays it out: a
+// pointer to a virtual member holds the offset of its entry.
 #if defined(__GNUG__) && defined(__x86_64__)
 template <typename Member>
 std::size_t tableEntry(Member member)

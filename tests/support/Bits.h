@@ -22,15 +22,12 @@ inline testing::AssertionResult sameBits(oV::Roamscan::TrafoT<double> const& a,
 {
     auto const x = a.serialize();
     auto const y = b.serialize();
-    for (std::size_t i = 0; i < x.size(); ++i)
-    {
-        if (bits(x[i]) != bits(y[i]))
-        {
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        if (bits(x[i]) != bits(y[i])) {
             return testing::AssertionFailure() << "value " << i << " is " << x[i] << " and " << y[i];
         }
     }
-    if (a.valid() != b.valid())
-    {
+    if (a.valid() != b.valid()) {
         return testing::AssertionFailure() << "valid is " << a.valid() << " and " << b.valid();
     }
     return testing::AssertionSuccess();

@@ -11,30 +11,26 @@
 namespace support
 {
 
-/// The pose function over an ordered map: what a table of poses must equal, answer by answer. Written down plainly, to be
-/// tested against.
+/// The pose function over an ordered map: what a table of poses must equal, answer by answer. Written down
+/// plainly, to be tested against.
 struct MapPoseFunction
 {
     std::map<oV::Roamscan::TimeStamp, oV::Roamscan::TrafoT<double>> poses;
 
     oV::Roamscan::TrafoT<double> operator()(double t) const
     {
-        if (poses.empty())
-        {
+        if (poses.empty()) {
             throw std::out_of_range("Cannot query transformation from an empty trajectory");
         }
         auto const upper = std::isnan(t) ? poses.begin() : poses.upper_bound(oV::Roamscan::TimeStamp(t));
-        if (upper == poses.end())
-        {
+        if (upper == poses.end()) {
             auto const& [lastKey, lastPose] = *poses.rbegin();
-            if (std::round((t - lastKey.get()) * 100000.0) == 0.0)
-            {
+            if (std::round((t - lastKey.get()) * 100000.0) == 0.0) {
                 return lastPose;
             }
             throw std::out_of_range("Time point past the trajectory end");
         }
-        if (upper == poses.begin())
-        {
+        if (upper == poses.begin()) {
             throw std::out_of_range("Time point before the trajectory begin");
         }
         auto const lower = std::prev(upper);

@@ -8,7 +8,8 @@
 namespace support
 {
 
-/// Random poses for laws that must hold for any pose. The seed is part of the test, so a failure can be repeated.
+/// Random poses for laws that must hold for any pose. The seed is part of the test, so a failure can be
+/// repeated.
 class RandomPoses
 {
 public:
@@ -25,7 +26,8 @@ public:
         Eigen::Matrix<double, 3, 1> const translation(
             number(-extent, extent), number(-extent, extent), number(-extent, extent));
         Eigen::Quaternion<double> const rotation =
-            Eigen::Quaternion<double>(number(-1, 1), number(-1, 1), number(-1, 1), number(-1, 1)).normalized();
+            Eigen::Quaternion<double>(number(-1, 1), number(-1, 1), number(-1, 1), number(-1, 1))
+                .normalized();
         return {translation.cast<T>(), rotation.cast<T>(), true};
     }
 

@@ -126,7 +126,8 @@ TEST(TimeConversion, AutomationTimeBeforeItsOffsetIsAValidNegativeTime)
 {
     EXPECT_EQ(convertAutomationTimeToIntegerTime(txm(10), offset(-11)), -100);
     EXPECT_EQ(convertAutomationTimeToIntegerTime(txm(0xFFFFFFFFFFFFFFFFU), offset(1)), 0);
-    EXPECT_EQ(convertAutomationTimeToIntegerTime(txm(0), offset(std::numeric_limits<std::int64_t>::min())), 0);
+    EXPECT_EQ(convertAutomationTimeToIntegerTime(txm(0), offset(std::numeric_limits<std::int64_t>::min())),
+              0);
 }
 
 TEST(TimeConversion, InterpolationFractionOfThreeEqualTimesIsZero)
@@ -154,8 +155,9 @@ TEST(TimeConversion, InterpolationFractionTakesItsDifferencesAsIntegers)
     int64 const large = int64{1} << 60;
     EXPECT_EQ(getInterpolationFraction(large, large + 4, large + 1), 0.25);
     // The differences wrap: max - min is -1.
-    EXPECT_EQ(getInterpolationFraction(
-                  std::numeric_limits<int64>::min(), std::numeric_limits<int64>::max(), std::numeric_limits<int64>::min() + 1),
+    EXPECT_EQ(getInterpolationFraction(std::numeric_limits<int64>::min(),
+                                       std::numeric_limits<int64>::max(),
+                                       std::numeric_limits<int64>::min() + 1),
               -1.0);
 }
 

@@ -53,8 +53,7 @@ TEST(TrafoT, DefaultIsTheValidIdentity)
 TEST(TrafoT, InvalidIsAllNaNAndNotValid)
 {
     auto const invalid = TrafoT<double>::Invalid();
-    for (double const value : invalid.serialize())
-    {
+    for (double const value : invalid.serialize()) {
         EXPECT_TRUE(std::isnan(value));
     }
     EXPECT_FALSE(invalid.valid());
@@ -117,17 +116,14 @@ TEST(TrafoT, FieldsCanBeWrittenThroughTheAccessors)
 TEST(TrafoT, AllFiniteLooksAtTheNumbersAndNotAtTheFlag)
 {
     EXPECT_TRUE((TrafoT<double>(Vector(1, 2, 3), Quaternion(1, 0, 0, 0), false).allFinite()));
-    for (double const bad : {nan, infinity, -infinity})
-    {
-        for (int i = 0; i < 3; ++i)
-        {
+    for (double const bad : {nan, infinity, -infinity}) {
+        for (int i = 0; i < 3; ++i) {
             TrafoT<double> pose;
             pose.translation()[i] = bad;
             EXPECT_FALSE(pose.allFinite());
             EXPECT_TRUE(pose.valid());
         }
-        for (int i = 0; i < 4; ++i)
-        {
+        for (int i = 0; i < 4; ++i) {
             TrafoT<double> pose;
             pose.rotation().coeffs()[i] = bad;
             EXPECT_FALSE(pose.allFinite());
@@ -140,8 +136,7 @@ TEST(TrafoT, IsAPlainValueAlignedForVectorLoads)
     static_assert(alignof(TrafoT<double>) == 16 && sizeof(TrafoT<double>) == 80);
     static_assert(std::is_copy_constructible_v<TrafoT<double>> && !std::is_polymorphic_v<TrafoT<double>>);
     std::vector<TrafoT<double>> poses(3);
-    for (auto const& pose : poses)
-    {
+    for (auto const& pose : poses) {
         EXPECT_EQ(reinterpret_cast<std::uintptr_t>(&pose) % 16, 0U);
     }
 }
@@ -204,8 +199,7 @@ TEST(TrafoT, CompositionIsValidIfBothAre)
 TEST(TrafoT, ComposedAppliesTheRightOneFirst)
 {
     RandomPoses random(1);
-    for (int i = 0; i < 1000; ++i)
-    {
+    for (int i = 0; i < 1000; ++i) {
         auto const a = random.pose();
         auto const b = random.pose();
         Vector const point = random.pose().translation();
@@ -234,8 +228,7 @@ TEST(TrafoT, InverseOfATransformThatIsNotValidIsValid)
 TEST(TrafoT, TimesItsInverseIsTheIdentity)
 {
     RandomPoses random(2);
-    for (int i = 0; i < 1000; ++i)
-    {
+    for (int i = 0; i < 1000; ++i) {
         auto const pose = random.pose();
         EXPECT_LE((pose * pose.inverse()).translation().norm(), 1e-13);
         EXPECT_NEAR((pose * pose.inverse()).rotation().w(), 1.0, 1e-14);
@@ -259,8 +252,7 @@ TEST(TrafoT, InterpolatesHalfWay)
 TEST(TrafoT, InterpolationMeetsItsEndsUpToRounding)
 {
     RandomPoses random(3);
-    for (int i = 0; i < 1000; ++i)
-    {
+    for (int i = 0; i < 1000; ++i) {
         auto const a = random.pose();
         auto const b = random.pose();
         EXPECT_TRUE(a.interpolate(b, 0.0) == a);
@@ -317,7 +309,8 @@ TEST(TrafoT, InterpolationAtADotOfZeroKeepsTheSign)
 
 TEST(TrafoT, NearlyEqualRotationsInterpolateLinearlyAndComeOutSlightlyShort)
 {
-    // Far extrapolation tells the branches apart: linear weights grow with the fraction, spherical ones do not.
+    // Far extrapolation tells the branches apart: linear weights grow with the fraction, spherical ones do
+    // not.
     double const threshold = 0.9999999999999998;
     ASSERT_EQ(threshold, 1.0 - std::numeric_limits<double>::epsilon());
     TrafoT<double> const at(Vector(0, 0, 0), Quaternion(threshold, 0, 0, 2.1073424255447017e-08), true);
@@ -337,7 +330,8 @@ TEST(TrafoT, NearlyEqualRotationsInterpolateLinearlyAndComeOutSlightlyShort)
 TEST(TrafoT, FloatSwitchesToLinearWeightsAtItsOwnEpsilon)
 {
     auto const threshold = std::bit_cast<float>(0x3F7FFFFEU);
-    TrafoT<float> const at(Eigen::Vector3f::Zero(), Eigen::Quaternionf(threshold, 0, 0, 4.8828122e-04F), true);
+    TrafoT<float> const at(
+        Eigen::Vector3f::Zero(), Eigen::Quaternionf(threshold, 0, 0, 4.8828122e-04F), true);
     EXPECT_EQ(TrafoT<float>::Identity().interpolate(at, 1000.0).rotation().z(), 1000.0F * at.rotation().z());
 
     auto const below = std::bit_cast<float>(0x3F7FFFFDU);
@@ -357,8 +351,7 @@ std::array<T, 7> interpolatedByTheFormula(TrafoT<T> const& a, TrafoT<T> const& b
     T const cosine = std::abs(dot);
     T s0 = T(1) - f;
     T s1 = f;
-    if (!(cosine >= T(1) - std::numeric_limits<T>::epsilon()))
-    {
+    if (!(cosine >= T(1) - std::numeric_limits<T>::epsilon())) {
         T const theta = std::acos(cosine);
         T const k = T(1) / std::sin(theta);
         s0 = std::sin((T(1) - f) * theta) * k;
@@ -379,8 +372,7 @@ std::array<T, 7> interpolatedByTheFormula(TrafoT<T> const& a, TrafoT<T> const& b
 TEST(TrafoT, InterpolationIsItsFormulaToTheLastBit)
 {
     RandomPoses random(4);
-    for (int i = 0; i < 1000; ++i)
-    {
+    for (int i = 0; i < 1000; ++i) {
         auto const a = random.pose();
         auto const b = random.pose();
         double const f = random.number(-1, 2);
@@ -392,8 +384,7 @@ TEST(TrafoT, FloatInterpolationNarrowsTheFractionAndStaysInFloat)
 {
     RandomPoses random(5);
     int differFromDouble = 0;
-    for (int i = 0; i < 1000; ++i)
-    {
+    for (int i = 0; i < 1000; ++i) {
         auto const a = random.pose<float>();
         auto const b = random.pose<float>();
         double const f = random.number(-1, 2);
@@ -433,9 +424,9 @@ TEST(TrafoT, AZeroTranslationEqualsOnlyAZeroTranslation)
 
 TEST(TrafoT, EveryFiniteTranslationEqualsItself)
 {
-    for (double const x : {1e-100, 1.0, -3.5, 1e100})
-    {
-        EXPECT_TRUE(TrafoT<double>::Translation(Vector(x, 0, 0)) == TrafoT<double>::Translation(Vector(x, 0, 0)));
+    for (double const x : {1e-100, 1.0, -3.5, 1e100}) {
+        EXPECT_TRUE(TrafoT<double>::Translation(Vector(x, 0, 0)) ==
+                    TrafoT<double>::Translation(Vector(x, 0, 0)));
     }
 }
 
@@ -511,8 +502,7 @@ Bv_1_1::Mat4d<double> columnMajor(Eigen::Matrix3d const& block, Vector const& tr
     matrix.topLeftCorner<3, 3>() = block;
     matrix.topRightCorner<3, 1>() = translation;
     Bv_1_1::Mat4d<double> result;
-    for (std::size_t i = 0; i < 16; ++i)
-    {
+    for (std::size_t i = 0; i < 16; ++i) {
         result[i] = matrix.data()[i];
     }
     return result;
@@ -523,8 +513,7 @@ TEST(TrafoT, ReadsAMat4dByColumns)
     // A quarter turn about z maps x to y: element 1 is 1, element 4 is -1.
     Bv_1_1::Mat4d<double> matrix;
     double const elements[16] = {0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 7, 8, 9, 1};
-    for (std::size_t i = 0; i < 16; ++i)
-    {
+    for (std::size_t i = 0; i < 16; ++i) {
         matrix[i] = elements[i];
     }
     TrafoT<double> const pose(matrix, false);
@@ -544,11 +533,11 @@ TEST(TrafoT, DropsScaleFromAMat4dAndLeavesTheTranslation)
 TEST(TrafoT, DropsShearFromAMat4d)
 {
     RandomPoses random(6);
-    for (int i = 0; i < 100; ++i)
-    {
+    for (int i = 0; i < 100; ++i) {
         // M = R S with a symmetric positive S: the nearest rotation is R.
         Eigen::Matrix3d const rotation = random.pose().rotation().toRotationMatrix();
-        Eigen::Matrix3d stretch = Eigen::Vector3d(random.number(1, 2), random.number(3, 4), random.number(5, 6)).asDiagonal();
+        Eigen::Matrix3d stretch =
+            Eigen::Vector3d(random.number(1, 2), random.number(3, 4), random.number(5, 6)).asDiagonal();
         Eigen::Matrix3d const basis = random.pose().rotation().toRotationMatrix();
         stretch = (basis * stretch * basis.transpose()).eval();
         TrafoT<double> const pose(columnMajor(rotation * stretch, Vector(0, 0, 0)), true);
@@ -558,20 +547,22 @@ TEST(TrafoT, DropsShearFromAMat4d)
 
 TEST(TrafoT, AMirroringBlockTurnsItsFirstSingularColumnRound)
 {
-    // diag(3, 2, -1) has the product U V^T = diag(1, 1, -1), of determinant -1; dividing the first column by that gives
-    // diag(-1, 1, -1), half a turn about y.
+    // diag(3, 2, -1) has the product U V^T = diag(1, 1, -1), of determinant -1; dividing the first column by
+    // that gives diag(-1, 1, -1), half a turn about y.
     Eigen::Matrix3d const block = Eigen::Vector3d(3, 2, -1).asDiagonal();
     TrafoT<double> const pose(columnMajor(block, Vector(0, 0, 0)), true);
-    EXPECT_LE((pose.rotation().toRotationMatrix() - Eigen::Matrix3d(Eigen::Vector3d(-1, 1, -1).asDiagonal())).norm(),
+    EXPECT_LE((pose.rotation().toRotationMatrix() - Eigen::Matrix3d(Eigen::Vector3d(-1, 1, -1).asDiagonal()))
+                  .norm(),
               1e-14);
 }
 
 TEST(TrafoT, QuaternionsComeFromMatricesByTheTraceRule)
 {
-    // Positive trace: w leads and is positive. Otherwise the largest diagonal element leads and its coefficient is
-    // positive.
+    // Positive trace: w leads and is positive. Otherwise the largest diagonal element leads and its
+    // coefficient is positive.
     auto const rotationOf = [](Quaternion const& q) {
-        return TrafoT<double>(columnMajor(q.normalized().toRotationMatrix(), Vector(0, 0, 0)), true).rotation();
+        return TrafoT<double>(columnMajor(q.normalized().toRotationMatrix(), Vector(0, 0, 0)), true)
+            .rotation();
     };
     EXPECT_GT(rotationOf(Quaternion(-0.9, 0.1, 0.2, 0.3)).w(), 0);
     EXPECT_GT(rotationOf(Quaternion(0.1, -0.9, 0.2, 0.3)).x(), 0);
@@ -581,8 +572,7 @@ TEST(TrafoT, QuaternionsComeFromMatricesByTheTraceRule)
 
 TEST(TrafoT, NonFiniteBlocksGiveNaNRotations)
 {
-    for (double const bad : {nan, infinity})
-    {
+    for (double const bad : {nan, infinity}) {
         Eigen::Matrix3d block = Eigen::Matrix3d::Identity();
         block(1, 2) = bad;
         TrafoT<double> const pose(columnMajor(block, Vector(1, 2, 3)), true);
@@ -596,8 +586,7 @@ TEST(TrafoT, FloatReadsMatricesToo)
 {
     Bv_1_1::Mat4d<float> matrix;
     float const elements[16] = {0, 3, 0, 0, -3, 0, 0, 0, 0, 0, 3, 0, 7, 8, 9, 1};
-    for (std::size_t i = 0; i < 16; ++i)
-    {
+    for (std::size_t i = 0; i < 16; ++i) {
         matrix[i] = elements[i];
     }
     TrafoT<float> const pose(matrix, true);
@@ -627,8 +616,7 @@ TEST(TrafoT, ToEigenGivesAHomogeneousMatrix)
 TEST(TrafoT, ToEigenAndBackIsTheSamePose)
 {
     RandomPoses random(7);
-    for (int i = 0; i < 100; ++i)
-    {
+    for (int i = 0; i < 100; ++i) {
         auto const pose = random.pose();
         EXPECT_TRUE(TrafoT<double>::FromEigen(pose.ToEigen()) == pose);
     }
@@ -674,7 +662,8 @@ TEST(TrafoT, Embed3DGivesItsZerosTheSignOfTheSine)
 TEST(TrafoT, Embed3DOfAMirroringBlockTurnsItsFirstSingularColumnRound)
 {
     TrafoT<double>::Transform2D plane = TrafoT<double>::Transform2D::Identity();
-    plane.linear() << 2, 0, 0, -1; // U V^T = diag(1, -1); with the first column turned round diag(-1, -1), half a turn
+    plane.linear() << 2, 0, 0,
+        -1; // U V^T = diag(1, -1); with the first column turned round diag(-1, -1), half a turn
     auto const pose = TrafoT<double>::Embed3D(plane);
     EXPECT_NEAR(pose.rotation().w(), 0.0, 1e-15);
     EXPECT_NEAR(std::abs(pose.rotation().z()), 1.0, 1e-15);
@@ -682,8 +671,7 @@ TEST(TrafoT, Embed3DOfAMirroringBlockTurnsItsFirstSingularColumnRound)
 
 TEST(TrafoT, Project2DAfterEmbed3DReturnsTheYaw)
 {
-    for (double yaw = -3.1; yaw < 3.2; yaw += 0.1)
-    {
+    for (double yaw = -3.1; yaw < 3.2; yaw += 0.1) {
         TrafoT<double>::Transform2D plane = TrafoT<double>::Transform2D::Identity();
         plane.linear() = Eigen::Rotation2Dd(yaw).toRotationMatrix();
         plane.translation() = Eigen::Vector2d(4, 5);
@@ -695,7 +683,9 @@ TEST(TrafoT, Project2DAfterEmbed3DReturnsTheYaw)
 
 TEST(TrafoT, RandomIsSixDrawsOf15BitsInOrder)
 {
-    auto const draw = [] { return static_cast<double>(std::rand() >> (std::bit_width(static_cast<unsigned>(RAND_MAX)) - 15)); };
+    auto const draw = [] {
+        return static_cast<double>(std::rand() >> (std::bit_width(static_cast<unsigned>(RAND_MAX)) - 15));
+    };
     std::srand(12345);
     double const x = draw() * 6.103701895199438e-05 - 1;
     double const y = draw() * 6.103701895199438e-05 - 1;
@@ -720,8 +710,7 @@ TEST(TrafoT, RandomFillsTheCubeAndTheUnitSphere)
     std::srand(1);
     Vector lowest = Vector::Constant(2);
     Vector highest = Vector::Constant(-2);
-    for (int i = 0; i < 2000; ++i)
-    {
+    for (int i = 0; i < 2000; ++i) {
         auto const pose = TrafoT<double>::Random();
         EXPECT_NEAR(pose.rotation().norm(), 1.0, 1e-14);
         lowest = lowest.cwiseMin(pose.translation());
@@ -739,8 +728,7 @@ TEST(TrafoT, FloatRandomTakesTheSameSteps)
     auto const wide = TrafoT<double>::Random().serialize();
     std::srand(99);
     auto const narrow = TrafoT<float>::Random().serialize();
-    for (std::size_t i = 0; i < 7; ++i)
-    {
+    for (std::size_t i = 0; i < 7; ++i) {
         EXPECT_NEAR(narrow[i], wide[i], 1e-5);
     }
 }

@@ -56,8 +56,10 @@ TEST(InterpolatedTrajectoryPathBuilder, IsAPolymorphicValue)
 
 TEST(InterpolatedTrajectoryPathBuilder, RelativePosesCountFromTheLastWrite)
 {
-    auto const trajectory =
-        InterpolatedTrajectoryPathBuilder().addPose(TimeStamp(1.0), at(10)).addPose(Duration(1.0), at(20)).build();
+    auto const trajectory = InterpolatedTrajectoryPathBuilder()
+                                .addPose(TimeStamp(1.0), at(10))
+                                .addPose(Duration(1.0), at(20))
+                                .build();
     EXPECT_EQ(trajectory.getStartTime(), TimeStamp(1.0));
     EXPECT_EQ(trajectory.getStopTime(), TimeStamp(2.0));
     EXPECT_EQ(xAt(trajectory, 2.0), 20);
@@ -86,8 +88,10 @@ TEST(InterpolatedTrajectoryPathBuilder, SettingTheInitialPoseIsAddingAPose)
 
 TEST(InterpolatedTrajectoryPathBuilder, WaitingHoldsThePose)
 {
-    auto const trajectory =
-        InterpolatedTrajectoryPathBuilder().setInitialPose(TimeStamp(0.0), at(7)).waitFor(Duration(2.0)).build();
+    auto const trajectory = InterpolatedTrajectoryPathBuilder()
+                                .setInitialPose(TimeStamp(0.0), at(7))
+                                .waitFor(Duration(2.0))
+                                .build();
     EXPECT_EQ(trajectory.getStartTime(), TimeStamp(0.0));
     EXPECT_EQ(trajectory.getStopTime(), TimeStamp(2.0));
     EXPECT_EQ(xAt(trajectory, 1.0), 7);
@@ -116,13 +120,10 @@ TEST(InterpolatedTrajectoryPathBuilder, WaitingKeepsTheFlagOfThePose)
 
 void expectNoPoseToHold(InterpolatedTrajectoryPathBuilder& builder)
 {
-    try
-    {
+    try {
         builder.waitFor(Duration(1.0));
         FAIL() << "nothing was thrown";
-    }
-    catch (std::out_of_range const& failure)
-    {
+    } catch (std::out_of_range const& failure) {
         EXPECT_STREQ(failure.what(), "invalid map<K, T> key");
     }
 }
@@ -181,8 +182,10 @@ TEST(InterpolatedTrajectoryPathBuilder, CopiesAreIndependent)
 
 TEST(InterpolatedTrajectoryPathBuilder, TheSameTimeTwiceKeepsTheLaterPoseAndOneKey)
 {
-    auto const trajectory =
-        InterpolatedTrajectoryPathBuilder().addPose(TimeStamp(1.0), at(1)).addPose(TimeStamp(1.0), at(2)).build();
+    auto const trajectory = InterpolatedTrajectoryPathBuilder()
+                                .addPose(TimeStamp(1.0), at(1))
+                                .addPose(TimeStamp(1.0), at(2))
+                                .build();
     EXPECT_TRUE(trajectory.empty());
     EXPECT_EQ(xAt(trajectory, 1.0), 2);
 }
@@ -200,8 +203,10 @@ TEST(InterpolatedTrajectoryPathBuilder, ALaterWriteOfAnEarlierTimeWins)
 
 TEST(InterpolatedTrajectoryPathBuilder, AZeroDurationOverwrites)
 {
-    auto const trajectory =
-        InterpolatedTrajectoryPathBuilder().addPose(TimeStamp(1.0), at(1)).addPose(Duration(0.0), at(2)).build();
+    auto const trajectory = InterpolatedTrajectoryPathBuilder()
+                                .addPose(TimeStamp(1.0), at(1))
+                                .addPose(Duration(0.0), at(2))
+                                .build();
     EXPECT_EQ(xAt(trajectory, 1.0), 2);
 }
 
@@ -264,7 +269,8 @@ TEST(InterpolatedTrajectoryPathBuilder, WithoutPosesSpansZeroToZero)
 
 TEST(InterpolatedTrajectoryPathBuilder, BuildsWithoutAccelerations)
 {
-    EXPECT_FALSE(InterpolatedTrajectoryPathBuilder().addPose(TimeStamp(1), at(1)).build().hasGlobalAccelerations());
+    EXPECT_FALSE(
+        InterpolatedTrajectoryPathBuilder().addPose(TimeStamp(1), at(1)).build().hasGlobalAccelerations());
 }
 
 TEST(InterpolatedTrajectoryPathBuilder, ZeroAndMinusZeroAreOneTimeThatKeepsTheSignItCameWithFirst)
@@ -294,38 +300,29 @@ TEST(InterpolatedTrajectoryPathBuilder, APoseAtNaNIsNotKeptAndLeavesNothingToHol
 TEST(InterpolatedTrajectoryPathBuilder, RandomScriptsGiveTheTableOfAnOrderedMap)
 {
     support::RandomPoses random(40);
-    for (int round = 0; round < 100; ++round)
-    {
+    for (int round = 0; round < 100; ++round) {
         InterpolatedTrajectoryPathBuilder builder;
         std::map<TimeStamp, TrafoT<double>> map;
         TimeStamp current;
-        for (int step = 0; step < 60; ++step)
-        {
+        for (int step = 0; step < 60; ++step) {
             auto const pose = random.pose();
             double const kind = random.number(0, 3);
-            if (kind < 1)
-            {
+            if (kind < 1) {
                 current = TimeStamp(std::floor(random.number(-10, 10)));
                 builder.addPose(current, pose);
                 map[current] = pose;
-            }
-            else if (kind < 2)
-            {
+            } else if (kind < 2) {
                 Duration const after(std::floor(random.number(-2, 3)));
                 builder.addPose(after, pose);
                 current = current + after;
                 map[current] = pose;
-            }
-            else if (map.contains(current))
-            {
+            } else if (map.contains(current)) {
                 Duration const duration(std::floor(random.number(-2, 3)));
                 builder.waitFor(duration);
                 auto const held = map.at(current);
                 current = current + duration;
                 map[current] = held;
-            }
-            else
-            {
+            } else {
                 expectNoPoseToHold(builder);
             }
         }
@@ -333,8 +330,7 @@ TEST(InterpolatedTrajectoryPathBuilder, RandomScriptsGiveTheTableOfAnOrderedMap)
         support::MapPoseFunction const reference{map};
         ASSERT_EQ(trajectory.getStartTime(), map.begin()->first);
         ASSERT_EQ(trajectory.getStopTime(), map.rbegin()->first);
-        for (double time = map.begin()->first.get(); time <= map.rbegin()->first.get(); time += 0.25)
-        {
+        for (double time = map.begin()->first.get(); time <= map.rbegin()->first.get(); time += 0.25) {
             ASSERT_TRUE(sameBits(trajectory.sample(time), reference(time)));
         }
     }
@@ -345,14 +341,12 @@ TEST(InterpolatedTrajectoryPathBuilder, WritingTheSameFewTimesOverAndOverStaysRi
     // More writes than the builder keeps unsorted.
     InterpolatedTrajectoryPathBuilder builder;
     int const writes = 20000;
-    for (int i = 0; i < writes; ++i)
-    {
+    for (int i = 0; i < writes; ++i) {
         builder.addPose(TimeStamp(static_cast<double>(i % 7)), at(i));
     }
     builder.waitFor(Duration(0.5)); // holds the last pose, written at (writes - 1) % 7
     Trajectory const trajectory = builder.build();
-    for (int i = writes - 7; i < writes; ++i)
-    {
+    for (int i = writes - 7; i < writes; ++i) {
         EXPECT_EQ(xAt(trajectory, static_cast<double>(i % 7)), i);
     }
     EXPECT_EQ(xAt(trajectory, static_cast<double>((writes - 1) % 7) + 0.5), writes - 1);

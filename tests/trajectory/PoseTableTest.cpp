@@ -47,12 +47,9 @@ Trajectory fromOneToTwo()
 
 std::string failureOf(auto const& function, double time)
 {
-    try
-    {
+    try {
         (void)function(time);
-    }
-    catch (std::out_of_range const& failure)
-    {
+    } catch (std::out_of_range const& failure) {
         return failure.what();
     }
     return "";
@@ -93,15 +90,15 @@ TEST(PoseTable, TimePastTheToleranceIsPastTheEnd)
 
 TEST(PoseTable, FarPastTheEndIsPastTheEndWhereverAnIntegerWouldWrap)
 {
-    for (double const past : {42949.67296, 21474.83648, 42949672.96, 1e15, 1e300, infinity})
-    {
+    for (double const past : {42949.67296, 21474.83648, 42949672.96, 1e15, 1e300, infinity}) {
         EXPECT_EQ(failureAt(fromOneToTwo(), 2.0 + past), "Time point past the trajectory end");
     }
 }
 
 TEST(PoseTable, TheToleranceEndsAtHalfAHundredThousandthOfASecond)
 {
-    // With the last key at 0 the product with 100000 is exactly 0.5 at 0.000005, and halves round away from zero.
+    // With the last key at 0 the product with 100000 is exactly 0.5 at 0.000005, and halves round away from
+    // zero.
     Trajectory const trajectory = InterpolatedTrajectoryPathBuilder().addPose(TimeStamp(0.0), at(5)).build();
     ASSERT_EQ(0.000005 * 100000.0, 0.5);
     EXPECT_EQ(failureAt(trajectory, 0.000005), "Time point past the trajectory end");
@@ -123,8 +120,7 @@ TEST(PoseTable, NaNCountsAsBeforeTheFirstKey)
 TEST(PoseTable, WithoutPosesEveryTimeFailsAsEmpty)
 {
     Trajectory const trajectory = InterpolatedTrajectoryPathBuilder().build();
-    for (double const time : {0.0, 1.0, -1.0, nan})
-    {
+    for (double const time : {0.0, 1.0, -1.0, nan}) {
         EXPECT_EQ(failureAt(trajectory, time), "Cannot query transformation from an empty trajectory");
     }
 }
@@ -202,8 +198,7 @@ struct Answer
 Answer answerOf(auto const& function, double time)
 {
     std::string failure = failureOf(function, time);
-    if (failure.empty())
-    {
+    if (failure.empty()) {
         return {function(time), ""};
     }
     return {std::nullopt, failure};
@@ -211,8 +206,7 @@ Answer answerOf(auto const& function, double time)
 
 testing::AssertionResult sameAnswer(Answer const& a, Answer const& b)
 {
-    if (a.failure != b.failure)
-    {
+    if (a.failure != b.failure) {
         return testing::AssertionFailure() << "'" << a.failure << "' and '" << b.failure << "'";
     }
     return a.pose ? sameBits(*a.pose, *b.pose) : testing::AssertionSuccess();
@@ -222,8 +216,7 @@ void expectToAnswerAsTheMap(std::vector<double> const& times, RandomPoses& rando
 {
     InterpolatedTrajectoryPathBuilder builder;
     MapPoseFunction map;
-    for (double const time : times)
-    {
+    for (double const time : times) {
         auto const pose = random.pose();
         builder.addPose(TimeStamp(time), pose);
         map.poses[TimeStamp(time)] = pose;
@@ -233,26 +226,21 @@ void expectToAnswerAsTheMap(std::vector<double> const& times, RandomPoses& rando
     EXPECT_EQ(trajectory.getStopTime(), map.poses.rbegin()->first);
 
     std::vector<double> queries{nan, infinity, -infinity, 0.0};
-    for (double const time : times)
-    {
-        for (double const query : {time, std::nextafter(time, -infinity), std::nextafter(time, infinity)})
-        {
+    for (double const time : times) {
+        for (double const query : {time, std::nextafter(time, -infinity), std::nextafter(time, infinity)}) {
             queries.push_back(query);
         }
     }
     double const first = map.poses.begin()->first.get();
     double const last = map.poses.rbegin()->first.get();
-    if (std::isfinite(last - first))
-    {
+    if (std::isfinite(last - first)) {
         double const margin = 0.01 * (last - first) + 1e-5;
-        for (int i = 0; i < 500; ++i)
-        {
+        for (int i = 0; i < 500; ++i) {
             queries.push_back(random.number(first - margin, last + margin));
         }
     }
     auto const sample = [&](double t) { return trajectory.sample(t); };
-    for (double const query : queries)
-    {
+    for (double const query : queries) {
         ASSERT_TRUE(sameAnswer(answerOf(sample, query), answerOf(map, query)))
             << "at " << query << " of " << times.size() << " keys from " << first << " to " << last;
     }
@@ -267,13 +255,10 @@ std::vector<double> shuffled(std::vector<double> times, RandomPoses& random)
 TEST(PoseTable, AnswersAsAnOrderedMapForEvenTimes)
 {
     RandomPoses random(20);
-    for (std::size_t const count : {1U, 2U, 3U, 10U, 257U, 1000U})
-    {
-        for (double const origin : {0.0, -5.0, 1403715524.907})
-        {
+    for (std::size_t const count : {1U, 2U, 3U, 10U, 257U, 1000U}) {
+        for (double const origin : {0.0, -5.0, 1403715524.907}) {
             std::vector<double> times;
-            for (std::size_t i = 0; i < count; ++i)
-            {
+            for (std::size_t i = 0; i < count; ++i) {
                 times.push_back(origin + 0.005 * static_cast<double>(i));
             }
             expectToAnswerAsTheMap(times, random);
@@ -285,11 +270,9 @@ TEST(PoseTable, AnswersAsAnOrderedMapForEvenTimes)
 TEST(PoseTable, AnswersAsAnOrderedMapForNearlyEvenTimes)
 {
     RandomPoses random(21);
-    for (double const jitter : {0.1, 0.49, 0.51, 0.99, 1.5})
-    {
+    for (double const jitter : {0.1, 0.49, 0.51, 0.99, 1.5}) {
         std::vector<double> times;
-        for (int i = 0; i < 1000; ++i)
-        {
+        for (int i = 0; i < 1000; ++i) {
             times.push_back(0.01 * (i + random.number(-jitter, jitter)));
         }
         expectToAnswerAsTheMap(times, random);
@@ -299,11 +282,9 @@ TEST(PoseTable, AnswersAsAnOrderedMapForNearlyEvenTimes)
 TEST(PoseTable, AnswersAsAnOrderedMapForRandomTimesWithDuplicates)
 {
     RandomPoses random(22);
-    for (int round = 0; round < 50; ++round)
-    {
+    for (int round = 0; round < 50; ++round) {
         std::vector<double> times;
-        for (int i = 0; i < 200; ++i)
-        {
+        for (int i = 0; i < 200; ++i) {
             times.push_back(std::floor(random.number(-50, 50)) / 8);
         }
         expectToAnswerAsTheMap(times, random);
@@ -314,10 +295,8 @@ TEST(PoseTable, AnswersAsAnOrderedMapForBurstsAndGaps)
 {
     RandomPoses random(23);
     std::vector<double> times;
-    for (int burst = 0; burst < 20; ++burst)
-    {
-        for (int i = 0; i < 50; ++i)
-        {
+    for (int burst = 0; burst < 20; ++burst) {
+        for (int i = 0; i < 50; ++i) {
             times.push_back(1000.0 * burst + 1e-7 * i);
         }
     }
@@ -329,8 +308,7 @@ TEST(PoseTable, AnswersAsAnOrderedMapForGeometricTimes)
 {
     RandomPoses random(24);
     std::vector<double> times;
-    for (double time = 1e-300; time < 1e300; time *= 3)
-    {
+    for (double time = 1e-300; time < 1e300; time *= 3) {
         times.push_back(time);
     }
     expectToAnswerAsTheMap(times, random);
@@ -344,7 +322,8 @@ TEST(PoseTable, AnswersAsAnOrderedMapForTimesAtTheEndsOfTheNumberRange)
     expectToAnswerAsTheMap({-largest, 0.0, largest}, random);
     expectToAnswerAsTheMap({-infinity, -1.0, 0.0, 1.0, infinity}, random);
     expectToAnswerAsTheMap({0.0, smallest, 2 * smallest, 3 * smallest}, random);
-    expectToAnswerAsTheMap({1.0, std::nextafter(1.0, 2.0), std::nextafter(std::nextafter(1.0, 2.0), 2.0)}, random);
+    expectToAnswerAsTheMap({1.0, std::nextafter(1.0, 2.0), std::nextafter(std::nextafter(1.0, 2.0), 2.0)},
+                           random);
     expectToAnswerAsTheMap({infinity}, random);
     expectToAnswerAsTheMap({-infinity, infinity}, random);
 }

@@ -36,23 +36,18 @@ TrafoT<double> at(double x)
 // The pose function tells the time it was asked for, and counts its calls.
 Trajectory clock(double start, double stop, int* calls = nullptr)
 {
-    return Trajectory(TimeStamp(start),
-                      TimeStamp(stop),
-                      [calls](double t)
-                      {
-                          if (calls != nullptr)
-                          {
-                              ++*calls;
-                          }
-                          return at(t);
-                      });
+    return Trajectory(TimeStamp(start), TimeStamp(stop), [calls](double t) {
+        if (calls != nullptr) {
+            ++*calls;
+        }
+        return at(t);
+    });
 }
 
 std::vector<double> timesOf(SampledTrajectoryRange const& range)
 {
     std::vector<double> times;
-    for (TrajectoryNode const& node : range)
-    {
+    for (TrajectoryNode const& node : range) {
         times.push_back(node.time);
     }
     return times;
@@ -82,8 +77,7 @@ TEST(SampledTrajectory, WalksFromStartToStopWithBothEnds)
 TEST(SampledTrajectory, EachNodeHoldsThePoseOfItsTimeAndDefaultPayload)
 {
     Trajectory const trajectory = clock(0.0, 2.0);
-    for (TrajectoryNode const& node : trajectory.sampled(Duration(0.5)))
-    {
+    for (TrajectoryNode const& node : trajectory.sampled(Duration(0.5))) {
         EXPECT_EQ(node.pose.translation().x(), node.time);
         expectDefaultPayload(node);
     }
@@ -129,8 +123,7 @@ TEST(SampledTrajectory, TimesAreIndexTimesStepPlusStart)
     auto position = trajectory.sampled_over(TimeStamp(0.7), TimeStamp(9), Duration(0.1)).begin();
     double summed = 0.7;
     bool differs = false;
-    for (int i = 0; i < 50; ++i)
-    {
+    for (int i = 0; i < 50; ++i) {
         EXPECT_EQ(position->time, static_cast<double>(i) * 0.1 + 0.7);
         differs = differs || position->time != summed;
         summed += 0.1;
@@ -150,8 +143,7 @@ TEST(SampledTrajectory, EveryPositionEvaluatesThePoseFunctionOnceTheEndIncluded)
     EXPECT_EQ(end->time, 4.0);
     auto position = range.begin();
     EXPECT_EQ(calls, 2);
-    for (; position != end; ++position)
-    {
+    for (; position != end; ++position) {
         (void)*position;
         (void)position->time;
     }
@@ -177,7 +169,8 @@ TEST(SampledTrajectory, IteratorsCompareByIndexAlone)
     EXPECT_FALSE(a != b);
     EXPECT_TRUE(a != c);
     EXPECT_FALSE(a == c);
-    EXPECT_TRUE(one.sampled(Duration(1)).end() == SampledTrajectoryIterator(&other, TimeStamp(0), 11, Duration(1)));
+    EXPECT_TRUE(one.sampled(Duration(1)).end() ==
+                SampledTrajectoryIterator(&other, TimeStamp(0), 11, Duration(1)));
 }
 
 TEST(SampledTrajectory, PostfixIncrementReturnsTheOldPosition)
@@ -208,7 +201,8 @@ TEST(SampledTrajectory, AnIndexBeyondTheSignedRangeIsReadAsUnsigned)
 {
     std::uint64_t const index = std::uint64_t{1} << 63;
     Trajectory const trajectory = clock(0.0, 1e19);
-    EXPECT_EQ(SampledTrajectoryIterator(&trajectory, TimeStamp(0), index, Duration(1))->time, 9223372036854775808.0);
+    EXPECT_EQ(SampledTrajectoryIterator(&trajectory, TimeStamp(0), index, Duration(1))->time,
+              9223372036854775808.0);
 }
 
 TEST(SampledTrajectory, ATimeThatIsNaNKeepsTheNode)
@@ -226,7 +220,8 @@ TEST(SampledTrajectory, StepsOfZeroAndBelowAreNotChecked)
     // llround(10 / -5) + 1 is -1, the largest unsigned count.
     auto const range = trajectory.sampled(Duration(-5.0));
     EXPECT_TRUE(range.end() ==
-                SampledTrajectoryIterator(&trajectory, TimeStamp(0), std::numeric_limits<std::uint64_t>::max(), Duration(1)));
+                SampledTrajectoryIterator(
+                    &trajectory, TimeStamp(0), std::numeric_limits<std::uint64_t>::max(), Duration(1)));
     EXPECT_NO_THROW((void)trajectory.sampled(Duration(0.0)).begin());
 }
 
@@ -239,10 +234,8 @@ TEST(SampledTrajectory, WithoutAPoseFunctionTheFirstPositionInsideFails)
 TEST(SampledTrajectory, WhatThePoseFunctionThrowsPassesThroughTheIncrement)
 {
     // An interval wider than the table behind it.
-    auto const table = InterpolatedTrajectoryPathBuilder()
-                           .addPose(TimeStamp(0), at(0))
-                           .addPose(TimeStamp(1), at(1))
-                           .build();
+    auto const table =
+        InterpolatedTrajectoryPathBuilder().addPose(TimeStamp(0), at(0)).addPose(TimeStamp(1), at(1)).build();
     Trajectory const wide(TimeStamp(0), TimeStamp(5), [table](double t) { return table.sample(t); });
     auto position = wide.sampled(Duration(1)).begin();
     ++position;

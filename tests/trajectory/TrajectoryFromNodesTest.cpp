@@ -25,8 +25,7 @@ using support::sameBits;
 std::vector<TrajectoryNode> randomNodes(int count, support::RandomPoses& random)
 {
     std::vector<TrajectoryNode> nodes;
-    for (int i = 0; i < count; ++i)
-    {
+    for (int i = 0; i < count; ++i) {
         nodes.emplace_back(0.1 * i, random.pose());
     }
     return nodes;
@@ -36,8 +35,7 @@ void expectSameTrajectory(Trajectory const& a, Trajectory const& b)
 {
     EXPECT_EQ(a.getStartTime(), b.getStartTime());
     EXPECT_EQ(a.getStopTime(), b.getStopTime());
-    for (auto const& node : a.sampled(Duration(0.013)))
-    {
+    for (auto const& node : a.sampled(Duration(0.013))) {
         ASSERT_TRUE(sameBits(node.pose, b.sample(node.time)));
     }
 }
@@ -50,8 +48,7 @@ TEST(TrajectoryFromNodes, RunsFromTheSmallestToTheLargestTime)
     EXPECT_EQ(trajectory.getStartTime(), TimeStamp(nodes.front().time));
     EXPECT_EQ(trajectory.getStopTime(), TimeStamp(nodes.back().time));
     EXPECT_FALSE(trajectory.hasGlobalAccelerations());
-    for (auto const& node : nodes)
-    {
+    for (auto const& node : nodes) {
         EXPECT_TRUE(trajectory.sample(node.time) == node.pose);
     }
 }
@@ -69,10 +66,12 @@ TEST(TrajectoryFromNodes, DescendingAndShuffledNodesGiveTheSameTrajectory)
 
 TEST(TrajectoryFromNodes, OfTwoNodesAtOneTimeTheLaterInTheVectorDecides)
 {
-    auto const at = [](double time, double x)
-    { return TrajectoryNode(time, TrafoT<double>::Translation(Eigen::Vector3d(x, 0, 0))); };
-    auto const middle = [&](std::vector<TrajectoryNode> const& nodes)
-    { return buildTrajectoryFromTrajectoryNodes(nodes).sample(1.0).translation().x(); };
+    auto const at = [](double time, double x) {
+        return TrajectoryNode(time, TrafoT<double>::Translation(Eigen::Vector3d(x, 0, 0)));
+    };
+    auto const middle = [&](std::vector<TrajectoryNode> const& nodes) {
+        return buildTrajectoryFromTrajectoryNodes(nodes).sample(1.0).translation().x();
+    };
     EXPECT_EQ(middle({at(0, 0), at(1, 10), at(1, 20), at(2, 0)}), 20);
     EXPECT_EQ(middle({at(1, 10), at(2, 0), at(0, 0), at(1, 20)}), 20);
     EXPECT_EQ(middle({at(2, 0), at(1, 20), at(1, 10), at(0, 0)}), 10);
@@ -84,7 +83,8 @@ TEST(TrajectoryFromNodes, TransformsStandOnEitherSideOfThePose)
     auto const pose = random.pose();
     auto const left = random.pose();
     auto const right = random.pose();
-    Trajectory const trajectory = buildTrajectoryFromTrajectoryNodes({TrajectoryNode(3.0, pose)}, right, left);
+    Trajectory const trajectory =
+        buildTrajectoryFromTrajectoryNodes({TrajectoryNode(3.0, pose)}, right, left);
     EXPECT_EQ(trajectory.getStartTime(), TimeStamp(3.0));
     EXPECT_EQ(trajectory.getStopTime(), TimeStamp(3.0));
     EXPECT_TRUE(sameBits(trajectory.sample(3.0), (left * pose) * right));
@@ -96,12 +96,12 @@ TEST(TrajectoryFromNodes, TheInnerProductIsFormedFirst)
     // Over random poses the two ways of bracketing differ in the last bits somewhere.
     support::RandomPoses random(53);
     bool differs = false;
-    for (int i = 0; i < 100; ++i)
-    {
+    for (int i = 0; i < 100; ++i) {
         auto const pose = random.pose();
         auto const left = random.pose();
         auto const right = random.pose();
-        auto const result = buildTrajectoryFromTrajectoryNodes({TrajectoryNode(0.0, pose)}, right, left).sample(0.0);
+        auto const result =
+            buildTrajectoryFromTrajectoryNodes({TrajectoryNode(0.0, pose)}, right, left).sample(0.0);
         ASSERT_TRUE(sameBits(result, (left * pose) * right));
         differs = differs || !sameBits(result, left * (pose * right));
     }
@@ -132,13 +132,10 @@ TEST(TrajectoryFromNodes, WithoutNodesItIsTheTrajectoryOfAnEmptyBuilder)
     Trajectory const trajectory = buildTrajectoryFromTrajectoryNodes({});
     EXPECT_EQ(trajectory.getStartTime(), TimeStamp(0.0));
     EXPECT_EQ(trajectory.getStopTime(), TimeStamp(0.0));
-    try
-    {
+    try {
         (void)trajectory.sample(0.0);
         FAIL() << "nothing was thrown";
-    }
-    catch (std::out_of_range const& failure)
-    {
+    } catch (std::out_of_range const& failure) {
         EXPECT_STREQ(failure.what(), "Cannot query transformation from an empty trajectory");
     }
 }
@@ -155,8 +152,8 @@ TEST(TrajectoryFromNodes, OwnsItsPoses)
 TEST(TrajectoryFromNodes, NodesAtNaNAreLeftOut)
 {
     double const nan = std::numeric_limits<double>::quiet_NaN();
-    Trajectory const trajectory =
-        buildTrajectoryFromTrajectoryNodes({TrajectoryNode(nan), TrajectoryNode(1.0), TrajectoryNode(nan), TrajectoryNode(2.0)});
+    Trajectory const trajectory = buildTrajectoryFromTrajectoryNodes(
+        {TrajectoryNode(nan), TrajectoryNode(1.0), TrajectoryNode(nan), TrajectoryNode(2.0)});
     EXPECT_EQ(trajectory.getStartTime(), TimeStamp(1.0));
     EXPECT_EQ(trajectory.getStopTime(), TimeStamp(2.0));
 }

@@ -74,8 +74,9 @@ TEST(TrajectoryNode, ArgumentsReachTheirFields)
 TEST(TrajectoryNode, ThePoseStandsBeforeTheTimeInTheFields)
 {
     TrajectoryNode const node;
-    auto const offsetOf = [&node](auto const& field)
-    { return reinterpret_cast<std::byte const*>(&field) - reinterpret_cast<std::byte const*>(&node); };
+    auto const offsetOf = [&node](auto const& field) {
+        return reinterpret_cast<std::byte const*>(&field) - reinterpret_cast<std::byte const*>(&node);
+    };
     EXPECT_EQ(offsetOf(node.pose), 0);
     EXPECT_LT(offsetOf(node.pose), offsetOf(node.time));
     EXPECT_LT(offsetOf(node.time), offsetOf(node.type));
@@ -101,7 +102,8 @@ TEST(TrajectoryNode, MoveConstructionLeavesTheSourceUnchanged)
     TrajectoryNode source = numbered(100);
     TrajectoryNode const moved(std::move(source));
     expectSame(moved, numbered(100));
-    expectSame(source, numbered(100)); // NOLINT(bugprone-use-after-move): what stays behind is part of the contract
+    expectSame(source,
+               numbered(100)); // NOLINT(bugprone-use-after-move): what stays behind is part of the contract
 }
 
 TEST(TrajectoryNode, MoveAssignmentExchangesTranslationAndMatricesAndCopiesTheRest)

@@ -85,14 +85,12 @@ TEST(Trajectory, AcceptsAReversedInterval)
 TEST(Trajectory, ContainsBothEndsWithoutTolerance)
 {
     Trajectory const trajectory = clock(1.0, 2.0);
-    for (double const inside : {1.0, 1.5, 2.0})
-    {
+    for (double const inside : {1.0, 1.5, 2.0}) {
         EXPECT_TRUE(trajectory.contains(inside));
         EXPECT_TRUE(trajectory.contains(TimeStamp(inside)));
         EXPECT_TRUE(trajectory.contains(static_cast<int64>(inside * 1e8)));
     }
-    for (double const outside : {0.99999999, 2.00000001})
-    {
+    for (double const outside : {0.99999999, 2.00000001}) {
         EXPECT_FALSE(trajectory.contains(outside));
         EXPECT_FALSE(trajectory.contains(TimeStamp(outside)));
         EXPECT_FALSE(trajectory.contains(static_cast<int64>(std::llround(outside * 1e8))));
@@ -178,8 +176,14 @@ TEST(Trajectory, ConstructorsCallNeitherFunction)
     Trajectory const trajectory(
         TimeStamp(0),
         TimeStamp(1),
-        [&calls](double) { ++calls; return TrafoT<double>(); },
-        [&calls](double) { ++calls; return Vec3d<double>{}; });
+        [&calls](double) {
+            ++calls;
+            return TrafoT<double>();
+        },
+        [&calls](double) {
+            ++calls;
+            return Vec3d<double>{};
+        });
     Trajectory const copy(trajectory);
     EXPECT_EQ(calls, 0);
     (void)copy.sample(0.0);
@@ -191,13 +195,10 @@ TEST(Trajectory, WithoutAccelerationsAskingForOneIsABrokenContract)
 {
     Trajectory const trajectory = clock(0.0, 1.0);
     EXPECT_FALSE(trajectory.hasGlobalAccelerations());
-    try
-    {
+    try {
         (void)trajectory.sampleGlobalAcceleration(TimeStamp(0.5));
         FAIL() << "nothing was thrown";
-    }
-    catch (oV::InternalErrorException const& failure)
-    {
+    } catch (oV::InternalErrorException const& failure) {
         EXPECT_EQ(failure.getDesc().compare(L"No acceleration info provided."), 0);
         EXPECT_EQ(failure.getFunction().compare(L"oV::Roamscan::Trajectory::sampleGlobalAcceleration"), 0);
         EXPECT_EQ(failure.getFile().compare(L"Trajectory"), 0);
@@ -217,7 +218,9 @@ TEST(Trajectory, SamplesAccelerationsForAnyTimeAndTheOrFormOnlyInside)
         TimeStamp(0),
         TimeStamp(1),
         [](double t) { return at(t); },
-        [](double t) { return Vec3d<double>{t, 2 * t, 3 * t}; });
+        [](double t) {
+            return Vec3d<double>{t, 2 * t, 3 * t};
+        });
     EXPECT_TRUE(trajectory.hasGlobalAccelerations());
     expectVector(trajectory.sampleGlobalAcceleration(TimeStamp(0.5)), 0.5, 1.0, 1.5);
     expectVector(trajectory.sampleGlobalAcceleration(TimeStamp(50)), 50, 100, 150);
@@ -246,8 +249,9 @@ TEST(Trajectory, CopiesCloneBothFunctions)
         Counter(Counter const& other) : calls(std::make_unique<int>(*other.calls)) {}
         TrafoT<double> operator()(double) const { return at(++*calls); }
     };
-    Trajectory const original(
-        TimeStamp(1), TimeStamp(2), Counter(), [](double) { return Vec3d<double>{1, 2, 3}; });
+    Trajectory const original(TimeStamp(1), TimeStamp(2), Counter(), [](double) {
+        return Vec3d<double>{1, 2, 3};
+    });
     EXPECT_EQ(original.sample(1.0).translation().x(), 1);
     Trajectory const copy(original);
     EXPECT_EQ(original.sample(1.0).translation().x(), 2);

@@ -39,8 +39,7 @@ using Matrix = Eigen::Matrix3d;
 std::string bytes(std::initializer_list<int> values)
 {
     std::string result;
-    for (int const value : values)
-    {
+    for (int const value : values) {
         result.push_back(static_cast<char>(value));
     }
     return result;
@@ -49,8 +48,7 @@ std::string bytes(std::initializer_list<int> values)
 std::string littleEndian(std::uint64_t value, int count)
 {
     std::string result;
-    for (int i = 0; i < count; ++i)
-    {
+    for (int i = 0; i < count; ++i) {
         result.push_back(static_cast<char>(value >> (8 * i)));
     }
     return result;
@@ -74,8 +72,7 @@ std::string u16(std::uint16_t value)
 std::string f64(std::initializer_list<double> values)
 {
     std::string result;
-    for (double const value : values)
-    {
+    for (double const value : values) {
         result += u64(std::bit_cast<std::uint64_t>(value));
     }
     return result;
@@ -109,8 +106,7 @@ TrajectoryNode numberedNode()
                         Matrix::Zero(),
                         Matrix::Zero(),
                         true);
-    for (int i = 0; i < 9; ++i)
-    {
+    for (int i = 0; i < 9; ++i) {
         node.matrixA.data()[i] = 11 + i;
         node.matrixB.data()[i] = 21 + i;
     }
@@ -130,8 +126,7 @@ TrajectoryData randomStore(int nodes, std::uint64_t seed)
 {
     support::RandomPoses random(seed);
     TrajectoryData store;
-    for (int i = 0; i < nodes; ++i)
-    {
+    for (int i = 0; i < nodes; ++i) {
         store.nodes.emplace_back(random.number(-1e9, 1e9),
                                  random.pose(),
                                  static_cast<TrajectoryNode::Type>(i * 77777),
@@ -139,8 +134,7 @@ TrajectoryData randomStore(int nodes, std::uint64_t seed)
                                  Matrix::Random(),
                                  i % 3 == 0);
     }
-    for (Device const device : {Device::Device0, Device::Device1, Device::Device2, Device::Device3})
-    {
+    for (Device const device : {Device::Device0, Device::Device1, Device::Device2, Device::Device3}) {
         store.devicePositions[device] = random.pose();
     }
     return store;
@@ -149,8 +143,7 @@ TrajectoryData randomStore(int nodes, std::uint64_t seed)
 void expectSame(TrajectoryData const& actual, TrajectoryData const& expected)
 {
     ASSERT_EQ(actual.nodes.size(), expected.nodes.size());
-    for (std::size_t i = 0; i < actual.nodes.size(); ++i)
-    {
+    for (std::size_t i = 0; i < actual.nodes.size(); ++i) {
         auto const& a = actual.nodes[i];
         auto const& b = expected.nodes[i];
         ASSERT_TRUE(sameBits(a.pose, b.pose)) << "node " << i;
@@ -161,8 +154,7 @@ void expectSame(TrajectoryData const& actual, TrajectoryData const& expected)
         ASSERT_EQ(a.flag, b.flag) << "node " << i;
     }
     ASSERT_EQ(actual.devicePositions.size(), expected.devicePositions.size());
-    for (auto const& [device, pose] : expected.devicePositions)
-    {
+    for (auto const& [device, pose] : expected.devicePositions) {
         ASSERT_TRUE(actual.devicePositions.contains(device));
         ASSERT_TRUE(sameBits(actual.devicePositions.at(device), pose));
     }
@@ -178,8 +170,7 @@ protected:
     static std::vector<std::string> loggedTexts()
     {
         std::vector<std::string> texts;
-        for (auto const& message : oV::Models::the().logMessages())
-        {
+        for (auto const& message : oV::Models::the().logMessages()) {
             texts.emplace_back(message.message.stringAnsi());
         }
         return texts;
@@ -189,40 +180,40 @@ protected:
 // Literal bytes
 
 std::string const emptyFrame = bytes({
-    0x0C, 0, 0, 0, 0, 0, 0, 0, // 12 bytes follow
-    0x08, 0, 0, 0,             // the root table lies at 8
-    0x04, 0, 0x04, 0,          // its vtable: 4 bytes, a table of 4 bytes, no fields
-    0x04, 0, 0, 0,             // the root table: its vtable lies 4 before it
+    0x0C, 0, 0,    0, 0, 0, 0, 0, // 12 bytes follow
+    0x08, 0, 0,    0,             // the root table lies at 8
+    0x04, 0, 0x04, 0,             // its vtable: 4 bytes, a table of 4 bytes, no fields
+    0x04, 0, 0,    0,             // the root table: its vtable lies 4 before it
 });
 
 // The frame of oneNodeAndOneDevice(). Offsets count from the buffer's beginning, behind the count.
 std::string frameOfOneNodeAndOneDevice()
 {
-    return u64(344)                                        // 344 bytes follow
-           + u32(16)                                       //   0 the root table lies at 16
-           + u32(0)                                        //   4 (nothing, so that doubles lie on multiples of 8)
-           + u16(8) + u16(12) + u16(4) + u16(8)            //   8 root's vtable: 8 bytes, table of 12, fields at 4 and 8
-           + u32(8)                                        //  16 the root table: its vtable lies 8 before it
-           + u32(76)                                       //  20 nodes at 20 + 76
-           + u32(4)                                        //  24 devicePositions at 24 + 4
-           + u32(1)                                        //  28 one device
-           + u32(2) + u32(0)                               //  32 Device2, four bytes of nothing
-           + f64({31, 32, 33})                             //  40 translation x, y, z
-           + f64({34, 35, 36, 37})                         //  64 rotation w, x, y, z
-           + u32(1)                                        //  96 one node
-           + u32(20)                                       // 100 at 100 + 20
-           + u16(16) + u16(224)                            // 104 its vtable: 16 bytes, table of 224, then the places of
-           + u16(216) + u16(8) + u16(68)                   // 108 time, pose, type,
-           + u16(72) + u16(144) + u16(7)                   // 114 matrixA, matrixB, flag
-           + u32(16)                                       // 120 the node: its vtable lies 16 before it
-           + bytes({0, 0, 0, 1})                           // 124 (nothing), flag
-           + f64({1, 2, 3})                                // 128 translation x, y, z
-           + f64({4, 5, 6, 7})                             // 152 rotation w, x, y, z
-           + u32(0)                                        // 184 (nothing)
-           + u32(0xA0B0C0D0U)                              // 188 type
-           + f64({11, 12, 13, 14, 15, 16, 17, 18, 19})     // 192 matrixA by columns
-           + f64({21, 22, 23, 24, 25, 26, 27, 28, 29})     // 264 matrixB by columns
-           + f64({1.5});                                   // 336 time
+    return u64(344)                             // 344 bytes follow
+           + u32(16)                            //   0 the root table lies at 16
+           + u32(0)                             //   4 (nothing, so that doubles lie on multiples of 8)
+           + u16(8) + u16(12) + u16(4) + u16(8) //   8 root's vtable: 8 bytes, table of 12, fields at 4 and 8
+           + u32(8)                             //  16 the root table: its vtable lies 8 before it
+           + u32(76)                            //  20 nodes at 20 + 76
+           + u32(4)                             //  24 devicePositions at 24 + 4
+           + u32(1)                             //  28 one device
+           + u32(2) + u32(0)                    //  32 Device2, four bytes of nothing
+           + f64({31, 32, 33})                  //  40 translation x, y, z
+           + f64({34, 35, 36, 37})              //  64 rotation w, x, y, z
+           + u32(1)                             //  96 one node
+           + u32(20)                            // 100 at 100 + 20
+           + u16(16) + u16(224)                 // 104 its vtable: 16 bytes, table of 224, then the places of
+           + u16(216) + u16(8) + u16(68)        // 108 time, pose, type,
+           + u16(72) + u16(144) + u16(7)        // 114 matrixA, matrixB, flag
+           + u32(16)                            // 120 the node: its vtable lies 16 before it
+           + bytes({0, 0, 0, 1})                // 124 (nothing), flag
+           + f64({1, 2, 3})                     // 128 translation x, y, z
+           + f64({4, 5, 6, 7})                  // 152 rotation w, x, y, z
+           + u32(0)                             // 184 (nothing)
+           + u32(0xA0B0C0D0U)                   // 188 type
+           + f64({11, 12, 13, 14, 15, 16, 17, 18, 19}) // 192 matrixA by columns
+           + f64({21, 22, 23, 24, 25, 26, 27, 28, 29}) // 264 matrixB by columns
+           + f64({1.5});                               // 336 time
 }
 
 // Where things stand in that frame, the count included.
@@ -302,7 +293,8 @@ TEST_F(TrajectoryDataStream, NaNsInfinitiesAndMinusZeroSurvive)
 TEST_F(TrajectoryDataStream, TheFlagOfAPoseIsNotStoredAndComesBackValid)
 {
     TrajectoryData store;
-    store.nodes.emplace_back(1.0, TrafoT<double>(Eigen::Vector3d(1, 2, 3), Eigen::Quaterniond::Identity(), false));
+    store.nodes.emplace_back(1.0,
+                             TrafoT<double>(Eigen::Vector3d(1, 2, 3), Eigen::Quaterniond::Identity(), false));
     store.devicePositions[Device::Device0] =
         TrafoT<double>(Eigen::Vector3d(4, 5, 6), Eigen::Quaterniond::Identity(), false);
     auto const back = readBack(written(store));
@@ -322,8 +314,10 @@ TEST_F(TrajectoryDataStream, ANodeAtTheFilesDefaultsHasNoneOfThoseFieldsAndReads
                              Matrix::Constant(2),
                              false);
     std::string const frame = written(store);
-    // Its vtable ends at matrixB: 14 bytes, a table of 204; time, pose, type, matrixA and matrixB, 0 for absent.
-    EXPECT_NE(frame.find(u16(14) + u16(204) + u16(0) + u16(4) + u16(0) + u16(60) + u16(132)), std::string::npos);
+    // Its vtable ends at matrixB: 14 bytes, a table of 204; time, pose, type, matrixA and matrixB, 0 for
+    // absent.
+    EXPECT_NE(frame.find(u16(14) + u16(204) + u16(0) + u16(4) + u16(0) + u16(60) + u16(132)),
+              std::string::npos);
     EXPECT_LT(frame.size(), frameOfOneNodeAndOneDevice().size() - 8);
     auto const back = readBack(frame);
     ASSERT_NE(back, nullptr);
@@ -336,8 +330,7 @@ TEST_F(TrajectoryDataStream, AStoreWithNodesAloneOrDevicesAloneReadsBack)
     TrajectoryData nodes = randomStore(5, 81);
     nodes.devicePositions.clear();
     TrajectoryData devices = randomStore(0, 82);
-    for (TrajectoryData const& store : {nodes, devices})
-    {
+    for (TrajectoryData const& store : {nodes, devices}) {
         auto const back = readBack(written(store));
         ASSERT_NE(back, nullptr);
         expectSame(*back, store);
@@ -398,8 +391,7 @@ Refusal expectRefused(std::string const& frame)
 
 TEST_F(TrajectoryDataStream, AStreamThatIsNotGoodIsNeitherReadNorTouched)
 {
-    for (auto const state : {std::ios::eofbit, std::ios::failbit, std::ios::badbit})
-    {
+    for (auto const state : {std::ios::eofbit, std::ios::failbit, std::ios::badbit}) {
         std::istringstream stream(frameOfOneNodeAndOneDevice());
         stream.setstate(state);
         TrajectoryData store;
@@ -414,16 +406,14 @@ TEST_F(TrajectoryDataStream, AStreamThatIsNotGoodIsNeitherReadNorTouched)
 TEST_F(TrajectoryDataStream, AStreamThatEndsAnywhereIsRefused)
 {
     std::string const frame = frameOfOneNodeAndOneDevice();
-    for (std::size_t length = 0; length < frame.size(); ++length)
-    {
+    for (std::size_t length = 0; length < frame.size(); ++length) {
         EXPECT_FALSE(expectRefused(frame.substr(0, length)).good) << length << " bytes";
     }
 }
 
 TEST_F(TrajectoryDataStream, ACountBelowFiveIsRefusedWithTheStreamStillGood)
 {
-    for (std::uint64_t count = 0; count < 5; ++count)
-    {
+    for (std::uint64_t count = 0; count < 5; ++count) {
         auto const refusal = expectRefused(u64(count) + std::string(16, '\0'));
         EXPECT_TRUE(refusal.good);
         EXPECT_EQ(refusal.position, static_cast<std::streamoff>(8 + count));
@@ -434,17 +424,16 @@ TEST_F(TrajectoryDataStream, ABufferThatIsNotSoundIsRefusedWithTheStreamBehindIt
 {
     std::string const sound = frameOfOneNodeAndOneDevice();
     std::vector<std::string> const damaged{
-        withU32(sound, 8, 0x7FFFFFFF),       // root offset
-        withU32(sound, 8, 344),              // root just behind the end
-        withU16(sound, 8 + 8, 400),          // root's vtable too long
-        withU32(sound, 8 + 20, 0x40000000),  // nodes outside
-        withU32(sound, 8 + 96, 1000),        // more nodes than there is room for
-        withU32(sound, 8 + 28, 0xFFFFFFFF),  // more devices than there is room for
-        withU32(sound, 8 + 100, 21),         // a node off its alignment
-        withU16(sound, poseEntry, 225),      // a pose outside its node
+        withU32(sound, 8, 0x7FFFFFFF),      // root offset
+        withU32(sound, 8, 344),             // root just behind the end
+        withU16(sound, 8 + 8, 400),         // root's vtable too long
+        withU32(sound, 8 + 20, 0x40000000), // nodes outside
+        withU32(sound, 8 + 96, 1000),       // more nodes than there is room for
+        withU32(sound, 8 + 28, 0xFFFFFFFF), // more devices than there is room for
+        withU32(sound, 8 + 100, 21),        // a node off its alignment
+        withU16(sound, poseEntry, 225),     // a pose outside its node
     };
-    for (std::string const& frame : damaged)
-    {
+    for (std::string const& frame : damaged) {
         auto const refusal = expectRefused(frame + "rest");
         EXPECT_TRUE(refusal.good);
         EXPECT_EQ(refusal.position, 8 + 344);
@@ -454,10 +443,8 @@ TEST_F(TrajectoryDataStream, ABufferThatIsNotSoundIsRefusedWithTheStreamBehindIt
 TEST_F(TrajectoryDataStream, EveryDamagedByteIsReadOrRefusedWithoutHarm)
 {
     std::string const sound = frameOfOneNodeAndOneDevice();
-    for (std::size_t position = 8; position < sound.size(); ++position)
-    {
-        for (int const value : {0x00, 0x01, 0x7F, 0x80, 0xFF})
-        {
+    for (std::size_t position = 8; position < sound.size(); ++position) {
+        for (int const value : {0x00, 0x01, 0x7F, 0x80, 0xFF}) {
             std::string frame = sound;
             frame[position] = static_cast<char>(value);
             (void)readBack(frame);
@@ -478,8 +465,7 @@ TEST_F(TrajectoryDataStream, ANodeWithoutAMatrixIsRefused)
 
 TEST_F(TrajectoryDataStream, ACountThatLiesIsRefusedOnceTheStreamEnds)
 {
-    for (std::uint64_t const count : {std::uint64_t{345}, std::uint64_t{1} << 20, std::uint64_t{1} << 31})
-    {
+    for (std::uint64_t const count : {std::uint64_t{345}, std::uint64_t{1} << 20, std::uint64_t{1} << 31}) {
         EXPECT_FALSE(expectRefused(frameOfOneNodeAndOneDevice().replace(0, 8, u64(count))).good);
     }
 }
@@ -489,13 +475,10 @@ TEST_F(TrajectoryDataStream, ACountOf2To40FailsOneWayOrTheOther)
     std::istringstream stream(frameOfOneNodeAndOneDevice().replace(0, 8, u64(std::uint64_t{1} << 40)));
     TrajectoryData const before = randomStore(3, 87);
     TrajectoryData store(before);
-    try
-    {
+    try {
         EXPECT_FALSE(store.readFromStream(stream)); // where the allocator hands out address space
         EXPECT_FALSE(stream.good());
-    }
-    catch (std::bad_alloc const&)
-    {
+    } catch (std::bad_alloc const&) {
         EXPECT_TRUE(stream.good());
         EXPECT_EQ(stream.tellg(), 8);
     }
@@ -504,8 +487,7 @@ TEST_F(TrajectoryDataStream, ACountOf2To40FailsOneWayOrTheOther)
 
 TEST_F(TrajectoryDataStream, ACountBeyondAnyBufferPassesTheLengthFailureThroughWithTheStreamBehindTheCount)
 {
-    for (std::uint64_t const count : {std::uint64_t{1} << 63, std::numeric_limits<std::uint64_t>::max()})
-    {
+    for (std::uint64_t const count : {std::uint64_t{1} << 63, std::numeric_limits<std::uint64_t>::max()}) {
         std::istringstream stream(frameOfOneNodeAndOneDevice().replace(0, 8, u64(count)));
         TrajectoryData const before = randomStore(3, 88);
         TrajectoryData store(before);
@@ -519,8 +501,7 @@ TEST_F(TrajectoryDataStream, ACountBeyondAnyBufferPassesTheLengthFailureThroughW
 TEST_F(TrajectoryDataStream, WhatTheStreamThrowsPassesThroughAndTheStoreStays)
 {
     std::string const frame = frameOfOneNodeAndOneDevice();
-    for (std::size_t const length : {std::size_t{4}, std::size_t{100}})
-    {
+    for (std::size_t const length : {std::size_t{4}, std::size_t{100}}) {
         std::istringstream stream(frame.substr(0, length));
         stream.exceptions(std::ios::failbit);
         TrajectoryData const before = randomStore(3, 89);
@@ -537,15 +518,15 @@ std::string framedSharedNodes(std::uint32_t count)
 {
     std::string const single = frameOfOneNodeAndOneDevice();
     std::string const node = single.substr(nodeVtable); // vtable and table, of which the doubles lie on 8 * n
-    std::string buffer = u32(12) + u16(6) + u16(8) + u16(4) + u16(0) // root at 12, its vtable at 4, nodes alone
-                         + u32(8)                                    // 12 root
-                         + u32(4)                                    // 16 nodes at 20
+    std::string buffer = u32(12) + u16(6) + u16(8) + u16(4) +
+                         u16(0)   // root at 12, its vtable at 4, nodes alone
+                         + u32(8) // 12 root
+                         + u32(4) // 16 nodes at 20
                          + u32(count);
     std::size_t const offsetsBegin = buffer.size();
     std::size_t nodeBegin = offsetsBegin + 4 * std::size_t{count};
     nodeBegin += (8 - nodeBegin % 8) % 8;
-    for (std::uint32_t i = 0; i < count; ++i)
-    {
+    for (std::uint32_t i = 0; i < count; ++i) {
         buffer += u32(static_cast<std::uint32_t>(nodeBegin + 16 - (offsetsBegin + 4 * std::size_t{i})));
     }
     buffer.resize(nodeBegin, '\0');
@@ -557,8 +538,7 @@ TEST_F(TrajectoryDataStream, NodesMayShareATable)
     auto const store = readBack(framedSharedNodes(10));
     ASSERT_NE(store, nullptr);
     ASSERT_EQ(store->nodes.size(), 10U);
-    for (auto const& node : store->nodes)
-    {
+    for (auto const& node : store->nodes) {
         EXPECT_EQ(node.time, 1.5);
         EXPECT_TRUE(sameBits(node.pose, numberedNode().pose));
     }
@@ -594,8 +574,7 @@ TEST_F(TrajectoryDataStream, AMillionNodesAreWrittenButNotReadBackAndOneFewerAre
 
 TEST_F(TrajectoryDataStream, AnUnknownDeviceIsDroppedWithAMessageAndTheReadGoesOn)
 {
-    for (std::uint32_t const value : {4U, 1000U, 0xFFFFFFFFU, 0x80000000U})
-    {
+    for (std::uint32_t const value : {4U, 1000U, 0xFFFFFFFFU, 0x80000000U}) {
         oV::Models::the().clearLog();
         auto const store = readBack(withU32(frameOfOneNodeAndOneDevice(), deviceValue, value));
         ASSERT_NE(store, nullptr);
@@ -616,8 +595,7 @@ TEST_F(TrajectoryDataStream, AnUnknownDeviceIsDroppedWithAMessageAndTheReadGoesO
 
 TEST_F(TrajectoryDataStream, TheFourKnownDevicesAreTakenOver)
 {
-    for (std::uint32_t value = 0; value < 4; ++value)
-    {
+    for (std::uint32_t value = 0; value < 4; ++value) {
         auto const store = readBack(withU32(frameOfOneNodeAndOneDevice(), deviceValue, value));
         ASSERT_NE(store, nullptr);
         EXPECT_TRUE(store->devicePositions.contains(static_cast<Device>(value)));
@@ -640,10 +618,9 @@ TEST_F(TrajectoryDataStream, AnUnknownDeviceIsWrittenAsItsNumber)
 std::string framedDevices(std::initializer_list<std::pair<std::int32_t, double>> devices)
 {
     std::string buffer = u32(16) + u32(0) + u16(8) + u16(8) + u16(0) + u16(4) // root at 16, its vtable at 8
-                         + u32(8) + u32(8)                                    // 16 root, 20 devicePositions at 28
+                         + u32(8) + u32(8) // 16 root, 20 devicePositions at 28
                          + u32(0) + u32(static_cast<std::uint32_t>(devices.size()));
-    for (auto const& [device, x] : devices)
-    {
+    for (auto const& [device, x] : devices) {
         buffer += u32(static_cast<std::uint32_t>(device)) + u32(0) + f64({x, 0, 0, 1, 0, 0, 0});
     }
     return framed(buffer);
@@ -689,8 +666,7 @@ TEST_F(TrajectoryDataStream, ASinkThatThrowsLeavesTheStoreAsItWas)
 
 TEST_F(TrajectoryDataStream, NothingIsWrittenToAStreamThatIsNotGood)
 {
-    for (auto const state : {std::ios::eofbit, std::ios::failbit, std::ios::badbit})
-    {
+    for (auto const state : {std::ios::eofbit, std::ios::failbit, std::ios::badbit}) {
         std::ostringstream stream;
         stream.setstate(state);
         EXPECT_FALSE(oneNodeAndOneDevice().write(stream));
@@ -709,8 +685,7 @@ public:
 protected:
     int_type overflow(int_type character) override
     {
-        if (room_ == 0)
-        {
+        if (room_ == 0) {
             return traits_type::eof();
         }
         --room_;
@@ -729,8 +704,7 @@ private:
 
 TEST_F(TrajectoryDataStream, AStreamThatFailsOnTheWayGivesFalse)
 {
-    for (std::size_t const room : {0U, 4U, 8U, 100U, 351U})
-    {
+    for (std::size_t const room : {0U, 4U, 8U, 100U, 351U}) {
         LimitedBuffer buffer(room);
         std::ostream stream(&buffer);
         EXPECT_FALSE(oneNodeAndOneDevice().write(stream));

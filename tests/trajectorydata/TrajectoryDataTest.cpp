@@ -85,11 +85,13 @@ TEST(TrajectoryData, MovedFromIsCopied)
 {
     TrajectoryData source = smallStore();
     TrajectoryData const copy(std::move(source));
-    EXPECT_EQ(source.nodes.size(), 2U); // NOLINT(bugprone-use-after-move): what stays behind is part of the contract
+    EXPECT_EQ(source.nodes.size(),
+              2U); // NOLINT(bugprone-use-after-move): what stays behind is part of the contract
     EXPECT_EQ(copy.nodes.size(), 2U);
     TrajectoryData assigned;
     assigned = std::move(source);
-    EXPECT_EQ(source.nodes.size(), 2U); // NOLINT(bugprone-use-after-move): what stays behind is part of the contract
+    EXPECT_EQ(source.nodes.size(),
+              2U); // NOLINT(bugprone-use-after-move): what stays behind is part of the contract
     EXPECT_EQ(assigned.nodes.size(), 2U);
 }
 
@@ -107,16 +109,14 @@ TEST(TrajectoryData, DerivesTheTrajectoryBetweenTwoDevices)
     auto const to = random.pose();
     store.devicePositions[Device::Device2] = from;
     store.devicePositions[Device::Device3] = to;
-    for (int i = 0; i < 10; ++i)
-    {
+    for (int i = 0; i < 10; ++i) {
         store.nodes.emplace_back(i, random.pose());
     }
     Trajectory const trajectory = store.buildTrajectoryFromTrajectoryNodes(Device::Device2, Device::Device3);
     EXPECT_EQ(trajectory.getStartTime(), TimeStamp(0));
     EXPECT_EQ(trajectory.getStopTime(), TimeStamp(9));
     EXPECT_TRUE(sameBits(trajectory.sample(9.0), (to.inverse() * store.nodes[9].pose) * from));
-    for (auto const& node : store.nodes)
-    {
+    for (auto const& node : store.nodes) {
         EXPECT_TRUE(trajectory.sample(node.time) == (to.inverse() * node.pose) * from);
     }
 }
@@ -126,14 +126,12 @@ TEST(TrajectoryData, DerivesTheTrajectoryOfOneDeviceAsFromItToItself)
     RandomPoses random(61);
     TrajectoryData store;
     store.devicePositions[Device::Device0] = random.pose();
-    for (int i = 0; i < 10; ++i)
-    {
+    for (int i = 0; i < 10; ++i) {
         store.nodes.emplace_back(i, random.pose());
     }
     Trajectory const one = store.buildTrajectoryFromTrajectoryNodes(Device::Device0);
     Trajectory const two = store.buildTrajectoryFromTrajectoryNodes(Device::Device0, Device::Device0);
-    for (double time = 0; time < 9; time += 0.1)
-    {
+    for (double time = 0; time < 9; time += 0.1) {
         EXPECT_TRUE(sameBits(one.sample(time), two.sample(time)));
     }
 }
@@ -147,13 +145,10 @@ TEST(TrajectoryData, TheDevicePositionsOfAnyKeyServe)
 
 void expectMissing(auto const& build, wchar_t const* message)
 {
-    try
-    {
+    try {
         (void)build();
         FAIL() << "nothing was thrown";
-    }
-    catch (oV::InternalErrorException const& failure)
-    {
+    } catch (oV::InternalErrorException const& failure) {
         EXPECT_EQ(failure.getDesc().compare(message), 0);
         EXPECT_EQ(failure.getFunction().compare(
                       L"oV::Roamscan::TrajectoryData::buildTrajectoryFromTrajectoryNodes"),
@@ -169,19 +164,22 @@ constexpr wchar_t const* noTo = L"Cannot build trajectory without to device posi
 TEST(TrajectoryData, AMissingFromPositionIsABrokenContract)
 {
     auto const store = smallStore();
-    expectMissing([&] { return store.buildTrajectoryFromTrajectoryNodes(Device::Device0, Device::Device1); }, noFrom);
+    expectMissing([&] { return store.buildTrajectoryFromTrajectoryNodes(Device::Device0, Device::Device1); },
+                  noFrom);
 }
 
 TEST(TrajectoryData, AMissingToPositionIsABrokenContract)
 {
     auto const store = smallStore();
-    expectMissing([&] { return store.buildTrajectoryFromTrajectoryNodes(Device::Device1, Device::Device0); }, noTo);
+    expectMissing([&] { return store.buildTrajectoryFromTrajectoryNodes(Device::Device1, Device::Device0); },
+                  noTo);
 }
 
 TEST(TrajectoryData, WithBothPositionsMissingTheFromMessageIsSeen)
 {
     auto const store = smallStore();
-    expectMissing([&] { return store.buildTrajectoryFromTrajectoryNodes(Device::Device0, Device::Device2); }, noFrom);
+    expectMissing([&] { return store.buildTrajectoryFromTrajectoryNodes(Device::Device0, Device::Device2); },
+                  noFrom);
 }
 
 TEST(TrajectoryData, TheSingleDeviceFormReportsItsDeviceAsTheMissingTarget)

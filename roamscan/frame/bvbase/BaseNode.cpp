@@ -8,7 +8,7 @@ namespace Bv_1_1
 
 oVClass const* BaseNode::Class()
 {
-    static oVClass const record(L"BaseNode", nullptr, Module::library(), ClassVersion{0});
+    static oVClass record(L"BaseNode", nullptr, Module::library(), ClassVersion{0});
     return &record;
 }
 

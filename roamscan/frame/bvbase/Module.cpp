@@ -1,8 +1,6 @@
 #include <roamscan/frame/bvbase/Module.h>
 #include <roamscan/frame/bvbase/oVClass.h>
 
-#include <ranges>
-
 namespace Bv_1_1
 {
 

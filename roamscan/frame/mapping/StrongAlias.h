@@ -6,11 +6,11 @@
 namespace mapping
 {
 
-/// A value of `T` that is a type of its own for every `Tag`, so that, say, an instant cannot be passed where a span
-/// is asked for. It holds the value and nothing else; each mixin adds a group of operators.
+/// A value of `T` that is a type of its own for every `Tag`, so that, say, an instant cannot be passed where
+/// a span is asked for. It holds the value and nothing else; each mixin adds a group of operators.
 ///
-/// Reading the value back is explicit for arithmetic `T`, where an implicit conversion would undo the distinction,
-/// and implicit otherwise.
+/// Reading the value back is explicit for arithmetic `T`, where an implicit conversion would undo the
+/// distinction, and implicit otherwise.
 template <typename T, typename Tag, template <typename> class... Mixins>
 class StrongAlias : public Mixins<StrongAlias<T, Tag, Mixins...>>...
 {
@@ -34,16 +34,35 @@ private:
     T value_{};
 };
 
-/// Comparison by the wrapped value, with the rules of `T`: a NaN is neither equal to nor ordered against anything.
+/// Comparison by the wrapped value, with the rules of `T`: a NaN is neither equal to nor ordered against
+/// anything.
 template <typename Alias>
 struct MixinTotallyOrdered
 {
-    [[nodiscard]] friend constexpr bool operator==(Alias const& a, Alias const& b) { return a.get() == b.get(); }
-    [[nodiscard]] friend constexpr bool operator!=(Alias const& a, Alias const& b) { return a.get() != b.get(); }
-    [[nodiscard]] friend constexpr bool operator<(Alias const& a, Alias const& b) { return a.get() < b.get(); }
-    [[nodiscard]] friend constexpr bool operator<=(Alias const& a, Alias const& b) { return a.get() <= b.get(); }
-    [[nodiscard]] friend constexpr bool operator>(Alias const& a, Alias const& b) { return a.get() > b.get(); }
-    [[nodiscard]] friend constexpr bool operator>=(Alias const& a, Alias const& b) { return a.get() >= b.get(); }
+    [[nodiscard]] friend constexpr bool operator==(Alias const& a, Alias const& b)
+    {
+        return a.get() == b.get();
+    }
+    [[nodiscard]] friend constexpr bool operator!=(Alias const& a, Alias const& b)
+    {
+        return a.get() != b.get();
+    }
+    [[nodiscard]] friend constexpr bool operator<(Alias const& a, Alias const& b)
+    {
+        return a.get() < b.get();
+    }
+    [[nodiscard]] friend constexpr bool operator<=(Alias const& a, Alias const& b)
+    {
+        return a.get() <= b.get();
+    }
+    [[nodiscard]] friend constexpr bool operator>(Alias const& a, Alias const& b)
+    {
+        return a.get() > b.get();
+    }
+    [[nodiscard]] friend constexpr bool operator>=(Alias const& a, Alias const& b)
+    {
+        return a.get() >= b.get();
+    }
 };
 
 /// Adds `a += b` for two values of the alias.

@@ -42,7 +42,7 @@ Models& Models::the()
 
 Bv_1_1::oVClass const* Models::Class()
 {
-    static ModelsRecord const record;
+    static ModelsRecord record;
     return &record;
 }
 

@@ -1,6 +1,6 @@
 /// @file
-/// The namespace-scope objects of oV::Roamscan that are set up when the library is loaded, in the order in which they
-/// come up. They stand in one file because the language fixes the order only within one.
+/// The namespace-scope objects of oV::Roamscan that are set up when the library is loaded, in the order in
+/// which they come up. They stand in one file because the language fixes the order only within one.
 
 #include <roamscan/time/detail/TickRatio.h>
 

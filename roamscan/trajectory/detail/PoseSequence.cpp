@@ -20,14 +20,12 @@ std::vector<Write> writesInOrder(std::vector<double> const& times)
 {
     std::vector<Write> writes;
     writes.reserve(times.size());
-    for (std::size_t i = 0; i < times.size(); ++i)
-    {
+    for (std::size_t i = 0; i < times.size(); ++i) {
         writes.push_back({times[i], i});
     }
-    std::sort(writes.begin(),
-              writes.end(),
-              [](Write const& a, Write const& b)
-              { return a.time < b.time || (a.time == b.time && a.index < b.index); });
+    std::sort(writes.begin(), writes.end(), [](Write const& a, Write const& b) {
+        return a.time < b.time || (a.time == b.time && a.index < b.index);
+    });
     return writes;
 }
 
@@ -42,13 +40,11 @@ void PoseSequence::reserve(std::size_t count)
 
 void PoseSequence::write(double time, TrafoT<double> const& pose)
 {
-    if (std::isnan(time))
-    {
+    if (std::isnan(time)) {
         lastWritten_ = nowhere;
         return;
     }
-    if (!times_.empty() && time == times_.back())
-    {
+    if (!times_.empty() && time == times_.back()) {
         poses_.back() = pose;
         lastWritten_ = times_.size() - 1;
         return;
@@ -79,13 +75,11 @@ PoseTable PoseSequence::toTable() &&
 // Afterwards both appends of one write cannot fail, so no write is ever half done.
 void PoseSequence::makeRoomForOne()
 {
-    if (!ascending_ && times_.size() >= sortAbove_)
-    {
+    if (!ascending_ && times_.size() >= sortAbove_) {
         putInOrder();
         sortAbove_ = std::max(sortAbove_, 2 * times_.size());
     }
-    if (times_.size() == std::min(times_.capacity(), poses_.capacity()))
-    {
+    if (times_.size() == std::min(times_.capacity(), poses_.capacity())) {
         std::size_t const enough = std::max<std::size_t>(16, 2 * times_.size());
         times_.reserve(enough);
         poses_.reserve(enough);
@@ -94,8 +88,7 @@ void PoseSequence::makeRoomForOne()
 
 void PoseSequence::putInOrder()
 {
-    if (ascending_)
-    {
+    if (ascending_) {
         return;
     }
     std::vector<Write> const writes = writesInOrder(times_);
@@ -104,20 +97,16 @@ void PoseSequence::putInOrder()
     times.reserve(writes.size());
     poses.reserve(writes.size());
     std::size_t lastWritten = nowhere;
-    for (auto const& [time, index] : writes)
-    {
-        // Of the writes of one time, the first one's key stands (0.0 and -0.0 are one time) with the last one's pose.
-        if (!times.empty() && time == times.back())
-        {
+    for (auto const& [time, index] : writes) {
+        // Of the writes of one time, the first one's key stands (0.0 and -0.0 are one time) with the last
+        // one's pose.
+        if (!times.empty() && time == times.back()) {
             poses.back() = poses_[index];
-        }
-        else
-        {
+        } else {
             times.push_back(time);
             poses.push_back(poses_[index]);
         }
-        if (index == lastWritten_)
-        {
+        if (index == lastWritten_) {
             lastWritten = times.size() - 1;
         }
     }

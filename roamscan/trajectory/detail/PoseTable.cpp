@@ -24,16 +24,13 @@ PoseTable::PoseTable(std::vector<double> times, std::vector<TrafoT<double>> pose
     : times_(std::move(times)), poses_(std::move(poses))
 {
     assert(times_.size() == poses_.size());
-    if (times_.size() > std::numeric_limits<std::uint32_t>::max())
-    {
+    if (times_.size() > std::numeric_limits<std::uint32_t>::max()) {
         throw std::length_error("Too many poses for one trajectory");
     }
-    if (times_.size() > 1)
-    {
+    if (times_.size() > 1) {
         lastCell_ = static_cast<double>(times_.size() - 1);
         cellsPerSecond_ = lastCell_ / (times_.back() - times_.front());
-        if (!keysLieNearTheirCells())
-        {
+        if (!keysLieNearTheirCells()) {
             makeGuide();
         }
     }
@@ -41,39 +38,34 @@ PoseTable::PoseTable(std::vector<double> times, std::vector<TrafoT<double>> pose
 
 TrafoT<double> PoseTable::operator()(double seconds) const
 {
-    if (times_.empty())
-    {
+    if (times_.empty()) {
         throwOutOfRange("Cannot query transformation from an empty trajectory");
     }
-    if (!(seconds >= times_.front()))
-    {
+    if (!(seconds >= times_.front())) {
         throwOutOfRange("Time point before the trajectory begin"); // a NaN too
     }
-    if (seconds >= times_.back())
-    {
-        // The tolerance is at this end alone: callers may rely on a time that came out of rounded arithmetic still
-        // meeting the last pose. What is returned is the stored pose, flag included.
-        if (std::round((seconds - times_.back()) * 100000.0) == 0.0)
-        {
+    if (seconds >= times_.back()) {
+        // The tolerance is at this end alone: callers may rely on a time that came out of rounded arithmetic
+        // still meeting the last pose. What is returned is the stored pose, flag included.
+        if (std::round((seconds - times_.back()) * 100000.0) == 0.0) {
             return poses_.back();
         }
         throwOutOfRange("Time point past the trajectory end");
     }
     std::size_t const upper = firstKeyAfter(seconds);
     std::size_t const lower = upper - 1;
-    // A time that meets a key takes this road too, with the fraction 0: callers may rely on the result being valid
-    // although the stored pose is not.
+    // A time that meets a key takes this road too, with the fraction 0: callers may rely on the result being
+    // valid although the stored pose is not.
     double const fraction = (seconds - times_[lower]) / (times_[upper] - times_[lower]);
     return poses_[lower].interpolate(poses_[upper], fraction);
 }
 
-// Never decreases with the time, whatever is rounded on the way; so of two times in different cells, the one in the lower
-// cell is the earlier one. A NaN, which infinite keys may lead to, goes to the first cell.
+// Never decreases with the time, whatever is rounded on the way; so of two times in different cells, the one
+// in the lower cell is the earlier one. A NaN, which infinite keys may lead to, goes to the first cell.
 std::size_t PoseTable::cellOf(double seconds) const
 {
     double const position = (seconds - times_.front()) * cellsPerSecond_;
-    if (!(position > 0.0))
-    {
+    if (!(position > 0.0)) {
         return 0;
     }
     return static_cast<std::size_t>(std::min(position, lastCell_));
@@ -83,15 +75,12 @@ std::size_t PoseTable::cellOf(double seconds) const
 std::size_t PoseTable::firstKeyAfter(double seconds) const
 {
     std::size_t const cell = cellOf(seconds);
-    if (guide_.empty())
-    {
+    if (guide_.empty()) {
         std::size_t upper = std::min(cell + 1, times_.size() - 1);
-        while (times_[upper] <= seconds)
-        {
+        while (times_[upper] <= seconds) {
             ++upper;
         }
-        while (times_[upper - 1] > seconds)
-        {
+        while (times_[upper - 1] > seconds) {
             --upper;
         }
         return upper;
@@ -107,11 +96,9 @@ std::size_t PoseTable::firstKeyAfter(double seconds) const
 
 bool PoseTable::keysLieNearTheirCells() const
 {
-    for (std::size_t i = 0; i < times_.size(); ++i)
-    {
+    for (std::size_t i = 0; i < times_.size(); ++i) {
         std::size_t const cell = cellOf(times_[i]);
-        if (cell > i + 1 || cell + 1 < i)
-        {
+        if (cell > i + 1 || cell + 1 < i) {
             return false;
         }
     }
@@ -122,8 +109,7 @@ void PoseTable::makeGuide()
 {
     std::size_t const cells = times_.size();
     guide_.reserve(cells + 1);
-    for (std::size_t i = 0; i < times_.size(); ++i)
-    {
+    for (std::size_t i = 0; i < times_.size(); ++i) {
         guide_.resize(std::max(guide_.size(), cellOf(times_[i]) + 1), static_cast<std::uint32_t>(i));
     }
     guide_.resize(cells + 1, static_cast<std::uint32_t>(times_.size()));

@@ -9,13 +9,14 @@
 namespace oV::Roamscan::detail
 {
 
-/// Poses by time, and the pose function over them: what stands behind a trajectory that was built from poses. It answers
-/// as an ordered map from time to pose would, from contiguous storage.
+/// Poses by time, and the pose function over them: what stands behind a trajectory that was built from poses.
+/// It answers as an ordered map from time to pose would, from contiguous storage.
 ///
-/// Finding the two neighbours of a time costs a constant number of steps on average. The axis from the first to the last
-/// key is cut into as many equal cells as there are gaps between keys. Where the keys are evenly spaced, each lies in the
-/// cell of its own number or next to it, and the cell of a time gives its neighbours away. Elsewhere a guide says for
-/// each cell where its keys begin, and only the keys of one cell are searched.
+/// Finding the two neighbours of a time costs a constant number of steps on average. The axis from the first
+/// to the last key is cut into as many equal cells as there are gaps between keys. Where the keys are evenly
+/// spaced, each lies in the cell of its own number or next to it, and the cell of a time gives its neighbours
+/// away. Elsewhere a guide says for each cell where its keys begin, and only the keys of one cell are
+/// searched.
 class PoseTable
 {
 public:
@@ -23,9 +24,10 @@ public:
     /// @param poses  as many poses
     PoseTable(std::vector<double> times, std::vector<TrafoT<double>> poses);
 
-    /// The pose at a time in seconds: between two keys interpolated, at the last key and up to 5 us past it the last pose
-    /// as it is.
-    /// @throws std::out_of_range before the first key, later than that past the last one, or if there is no key
+    /// The pose at a time in seconds: between two keys interpolated, at the last key and up to 5 us past it
+    /// the last pose as it is.
+    /// @throws std::out_of_range before the first key, later than that past the last one, or if there is no
+    /// key
     [[nodiscard]] TrafoT<double> operator()(double seconds) const;
 
     [[nodiscard]] std::vector<double> const& times() const { return times_; }
@@ -40,7 +42,8 @@ private:
     std::vector<TrafoT<double>> poses_;
     double cellsPerSecond_ = 0.0;
     double lastCell_ = 0.0;
-    std::vector<std::uint32_t> guide_; // index of the first key in or after each cell; empty for evenly spaced keys
+    std::vector<std::uint32_t>
+        guide_; // index of the first key in or after each cell; empty for evenly spaced keys
 };
 
 } // namespace oV::Roamscan::detail

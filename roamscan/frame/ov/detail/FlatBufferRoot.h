@@ -1,8 +1,9 @@
 #pragma once
 
+#include <flatbuffers/flatbuffers.h>
+
 #include <cstddef>
 #include <cstdint>
-#include <flatbuffers/flatbuffers.h>
 #include <span>
 
 namespace oV::Roamscan::detail
@@ -11,13 +12,12 @@ namespace oV::Roamscan::detail
 /// The largest buffer that FlatBuffers' 32-bit offsets reach, one byte short of 2 GiB.
 inline constexpr std::uint64_t largestFlatBuffer = FLATBUFFERS_MAX_BUFFER_SIZE - 1;
 
-/// The root table of a buffer that was verified with the verifier's default limits (1,000,000 tables, depth 64,
-/// alignment checked), or null if it is not a sound buffer of that root.
+/// The root table of a buffer that was verified with the verifier's default limits (1,000,000 tables, depth
+/// 64, alignment checked), or null if it is not a sound buffer of that root.
 template <typename Root>
 [[nodiscard]] Root const* verifiedRoot(std::span<std::byte const> bytes)
 {
-    if (bytes.size() > largestFlatBuffer)
-    {
+    if (bytes.size() > largestFlatBuffer) {
         return nullptr; // the verifier itself takes this for granted
     }
     auto const* const data = reinterpret_cast<std::uint8_t const*>(bytes.data());
@@ -25,8 +25,8 @@ template <typename Root>
     return verifier.VerifyBuffer<Root>(nullptr) ? flatbuffers::GetRoot<Root>(data) : nullptr;
 }
 
-/// Whether contents of `unpackedSize` bytes are in proportion to the buffer they come from. Tables and vectors of a
-/// buffer may share each other, so a small hostile one could unpack to gigabytes.
+/// Whether contents of `unpackedSize` bytes are in proportion to the buffer they come from. Tables and
+/// vectors of a buffer may share each other, so a small hostile one could unpack to gigabytes.
 [[nodiscard]] inline bool unpackedSizeIsReasonable(std::uint64_t unpackedSize, std::size_t bufferSize)
 {
     constexpr std::uint64_t largestGrowth = 16;

@@ -23,8 +23,7 @@ using CountBytes = std::array<unsigned char, countSize>;
 CountBytes toLittleEndian(std::uint64_t value)
 {
     CountBytes bytes{};
-    for (std::size_t i = 0; i < countSize; ++i)
-    {
+    for (std::size_t i = 0; i < countSize; ++i) {
         bytes[i] = static_cast<unsigned char>(value >> (8 * i));
     }
     return bytes;
@@ -33,8 +32,7 @@ CountBytes toLittleEndian(std::uint64_t value)
 std::uint64_t fromLittleEndian(CountBytes const& bytes)
 {
     std::uint64_t value = 0;
-    for (std::size_t i = 0; i < countSize; ++i)
-    {
+    for (std::size_t i = 0; i < countSize; ++i) {
         value |= std::uint64_t{bytes[i]} << (8 * i);
     }
     return value;
@@ -42,8 +40,7 @@ std::uint64_t fromLittleEndian(CountBytes const& bytes)
 
 std::size_t checkedSize(std::uint64_t count)
 {
-    if (count > largestBuffer)
-    {
+    if (count > largestBuffer) {
         throw std::length_error("The byte count of a frame is beyond any buffer");
     }
     return static_cast<std::size_t>(count);
@@ -54,29 +51,25 @@ std::size_t checkedSize(std::uint64_t count)
 FrameBuffer::FrameBuffer(std::size_t size)
     : bytes_(static_cast<std::byte*>(std::malloc(size == 0 ? 1 : size))), size_(size)
 {
-    if (!bytes_)
-    {
+    if (!bytes_) {
         throw std::bad_alloc();
     }
 }
 
 std::optional<FrameBuffer> readFrame(std::istream& stream)
 {
-    if (!stream.good())
-    {
+    if (!stream.good()) {
         return std::nullopt;
     }
     CountBytes count{};
     stream.read(reinterpret_cast<char*>(count.data()), countSize);
     Endianness::bigEndian = false;
-    if (!stream.good())
-    {
+    if (!stream.good()) {
         return std::nullopt;
     }
     FrameBuffer buffer(checkedSize(fromLittleEndian(count)));
     stream.read(reinterpret_cast<char*>(buffer.data()), static_cast<std::streamsize>(buffer.bytes().size()));
-    if (!stream.good())
-    {
+    if (!stream.good()) {
         return std::nullopt;
     }
     return buffer;

@@ -32,9 +32,9 @@ private:
     std::size_t size_;
 };
 
-/// Reads the common outer form of the sample files: an unsigned 64-bit little-endian byte count, then as many bytes.
-/// Consumes exactly that. Nothing if the stream is not good on entry, when nothing is read, or if it ends before the
-/// last byte. What the allocation or the stream throws passes through.
+/// Reads the common outer form of the sample files: an unsigned 64-bit little-endian byte count, then as many
+/// bytes. Consumes exactly that. Nothing if the stream is not good on entry, when nothing is read, or if it
+/// ends before the last byte. What the allocation or the stream throws passes through.
 [[nodiscard]] std::optional<FrameBuffer> readFrame(std::istream& stream);
 
 /// Writes the byte count and the bytes; nothing is flushed. True if the stream is good afterwards.

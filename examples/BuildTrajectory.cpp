@@ -1,0 +1,43 @@
+/// @file
+/// Scripts a motion, and asks where the device was at any instant of it.
+
+#include <roamscan/trajectory/InterpolatedTrajectoryPathBuilder.h>
+#include <roamscan/trajectory/Trajectory.h>
+
+#include <cmath>
+#include <cstdio>
+#include <stdexcept>
+
+using oV::Roamscan::Duration;
+using oV::Roamscan::InterpolatedTrajectoryPathBuilder;
+using oV::Roamscan::TimeStamp;
+using oV::Roamscan::TrafoT;
+
+int main()
+{
+    // Stand for a second, then walk two metres along x in four seconds while turning a quarter to the left.
+    auto const start = TrafoT<double>::Identity();
+    double const half = std::sqrt(0.5);
+    TrafoT<double> const goal(Eigen::Vector3d(2, 0, 0), Eigen::Quaterniond(half, 0, 0, half), true);
+    auto const trajectory = InterpolatedTrajectoryPathBuilder()
+                                .setInitialPose(TimeStamp(10.0), start)
+                                .waitFor(Duration(1.0))
+                                .addPose(Duration(4.0), goal)
+                                .build();
+
+    std::printf("from %g s to %g s\n", trajectory.getStartTime().get(), trajectory.getStopTime().get());
+    for (double const time : {10.5, 12.0, 13.0, 15.0}) {
+        auto const position = trajectory.sample(time).translation();
+        std::printf("at %g s: x = %.3f m\n", time, position.x());
+    }
+
+    // Outside the table, sample() throws; sample_or() takes a fallback instead.
+    try {
+        (void)trajectory.sample(16.0);
+    } catch (std::out_of_range const& failure) {
+        std::printf("at 16 s: %s\n", failure.what());
+    }
+    auto const later = trajectory.sample_or(TimeStamp(16.0), TrafoT<double>::Invalid());
+    std::printf("with a fallback: %s\n", later.valid() ? "a pose" : "no pose");
+    return 0;
+}

@@ -1,0 +1,33 @@
+/// @file
+/// Installs a sink for the library's log. The library itself prints nothing.
+
+#include <roamscan/frame/ov/LogMessage.h>
+#include <roamscan/frame/ov/Models.h>
+#include <roamscan/trajectorydata/TrajectoryData.h>
+
+#include <cstdio>
+#include <sstream>
+
+using oV::Roamscan::Device;
+using oV::Roamscan::TrafoT;
+using oV::Roamscan::TrajectoryData;
+
+int main()
+{
+    oV::Models::the().setLogSink([](oV::LogMessage const& message) {
+        std::printf(
+            "[%d] %s (%s)\n", message.severity, message.message.stringAnsi(), message.file.stringAnsi());
+    });
+
+    // A device that the file format does not know is written as its number, and dropped with a message on
+    // reading.
+    TrajectoryData store;
+    store.devicePositions[Device::DeviceUnknown] = TrafoT<double>::Identity();
+    std::stringstream stream(std::ios::in | std::ios::out | std::ios::binary);
+    if (!store.write(stream)) {
+        return 1;
+    }
+    auto const back = TrajectoryData::read(stream);
+    std::printf("%zu devices came back\n", back ? back->devicePositions.size() : 0);
+    return 0;
+}

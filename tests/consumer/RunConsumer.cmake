@@ -1,0 +1,27 @@
+# Installs the library into a fresh folder, then configures, builds and runs the consumer against it.
+#   cmake -DBINARY_DIR= -DCONSUMER_DIR= -DWORK_DIR= -DGENERATOR= -DCXX= [-DROAMSCAN_SOURCE=] -P RunConsumer.cmake
+
+function(run)
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+    message("${output}")
+    if(NOT result EQUAL 0)
+        list(JOIN ARGN " " command)
+        message(FATAL_ERROR "failed with ${result}: ${command}")
+    endif()
+endfunction()
+
+file(REMOVE_RECURSE "${WORK_DIR}")
+set(options "-DCMAKE_CXX_COMPILER=${CXX}")
+if(ROAMSCAN_SOURCE)
+    list(APPEND options "-DROAMSCAN_SOURCE=${ROAMSCAN_SOURCE}")
+else()
+    run("${CMAKE_COMMAND}" --install "${BINARY_DIR}" --prefix "${WORK_DIR}/installed")
+    list(APPEND options "-DCMAKE_PREFIX_PATH=${WORK_DIR}/installed")
+    file(GLOB_RECURSE hidden "${WORK_DIR}/installed/include/*detail*" "${WORK_DIR}/installed/include/*startup*")
+    if(hidden)
+        message(FATAL_ERROR "installed, but not for plug-ins: ${hidden}")
+    endif()
+endif()
+run("${CMAKE_COMMAND}" -S "${CONSUMER_DIR}" -B "${WORK_DIR}/build" -G "${GENERATOR}" ${options})
+run("${CMAKE_COMMAND}" --build "${WORK_DIR}/build")
+run("${WORK_DIR}/build/consumer")

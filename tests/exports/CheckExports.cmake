@@ -1,0 +1,57 @@
+cmake_minimum_required(VERSION 3.25)
+
+# Reads the symbols that a shared library exports: those it must have are there, and nothing that is not for plug-ins is.
+#   cmake -DNM= -DLIBRARY= -P CheckExports.cmake
+
+execute_process(COMMAND "${NM}" -D -C --defined-only "${LIBRARY}" OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX REPLACE "\n$" "" output "${output}")
+string(REPLACE ";" "," output "${output}")
+string(REPLACE "\n" ";" lines "${output}")
+
+set(symbols "")
+set(strays "")
+foreach(line IN LISTS lines)
+    string(REGEX REPLACE "^[0-9a-f]+ [A-Za-z] " "" symbol "${line}")
+    list(APPEND symbols "${symbol}")
+    if(NOT symbol MATCHES "^((typeinfo( name)?|vtable) for |(non-virtual thunk to ))?(oV|Bv_1_1)::"
+       OR symbol MATCHES "::detail::|Schema::|IOCodeException")
+        list(APPEND strays "${symbol}")
+    endif()
+endforeach()
+if(strays)
+    list(JOIN strays "\n  " strays)
+    message(FATAL_ERROR "exported, but not for plug-ins:\n  ${strays}")
+endif()
+
+foreach(
+    required IN
+    ITEMS "oV::Roamscan::TimeConversion::timeResolution"
+          "oV::Roamscan::TimeConversion::automationTimeResolution"
+          "oV::Roamscan::TimeConversion::convertToIntegerTime(double const&)"
+          "oV::Roamscan::TimeConversion::getInterpolationFraction(long const&, long const&, long const&)"
+          "oV::Roamscan::TrafoT<float>::Random()"
+          "oV::Roamscan::TrafoT<double>::Identity()"
+          "oV::Roamscan::TrafoT<double>::interpolate(oV::Roamscan::TrafoT<double> const&, double) const"
+          "oV::Roamscan::TrafoT<double>::serialize() const"
+          "oV::Roamscan::Trajectory::sample(double) const"
+          "oV::Roamscan::Trajectory::getStartTime() const"
+          "oV::Roamscan::SampledTrajectoryIterator::operator++()"
+          "oV::Roamscan::SampledTrajectoryRange::begin() const"
+          "oV::Roamscan::InterpolatedTrajectoryPathBuilder::build() const"
+          "oV::Roamscan::TrajectoryNode::operator=(oV::Roamscan::TrajectoryNode&&)"
+          "oV::Roamscan::TrajectoryData::read(std::istream&)"
+          "oV::Roamscan::TrajectoryData::~TrajectoryData()"
+          "vtable for oV::Roamscan::IRoamscanData"
+          "vtable for oV::Roamscan::InterpolatedTrajectoryPathBuilder"
+          "typeinfo for oV::InternalErrorException"
+          "typeinfo for oV::VisibleException"
+          "typeinfo for oV::ExceptionBase"
+          "oV::Models::list"
+          "oV::Endianness::bigEndian"
+          "Bv_1_1::String::NIL")
+    if(NOT required IN_LIST symbols)
+        message(FATAL_ERROR "not exported: ${required}")
+    endif()
+endforeach()
+list(LENGTH symbols count)
+message("${count} symbols are exported, all of them for plug-ins")

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+
+namespace support
+{
+
+/// Whether virtualSlot() can tell: under the Itanium interface on x86-64 a pointer to a virtual operation
+/// holds its offset in the table, plus one.
+#if defined(__x86_64__) && !defined(_WIN32)
+inline constexpr bool virtualSlotsAreKnown = true;
+#else
+inline constexpr bool virtualSlotsAreKnown = false;
+#endif
+
+/// The place of a virtual operation in its class's table. A destructor takes two places.
+template <typename Operation>
+std::size_t virtualSlot(Operation operation)
+{
+    std::size_t word = 0;
+    std::memcpy(&word, &operation, sizeof word);
+    return (word - 1) / sizeof(void*);
+}
+
+} // namespace support

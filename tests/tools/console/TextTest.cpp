@@ -1,0 +1,31 @@
+#include "tools/console/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace oV::Roamscan::tool
+{
+
+TEST(Text, FixedKeepsTheDecimals)
+{
+    EXPECT_EQ(fixed(1.0, 4), "1.0000");
+    EXPECT_EQ(fixed(-0.00349, 3), "-0.003");
+    EXPECT_EQ(fixed(1403715524.907143, 6), "1403715524.907143");
+    EXPECT_EQ(fixed(2.5, 0), "2");
+}
+
+TEST(Text, OneLineHasNoControlCharacters)
+{
+    EXPECT_EQ(oneLine("a\nb\tc\x1b[31m\x7f"), "a?b?c?[31m?");
+    EXPECT_EQ(oneLine("größe"), "größe");
+}
+
+TEST(Text, ExcerptIsShortAndPlain)
+{
+    EXPECT_EQ(excerpt("1.5x"), "\"1.5x\"");
+    EXPECT_EQ(excerpt(std::string(41, 'a')), "\"" + std::string(40, 'a') + "...\"");
+    EXPECT_EQ(excerpt("\xff\x01"), "\"??\"");
+}
+
+} // namespace oV::Roamscan::tool

@@ -1,0 +1,63 @@
+#include "tools/io/NumberText.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+
+namespace oV::Roamscan::tool
+{
+
+TEST(NumberText, NumbersFillTheirText)
+{
+    EXPECT_EQ(parseNumber("1.5"), 1.5);
+    EXPECT_EQ(parseNumber("-2e3"), -2000.0);
+    EXPECT_EQ(parseNumber("+7"), 7.0);
+    EXPECT_EQ(parseNumber(""), std::nullopt);
+    EXPECT_EQ(parseNumber("1,5"), std::nullopt);
+    EXPECT_EQ(parseNumber("1.5 "), std::nullopt);
+    EXPECT_EQ(parseNumber("+-1"), std::nullopt);
+    EXPECT_EQ(parseNumber("+"), std::nullopt);
+    EXPECT_EQ(parseNumber("0x10"), std::nullopt);
+}
+
+TEST(NumberText, NumbersAreFinite)
+{
+    EXPECT_EQ(parseNumber("nan"), std::nullopt);
+    EXPECT_EQ(parseNumber("-inf"), std::nullopt);
+    EXPECT_EQ(parseNumber("1e999"), std::nullopt);
+}
+
+TEST(NumberText, IntegersFitIn64Bits)
+{
+    EXPECT_EQ(parseInteger("9223372036854775807"), std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(parseInteger("9223372036854775808"), std::nullopt);
+    EXPECT_EQ(parseInteger("12.0"), std::nullopt);
+}
+
+TEST(NumberText, NanosecondsAreRoundedOnce)
+{
+    EXPECT_EQ(secondsOfNanoseconds(1403715524907143168), 1403715524.907143168);
+    EXPECT_EQ(secondsOfNanoseconds(0), 0.0);
+    EXPECT_EQ(secondsOfNanoseconds(7), 7e-9);
+    EXPECT_EQ(secondsOfNanoseconds(-7), -7e-9);
+    EXPECT_EQ(secondsOfNanoseconds(-1500000000), -1.5);
+    EXPECT_EQ(secondsOfNanoseconds(std::numeric_limits<std::int64_t>::min()), -9223372036.854775808);
+    // Here converting the count first and dividing then gives the neighbouring number.
+    constexpr std::int64_t treacherous = 1430257678620673558;
+    EXPECT_EQ(secondsOfNanoseconds(treacherous), 1430257678.620673558);
+    EXPECT_NE(static_cast<double>(treacherous) / 1e9, 1430257678.620673558);
+}
+
+TEST(NumberText, ColumnsStandBetweenBlanksAndTabs)
+{
+    std::string_view line = "  a\tbc  d ";
+    EXPECT_EQ(nextColumn(line), "a");
+    EXPECT_EQ(nextColumn(line), "bc");
+    EXPECT_EQ(nextColumn(line), "d");
+    EXPECT_EQ(nextColumn(line), "");
+    EXPECT_EQ(trimmed(" \t x y\t"), "x y");
+    EXPECT_EQ(trimmed(" \t "), "");
+}
+
+} // namespace oV::Roamscan::tool
