@@ -22,6 +22,10 @@ function(roamscan_build_settings target)
                     -ffp-contract=off
                     # Calls inside the library may be inlined although the symbols are exported.
                     -fno-semantic-interposition)
+        if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+            # Symbols that the loader must keep unique would keep the library loaded for good.
+            target_compile_options(${target} PRIVATE -fno-gnu-unique)
+        endif()
         if(ROAMSCAN_WARNINGS_AS_ERRORS)
             target_compile_options(${target} PRIVATE -Werror)
         endif()

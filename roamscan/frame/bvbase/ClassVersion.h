@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 
 namespace Bv_1_1
@@ -11,7 +10,7 @@ struct ClassVersion
 {
     std::uint32_t number = 0;
 
-    [[nodiscard]] friend constexpr auto operator<=>(ClassVersion const&, ClassVersion const&) = default;
+    [[nodiscard]] friend constexpr bool operator==(ClassVersion const&, ClassVersion const&) = default;
 };
 
 } // namespace Bv_1_1

@@ -1,6 +1,8 @@
 #include <roamscan/frame/bvbase/Module.h>
 #include <roamscan/frame/bvbase/oVClass.h>
 
+#include <algorithm>
+
 namespace Bv_1_1
 {
 
@@ -30,8 +32,9 @@ void Module::internalTerm()
     if (!isAttached()) {
         return;
     }
-    std::vector<oVClass*> const records = entered();
-    for (oVClass* const record : std::views::reverse(records)) {
+    std::vector<oVClass*> records = entered();
+    std::reverse(records.begin(), records.end());
+    for (oVClass* const record : records) {
         record->clearClassStatics();
     }
     image_ = nullptr;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <concepts>
 #include <cstddef>
+#include <type_traits>
 #include <utility>
 
 namespace Bv_1_1
@@ -30,20 +30,19 @@ public:
     /// Leaves `other` null.
     SmartPtr(SmartPtr&& other) noexcept : node_(std::exchange(other.node_, nullptr)) {}
 
-    /// From a pointer to a derived class, or to the same class without const.
-    template <typename U>
-    requires std::convertible_to<U*, T*> SmartPtr(SmartPtr<U> const& other)
-    noexcept // NOLINT(google-explicit-constructor): as plain pointers convert
-        : SmartPtr(other.get())
+    /// From a pointer to a derived class, or to the same class without const; as plain pointers convert.
+    // NOLINTBEGIN(google-explicit-constructor)
+    template <typename U, std::enable_if_t<std::is_convertible_v<U*, T*>, int> = 0>
+    SmartPtr(SmartPtr<U> const& other) noexcept : SmartPtr(other.get())
     {}
-    template <typename U>
-    requires std::convertible_to<U*, T*> SmartPtr(SmartPtr<U>&& other)
-    noexcept // NOLINT(google-explicit-constructor): as plain pointers convert
-        : node_(std::exchange(other.node_, nullptr))
+    template <typename U, std::enable_if_t<std::is_convertible_v<U*, T*>, int> = 0>
+    SmartPtr(SmartPtr<U>&& other) noexcept : node_(std::exchange(other.node_, nullptr))
     {}
+    // NOLINTEND(google-explicit-constructor)
 
     /// The new reference is taken before the old one is dropped, so a node may be replaced by one that it
     /// alone holds.
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the swap sees to it
     SmartPtr& operator=(SmartPtr const& other) noexcept
     {
         SmartPtr(other).swap(*this);

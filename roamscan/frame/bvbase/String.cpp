@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <concepts>
 #include <cstddef>
 #include <string>
 #include <system_error>
@@ -65,8 +64,8 @@ struct String::EmptyValue
 
 constinit String::EmptyValue String::emptyValue;
 
-constinit String const String::NIL;
-constinit String const String::EMPTY{String::Adopted{}, &String::emptyValue.header};
+constexpr String String::NIL;
+constexpr String String::EMPTY{String::Adopted{}, &String::emptyValue.header};
 
 String::String(wchar_t const* text)
 {
@@ -111,9 +110,7 @@ bool String::compareEquality(String const& other) const noexcept
 
 String& String::operator<<(String const& other)
 {
-    if (isNil()) {
-        *this = other;
-    } else if (!other.isNil()) {
+    if (!other.isNil()) {
         append(other.text());
     }
     return *this;

@@ -25,6 +25,7 @@ public:
 
     /// The wrapped value.
     [[nodiscard]] constexpr T const& get() const noexcept { return value_; }
+    // NOLINTNEXTLINE(google-explicit-constructor): implicit where it loses nothing
     [[nodiscard]] constexpr explicit(std::is_arithmetic_v<T>) operator T const&() const noexcept
     {
         return value_;

@@ -114,15 +114,16 @@ TEST(InternalErrorException, ACopyKeepsItsStringsAndItsLine)
 }
 
 // The five strings stand behind the part of `std::exception`, which is the table of operations alone.
+String const* stringsOf(ThrowableException const& failure)
+{
+    return reinterpret_cast<String const*>(reinterpret_cast<char const*>(&failure) + sizeof(std::exception));
+}
+
 TEST(InternalErrorException, ACopySharesAllFiveStringsByCountAndCopiesNoText)
 {
     String const message(L"Message");
     String const function(L"Function");
     String const file(L"File");
-    auto const strings = [](ThrowableException const& failure) {
-        return reinterpret_cast<String const*>(reinterpret_cast<char const*>(&failure) +
-                                               sizeof(std::exception));
-    };
     InternalErrorException const failure(message, function, file, 42);
     EXPECT_EQ(referenceCount(message), 2U);
     {
@@ -131,7 +132,7 @@ TEST(InternalErrorException, ACopySharesAllFiveStringsByCountAndCopiesNoText)
         EXPECT_EQ(referenceCount(function), 3U);
         EXPECT_EQ(referenceCount(file), 3U);
         for (std::size_t i = 0; i < 5; ++i) {
-            EXPECT_EQ(sharedValue(strings(copy)[i]), sharedValue(strings(failure)[i])) << i;
+            EXPECT_EQ(sharedValue(stringsOf(copy)[i]), sharedValue(stringsOf(failure)[i])) << i;
         }
     }
     EXPECT_EQ(referenceCount(message), 2U);
@@ -227,6 +228,22 @@ TEST(ThrowableException, WhatStaysWhileTheFailureOrACopyLives)
     EXPECT_EQ(copy.what(), text);
     original.reset();
     EXPECT_STREQ(text, "Message. (oV::Roamscan::Class::operation, Class:42)");
+}
+
+// The header of a text is the count, the length and a pointer to the narrow text once that was made.
+TEST(ThrowableException, WhatNeedsNoMemoryAnyMore)
+{
+    InternalErrorException const failure = internalError();
+    bool found = false;
+    for (std::size_t i = 0; i < 5; ++i) {
+        char const* text = nullptr;
+        if (void const* const value = sharedValue(stringsOf(failure)[i])) {
+            std::memcpy(&text, static_cast<char const*>(value) + 8, sizeof text);
+        }
+        found = found || (text != nullptr &&
+                          std::string(text) == "Message. (oV::Roamscan::Class::operation, Class:42)");
+    }
+    EXPECT_TRUE(found);
 }
 
 TEST(ThrowableException, ManyThreadsMayReadOneFailure)

@@ -190,8 +190,8 @@ TEST_F(PlyTest, TheCountMustFitTheFileBeforeRoomIsMade)
     EXPECT_NE(scan("0"), "");
     EXPECT_NE(scan("1000000000000"), "");
     EXPECT_NE(scan("9223372036854775807"), "");
-    // 2^61 + 2^60 + 3 vertices of 20 bytes wrap around to 60 bytes.
-    EXPECT_NE(scan("3458764513820540931"), "");
+    // 2^62 + 3 vertices of 20 bytes wrap around to 60 bytes.
+    EXPECT_NE(scan("4611686018427387907"), "");
 }
 
 } // namespace oV::Roamscan::tool

@@ -61,11 +61,11 @@ void expectPose(TrajectoryNode const& node, std::array<double, 7> const& expecte
 
 TEST(TumPoses, ColumnsAreTimePositionAndQuaternionWithItsRealPartLast)
 {
-    auto const nodes = tum("# comment\n\n 10.5 1 2 3 0.5 -0.5 0.5 0.7\n11\t4 5 6\t1 0 0 0");
+    auto const nodes = tum("# comment\n\n 10.5 1 2 3 0.5 -0.5 0.5 0.55\n11\t4 5 6\t1 0 0 0");
     ASSERT_EQ(nodes.size(), 2U);
     EXPECT_EQ(nodes[0].time, 10.5);
-    double const norm = std::sqrt(3 * 0.25 + 0.49);
-    expectPose(nodes[0], {1, 2, 3, 0.7 / norm, 0.5 / norm, -0.5 / norm, 0.5 / norm});
+    double const norm = std::sqrt(3 * 0.25 + 0.3025);
+    expectPose(nodes[0], {1, 2, 3, 0.55 / norm, 0.5 / norm, -0.5 / norm, 0.5 / norm});
     EXPECT_EQ(nodes[1].time, 11.0);
     expectPose(nodes[1], {4, 5, 6, 0, 1, 0, 0});
 }

@@ -104,7 +104,7 @@ std::u16string utf16FromWide(std::wstring_view text)
     std::u16string result;
     result.reserve(text.size());
     for (wchar_t const character : text) {
-        auto const codePoint = static_cast<std::uint32_t>(character);
+        auto const codePoint = static_cast<char32_t>(character);
         if (codePoint <= 0xFFFF) {
             result.push_back(static_cast<char16_t>(codePoint));
         } else if (codePoint <= 0x10FFFF) {

@@ -1,0 +1,215 @@
+#include <roamscan/frame/bvbase/BaseNode.h>
+#include <roamscan/frame/bvbase/SmartPtr.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <thread>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace
+{
+
+using Bv_1_1::BaseNode;
+using Bv_1_1::SmartPtr;
+
+class Node : public BaseNode
+{
+public:
+    explicit Node(int& alive) : alive_(alive) { ++alive_; }
+
+    int number = 7;
+    SmartPtr<Node> next;
+
+protected:
+    ~Node() override { --alive_; }
+
+private:
+    int& alive_;
+};
+
+class SmartPtrTest : public testing::Test
+{
+protected:
+    ~SmartPtrTest() override { EXPECT_EQ(alive, 0) << "nodes were left over"; }
+
+    int alive = 0;
+};
+
+TEST_F(SmartPtrTest, IsOnePointer)
+{
+    EXPECT_EQ(sizeof(SmartPtr<Node>), sizeof(void*));
+}
+
+TEST_F(SmartPtrTest, MayBeNull)
+{
+    SmartPtr<Node> const first;
+    SmartPtr<Node> const second = nullptr;
+    Node* const none = nullptr;
+    SmartPtr<Node> const third(none);
+    SmartPtr<Node> const copy(third);
+    EXPECT_EQ(first.get(), nullptr);
+    EXPECT_FALSE(second);
+    EXPECT_TRUE(third == nullptr);
+    EXPECT_FALSE(copy);
+}
+
+TEST_F(SmartPtrTest, TakesAReferenceOnAPlainPointer)
+{
+    SmartPtr<Node> const first(new Node(alive));
+    EXPECT_EQ(first->referenceCount(), 1U);
+    SmartPtr<Node> const second(first.get());
+    EXPECT_EQ(first->referenceCount(), 2U);
+}
+
+TEST_F(SmartPtrTest, DestroysTheNodeWithTheLastReference)
+{
+    SmartPtr<Node> first(new Node(alive));
+    SmartPtr<Node> second(first);
+    first = nullptr;
+    EXPECT_EQ(alive, 1);
+    second = nullptr;
+    EXPECT_EQ(alive, 0);
+}
+
+TEST_F(SmartPtrTest, DestroysThroughTheVirtualDestructor)
+{
+    SmartPtr<BaseNode> node(new Node(alive));
+    EXPECT_EQ(alive, 1);
+    node.reset();
+    EXPECT_EQ(alive, 0);
+}
+
+TEST_F(SmartPtrTest, CopyingRaisesTheCount)
+{
+    SmartPtr<Node> const first(new Node(alive));
+    {
+        SmartPtr<Node> const second(first);
+        SmartPtr<Node> third;
+        third = first;
+        EXPECT_EQ(first->referenceCount(), 3U);
+        EXPECT_EQ(third.get(), first.get());
+    }
+    EXPECT_EQ(first->referenceCount(), 1U);
+}
+
+TEST_F(SmartPtrTest, MovingLeavesTheCountAndANullPointer)
+{
+    SmartPtr<Node> first(new Node(alive));
+    SmartPtr<Node> second(std::move(first));
+    EXPECT_FALSE(first); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(second->referenceCount(), 1U);
+    SmartPtr<Node> third(new Node(alive));
+    third = std::move(second);
+    EXPECT_FALSE(second); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(third->referenceCount(), 1U);
+    EXPECT_EQ(alive, 1);
+}
+
+TEST_F(SmartPtrTest, ConvertsToTheBaseAndToConst)
+{
+    SmartPtr<Node> node(new Node(alive));
+    SmartPtr<BaseNode> const base = node;
+    SmartPtr<Node const> const constant = node;
+    EXPECT_EQ(node->referenceCount(), 3U);
+    EXPECT_TRUE(base == node);
+    EXPECT_TRUE(constant == node);
+    SmartPtr<BaseNode const> const moved = std::move(node);
+    EXPECT_FALSE(node); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(moved->referenceCount(), 3U);
+    EXPECT_FALSE((std::is_convertible_v<SmartPtr<BaseNode>, SmartPtr<Node>>));
+    EXPECT_FALSE((std::is_convertible_v<SmartPtr<Node const>, SmartPtr<Node>>));
+}
+
+TEST_F(SmartPtrTest, PlainPointersDoNotTurnIntoOwnersUnasked)
+{
+    EXPECT_FALSE((std::is_convertible_v<Node*, SmartPtr<Node>>));
+}
+
+TEST_F(SmartPtrTest, AssigningAPlainPointerTakesItsReferenceAndDropsTheOld)
+{
+    SmartPtr<Node> first(new Node(alive));
+    auto* const node = new Node(alive);
+    first = node;
+    EXPECT_EQ(alive, 1);
+    EXPECT_EQ(node->referenceCount(), 1U);
+    first.reset(node);
+    EXPECT_EQ(node->referenceCount(), 1U);
+    EXPECT_EQ(alive, 1);
+}
+
+TEST_F(SmartPtrTest, AssigningAPointerToItselfKeepsTheNode)
+{
+    SmartPtr<Node> node(new Node(alive));
+    SmartPtr<Node>& same = node;
+    node = same;
+    EXPECT_EQ(node->referenceCount(), 1U);
+    node = std::move(same);
+    ASSERT_TRUE(node);
+    EXPECT_EQ(node->referenceCount(), 1U);
+}
+
+TEST_F(SmartPtrTest, ANodeMayBeReplacedByOneThatItAloneHolds)
+{
+    SmartPtr<Node> head(new Node(alive));
+    head->next = SmartPtr<Node>(new Node(alive));
+    Node* const second = head->next.get();
+    head = head->next;
+    EXPECT_EQ(head.get(), second);
+    EXPECT_EQ(alive, 1);
+    EXPECT_EQ(second->referenceCount(), 1U);
+}
+
+TEST_F(SmartPtrTest, ReachesTheNode)
+{
+    SmartPtr<Node> const node(new Node(alive));
+    node->number = 8;
+    EXPECT_EQ((*node).number, 8);
+    EXPECT_TRUE(node);
+    EXPECT_EQ(node.get(), &*node);
+}
+
+TEST_F(SmartPtrTest, EqualMeansTheSameNode)
+{
+    SmartPtr<Node> const first(new Node(alive));
+    SmartPtr<Node> const second(new Node(alive));
+    EXPECT_TRUE(first == SmartPtr<Node>(first));
+    EXPECT_TRUE(first != second);
+    EXPECT_TRUE(first == first.get());
+    EXPECT_TRUE(second != first.get());
+    EXPECT_TRUE(first != nullptr);
+}
+
+TEST_F(SmartPtrTest, SwapsWithoutTouchingTheCounts)
+{
+    SmartPtr<Node> first(new Node(alive));
+    SmartPtr<Node> second;
+    Node* const node = first.get();
+    first.swap(second);
+    EXPECT_EQ(second.get(), node);
+    EXPECT_FALSE(first);
+    EXPECT_EQ(node->referenceCount(), 1U);
+}
+
+TEST_F(SmartPtrTest, ManyThreadsMayTakeAndDropReferences)
+{
+    SmartPtr<Node> shared(new Node(alive));
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([own = shared]() mutable {
+            for (int round = 0; round < 10000; ++round) {
+                SmartPtr<Node const> const copy(own);
+            }
+            own = nullptr;
+        });
+    }
+    shared = nullptr; // whichever thread ends last destroys the node
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(alive, 0);
+}
+
+} // namespace

@@ -1,0 +1,82 @@
+#include "tools/CommandLine.h"
+
+#include "tools/support/ToolFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace oV::Roamscan::tool
+{
+
+namespace
+{
+
+class CommandLineTest : public ToolFixture
+{};
+
+} // namespace
+
+TEST_F(CommandLineTest, SaysItsVersion)
+{
+    ToolRun const version = run({"--version"});
+    EXPECT_EQ(version.status, 0);
+    EXPECT_TRUE(std::regex_match(version.out, std::regex("roamscan \\d+\\.\\d+\\.\\d+\n"))) << version.out;
+}
+
+TEST_F(CommandLineTest, HelpHasAnExampleOfEveryCommand)
+{
+    ToolRun const help = run({"--help"});
+    EXPECT_EQ(help.status, 0);
+    for (std::string const command : {"import", "simulate", "place", "info"}) {
+        EXPECT_NE(help.out.find("  roamscan " + command + " "), std::string::npos) << help.out;
+        ToolRun const one = run({command, "--help"});
+        EXPECT_EQ(one.status, 0);
+        EXPECT_NE(one.out.find("Example:\n  roamscan " + command + " "), std::string::npos) << one.out;
+    }
+}
+
+TEST_F(CommandLineTest, AWrongCallIsOneLineAndStatusOne)
+{
+    for (std::vector<std::string> const& words : std::vector<std::vector<std::string>>{
+             {},
+             {"--nope"},
+             {"fly"},
+             {"info"},
+             {"info", "--nope", "x"},
+             {"import", "--format", "csv", "a", "b"},
+             {"import", "a", "b"},
+             {"place", "--trajectory", "a", "--from", "4", "--to", "0", "--points", "b"},
+             {"simulate", file("a"), "--seconds", "5", "--along", "b"},
+             {"simulate", file("a"), "--seed", "-1"},
+         })
+    {
+        ToolRun const wrong = run(words);
+        EXPECT_EQ(wrong.status, 1);
+        EXPECT_EQ(wrong.out, "");
+        EXPECT_EQ(wrong.err.substr(0, 10), "roamscan: ");
+        EXPECT_EQ(lineCount(wrong.err), 1) << wrong.err;
+    }
+}
+
+TEST_F(CommandLineTest, FileNamesCannotBreakTheLine)
+{
+    ToolRun const info = run({"info", "no\nsuch\x1b[31mfile"});
+    EXPECT_EQ(info.status, 1);
+    EXPECT_EQ(info.err, "roamscan: no?such?[31mfile: there is no such file; check the name\n");
+}
+
+TEST_F(CommandLineTest, ResultsThatCannotBePrintedAreAFailure)
+{
+    std::ostringstream out;
+    out.setstate(std::ios::badbit);
+    std::ostringstream err;
+    std::vector<char const*> const arguments{"roamscan", "--version"};
+    EXPECT_EQ(runTool(2, arguments.data(), out, err), 1);
+    EXPECT_EQ(err.str(), "roamscan: the results could not be printed to standard output\n");
+}
+
+} // namespace oV::Roamscan::tool

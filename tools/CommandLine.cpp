@@ -1,0 +1,169 @@
+#include "tools/CommandLine.h"
+
+#include "tools/commands/ImportCommand.h"
+#include "tools/commands/InfoCommand.h"
+#include "tools/commands/PlaceCommand.h"
+#include "tools/commands/SimulateCommand.h"
+#include "tools/console/Text.h"
+#include "tools/console/ToolError.h"
+
+#include <CLI/CLI.hpp>
+
+#include <exception>
+#include <functional>
+#include <map>
+#include <new>
+#include <ostream>
+#include <string>
+
+namespace oV::Roamscan::tool
+{
+
+namespace
+{
+
+constexpr char const* examples = R"(Examples:
+  roamscan import --format tum groundtruth.txt walk.trajectory   poses as text to a trajectory
+  roamscan simulate walk --seconds 60                            make up a walk with a scanner
+  roamscan place --trajectory walk/walk.trajectory --from 1 --to 0 --points walk/scan.ply --picture plan.png
+                                                                 put the scan points where they belong
+  roamscan info walk/walk.trajectory --json                      what is in a trajectory
+)";
+
+/// The command line, and what was found on it.
+class CommandLine
+{
+public:
+    CommandLine()
+    {
+        app_.name("roamscan");
+        app_.footer(examples);
+        app_.require_subcommand(1);
+        app_.set_version_flag("--version", "roamscan " ROAMSCAN_TOOL_VERSION);
+        app_.failure_message([](CLI::App const* /*app*/, CLI::Error const& error) {
+            return "roamscan: " + oneLine(error.what()) + " (see roamscan --help)\n";
+        });
+        addImport();
+        addSimulate();
+        addPlace();
+        addInfo();
+    }
+
+    int run(int argumentCount, char const* const* arguments, std::ostream& out, std::ostream& err)
+    {
+        try {
+            app_.parse(argumentCount, arguments);
+        } catch (CLI::ParseError const& stopped) { // also for --help and --version, which are no failures
+            return app_.exit(stopped, out, err) == 0 ? 0 : 1;
+        }
+        if (app_.got_subcommand("info")) {
+            return runInfo(info_, out, err) ? 0 : 1;
+        }
+        if (app_.got_subcommand("import")) {
+            import_.format = formats.at(formatName_);
+            runImport(import_, out);
+        } else if (app_.got_subcommand("simulate")) {
+            runSimulate(simulate_, out);
+        } else {
+            place_.from = static_cast<Device>(fromDevice_);
+            place_.to = static_cast<Device>(toDevice_);
+            runPlace(place_, out);
+        }
+        return 0;
+    }
+
+private:
+    static inline std::map<std::string, PoseFormat> const formats{
+        {"tum", PoseFormat::Tum}, {"euroc", PoseFormat::Euroc}, {"kitti", PoseFormat::Kitti}};
+
+    void addImport()
+    {
+        CLI::App* const command = app_.add_subcommand("import", "Make a trajectory of a text of poses");
+        command->add_option("--format", formatName_, "tum, euroc or kitti")
+            ->required()
+            ->check(CLI::IsMember(&formats));
+        command->add_option("--times", import_.times, "KITTI: a file with the time of each pose in seconds");
+        command->add_option("IN", import_.input, "The text")->required();
+        command->add_option("OUT", import_.output, "The trajectory to write")->required();
+        command->footer("Example:\n  roamscan import --format euroc data.csv flight.trajectory\n");
+    }
+
+    void addSimulate()
+    {
+        CLI::App* const command =
+            app_.add_subcommand("simulate", "Make up a walk with a scanner, its scan and the true surfaces");
+        command->add_option("OUT_DIR", simulate_.folder, "The folder to write to")->required();
+        CLI::Option* const seconds =
+            command->add_option("--seconds", simulate_.seconds, "How long the walk takes, up to a day (60)");
+        command->add_option("--seed", simulate_.seed, "Same seed, same walk and noise (1)")
+            ->check(CLI::NonNegativeNumber);
+        command->add_option("--along", simulate_.along, "Follow the poses of this trajectory instead")
+            ->excludes(seconds);
+        command->footer("Example:\n  roamscan simulate walk --along flight.trajectory\n");
+    }
+
+    void addPlace()
+    {
+        CLI::App* const command = app_.add_subcommand("place", "Put scan points where they belong");
+        command->add_option("--trajectory", place_.trajectory, "The trajectory of the walk")->required();
+        command->add_option("--from", fromDevice_, "The device whose scan it is, 0 to 3")
+            ->required()
+            ->check(CLI::Range(0, 3));
+        command->add_option("--to", toDevice_, "The device in whose frame the points are placed, 0 to 3")
+            ->required()
+            ->check(CLI::Range(0, 3));
+        command->add_option("--points", place_.points, "The scan, a binary little-endian PLY file")
+            ->required();
+        command->add_option("--cloud", place_.cloud, "Write the placed points to this PLY file");
+        command->add_option("--picture", place_.picture, "Draw a plan to this PNG file");
+        command->add_option(
+            "--building", place_.building, "Measure the points against these true surfaces (JSON)");
+        command->footer("Example:\n  roamscan place --trajectory walk/walk.trajectory --from 1 --to 0 "
+                        "--points walk/scan.ply --cloud cloud.ply --picture plan.png\n");
+    }
+
+    void addInfo()
+    {
+        CLI::App* const command = app_.add_subcommand("info", "Tell what is in trajectory files");
+        command->add_option("FILE", info_.files, "Trajectory files")->required();
+        command->add_flag("--json", info_.json, "One JSON array with an object for each file");
+        command->footer("Example:\n  roamscan info walk/walk.trajectory --json\n");
+    }
+
+    CLI::App app_{"Carries scan points along a trajectory into the world."};
+    std::string formatName_;
+    int fromDevice_ = 0;
+    int toDevice_ = 0;
+    ImportOptions import_;
+    SimulateOptions simulate_;
+    PlaceOptions place_;
+    InfoOptions info_;
+};
+
+void printFailure(std::ostream& err, std::string const& why)
+{
+    err << "roamscan: " << oneLine(why) << '\n';
+}
+
+} // namespace
+
+int runTool(int argumentCount, char const* const* arguments, std::ostream& out, std::ostream& err) noexcept
+{
+    try {
+        int const status = CommandLine().run(argumentCount, arguments, out, err);
+        out.flush();
+        if (!out) {
+            throw ToolError("the results could not be printed to standard output");
+        }
+        return status;
+    } catch (std::bad_alloc const&) {
+        printFailure(err, "not enough memory for this input");
+    } catch (std::exception const& failure) {
+        printFailure(err, failure.what());
+    } catch (...) {
+        printFailure(err, "failed for a reason that it cannot name");
+    }
+    return 1;
+}
+
+} // namespace oV::Roamscan::tool

@@ -1,0 +1,42 @@
+#include "tools/console/Text.h"
+
+#include <algorithm>
+#include <locale>
+#include <sstream>
+
+namespace oV::Roamscan::tool
+{
+
+std::string fixed(double value, int decimals)
+{
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text.setf(std::ios::fixed);
+    text.precision(decimals);
+    text << value;
+    return text.str();
+}
+
+std::string oneLine(std::string_view text)
+{
+    std::string line(text);
+    std::replace_if(
+        line.begin(),
+        line.end(),
+        [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; },
+        '?');
+    return line;
+}
+
+std::string excerpt(std::string_view text)
+{
+    constexpr std::size_t longest = 40;
+    bool const cut = text.size() > longest;
+    std::string shown = oneLine(text.substr(0, longest));
+    // Cutting may have split a character of several bytes; what is left of other alphabets is of no use here.
+    std::replace_if(
+        shown.begin(), shown.end(), [](char c) { return static_cast<unsigned char>(c) > 0x7E; }, '?');
+    return "\"" + shown + (cut ? "...\"" : "\"");
+}
+
+} // namespace oV::Roamscan::tool

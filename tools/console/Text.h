@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace oV::Roamscan::tool
+{
+
+/// A number with a fixed count of decimals and a point, whatever the locale.
+[[nodiscard]] std::string fixed(double value, int decimals);
+
+/// The text as part of one line on a terminal: control characters become '?'.
+[[nodiscard]] std::string oneLine(std::string_view text);
+
+/// The beginning of a text from a file, in quotes, fit for a message.
+[[nodiscard]] std::string excerpt(std::string_view text);
+
+} // namespace oV::Roamscan::tool

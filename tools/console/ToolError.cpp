@@ -1,0 +1,24 @@
+#include "tools/console/ToolError.h"
+
+#include <cerrno>
+#include <system_error>
+
+namespace oV::Roamscan::tool
+{
+
+ToolError fileError(std::filesystem::path const& file, std::string const& why)
+{
+    return ToolError(file.string() + ": " + why);
+}
+
+ToolError lineError(std::filesystem::path const& file, std::uint64_t line, std::string const& why)
+{
+    return ToolError(file.string() + ":" + std::to_string(line) + ": " + why);
+}
+
+std::string systemReason()
+{
+    return errno == 0 ? std::string() : ": " + std::generic_category().message(errno);
+}
+
+} // namespace oV::Roamscan::tool

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+namespace oV::Roamscan::tool
+{
+
+/// A failure that the user can do something about. The message names the file, the place in it and the
+/// remedy.
+class ToolError : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// "FILE: why"
+[[nodiscard]] ToolError fileError(std::filesystem::path const& file, std::string const& why);
+
+/// "FILE:LINE: why"
+[[nodiscard]] ToolError
+lineError(std::filesystem::path const& file, std::uint64_t line, std::string const& why);
+
+/// What the system says about the last failed call (errno), with a leading ": "; empty if it says nothing.
+[[nodiscard]] std::string systemReason();
+
+} // namespace oV::Roamscan::tool

@@ -1,0 +1,73 @@
+#include "tools/io/PlyWriter.h"
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <limits>
+#include <string>
+
+namespace oV::Roamscan::tool
+{
+
+namespace
+{
+
+constexpr std::size_t vertexSize = 3 * 4 + 2 + 8;
+
+/// Puts a value down byte by byte, the lowest first.
+template <typename Unsigned>
+char* putLittleEndian(char* to, Unsigned bits)
+{
+    for (std::size_t i = 0; i < sizeof(Unsigned); ++i) {
+        *to++ = static_cast<char>(static_cast<unsigned char>(bits >> (8 * i)));
+    }
+    return to;
+}
+
+} // namespace
+
+PlyWriter::PlyWriter(std::ostream& stream) : stream_(stream)
+{
+    writeHeader();
+}
+
+void PlyWriter::add(CloudPoint const& point)
+{
+    std::array<char, vertexSize> bytes{};
+    char* to = bytes.data();
+    for (float const coordinate : {point.x, point.y, point.z}) {
+        to = putLittleEndian(to, std::bit_cast<std::uint32_t>(coordinate));
+    }
+    to = putLittleEndian(to, point.intensity);
+    putLittleEndian(to, std::bit_cast<std::uint64_t>(point.time));
+    stream_.write(bytes.data(), bytes.size());
+    ++count_;
+}
+
+void PlyWriter::finish()
+{
+    stream_.seekp(0);
+    writeHeader();
+    stream_.seekp(0, std::ios::end);
+}
+
+void PlyWriter::writeHeader()
+{
+    // The comment fills up what the count leaves, so that the header keeps its length when the count is
+    // known.
+    std::string const digits = std::to_string(count_);
+    std::string const filling(std::numeric_limits<std::uint64_t>::digits10 + 1 - digits.size(), '-');
+    stream_ << "ply\n"
+               "format binary_little_endian 1.0\n"
+               "comment points in metres, times in seconds "
+            << filling << "\nelement vertex " << digits
+            << "\n"
+               "property float x\n"
+               "property float y\n"
+               "property float z\n"
+               "property ushort intensity\n"
+               "property double time\n"
+               "end_header\n";
+}
+
+} // namespace oV::Roamscan::tool

@@ -1,0 +1,97 @@
+#include "tools/simulation/Scanner.h"
+
+#include "tools/console/ProgressBar.h"
+#include "tools/simulation/RandomNumbers.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+namespace oV::Roamscan::tool
+{
+
+namespace
+{
+
+using Eigen::Vector3d;
+
+/// What a random number is drawn for.
+enum Purpose : std::uint64_t
+{
+    RangeNoise = 1,
+    LostTime = 2,
+    IntensityNoise = 3
+};
+
+constexpr double radians(double degrees)
+{
+    return degrees * std::numbers::pi / 180.0;
+}
+
+Eigen::Isometry3d mounted(Vector3d const& place, double yaw, double pitch)
+{
+    Eigen::Isometry3d position = Eigen::Isometry3d::Identity();
+    position.translate(place);
+    position.rotate(Eigen::AngleAxisd(radians(yaw), Vector3d::UnitZ()));
+    position.rotate(Eigen::AngleAxisd(radians(pitch), Vector3d::UnitY()));
+    return position;
+}
+
+/// Bright surfaces that face the scanner send more back.
+std::uint16_t intensityOf(double reflectance, RayHit const& hit, double noise)
+{
+    double const share = reflectance * (0.25 + 0.75 * hit.cosIncidence) * (1.0 + 0.03 * noise);
+    return static_cast<std::uint16_t>(std::lround(65535.0 * std::clamp(share, 0.0, 1.0)));
+}
+
+} // namespace
+
+std::vector<MountedDevice> instrument()
+{
+    return {
+        {Device::Device0, Eigen::Isometry3d::Identity()},
+        {Device::Device1, mounted({0.12, 0.0, 0.18}, 25.0, 65.0)},   // sweeps walls, floor and ceiling
+        {Device::Device2, mounted({-0.08, 0.0, 0.30}, 180.0, 15.0)}, // sweeps the walls all around
+        {Device::Device3, mounted({0.05, 0.0, 0.45}, 0.0, 90.0)},
+    };
+}
+
+void scan(Scanner const& scanner,
+          Motion const& motion,
+          Building const& building,
+          std::uint64_t seed,
+          PointSink const& sink)
+{
+    double const from = motion.startTime() - scanner.overhang;
+    double const to = motion.stopTime() + scanner.overhang;
+    auto const count = static_cast<std::uint64_t>(std::floor((to - from) * scanner.pointsPerSecond)) + 1;
+    RandomNumbers const random(seed);
+    ProgressBar progress("scanning", count);
+    for (std::uint64_t i = 0; i < count; ++i) {
+        progress.advanceTo(i);
+        double const elapsed = static_cast<double>(i) / scanner.pointsPerSecond;
+        double const time = from + elapsed;
+        double const turns = elapsed * scanner.turnsPerSecond;
+        double const angle = 2.0 * std::numbers::pi * (turns - std::floor(turns));
+        Vector3d const direction(std::cos(angle), std::sin(angle), 0.0);
+
+        Eigen::Isometry3d const head = motion.at(time) * scanner.mounting;
+        auto const hit =
+            building.castRay(head.translation(), head.linear() * direction, scanner.longestRange);
+        if (!hit || hit->range < scanner.shortestRange) {
+            continue;
+        }
+        double const range = hit->range + scanner.rangeDeviation * random.normal(i, RangeNoise);
+        Vector3d const point = range * direction;
+        bool const lost = random.uniform(i, LostTime) < scanner.shareWithoutTime;
+        sink(
+            {static_cast<float>(point.x()),
+             static_cast<float>(point.y()),
+             static_cast<float>(point.z()),
+             intensityOf(building.surfaces[hit->surface].reflectance, *hit, random.normal(i, IntensityNoise)),
+             lost ? std::numeric_limits<double>::quiet_NaN() : time});
+    }
+}
+
+} // namespace oV::Roamscan::tool

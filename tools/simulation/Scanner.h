@@ -1,0 +1,52 @@
+#pragma once
+
+#include "tools/geometry/Building.h"
+#include "tools/io/PlyWriter.h"
+#include "tools/simulation/Motion.h"
+
+#include <roamscan/trajectorydata/Device.h>
+
+#include <Eigen/Geometry>
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+namespace oV::Roamscan::tool
+{
+
+/// A device of the carried instrument and where it is mounted.
+struct MountedDevice
+{
+    Device device = Device::Device0;
+    Eigen::Isometry3d position = Eigen::Isometry3d::Identity(); ///< Device frame to the body frame.
+};
+
+/// The instrument: the reference (Device0), two rangefinder heads, tilted differently, that spin about their
+/// own z axis (Device1, Device2), and a camera above them (Device3) that looks along its z axis.
+[[nodiscard]] std::vector<MountedDevice> instrument();
+
+/// A rangefinder that spins about its z axis and measures at right angles to it.
+struct Scanner
+{
+    Eigen::Isometry3d mounting = Eigen::Isometry3d::Identity(); ///< Head frame to the body frame.
+    double pointsPerSecond = 20'000.0;
+    double turnsPerSecond = 19.7;    ///< No simple fraction of the points, so that lines do not repeat.
+    double shortestRange = 0.1;      ///< Metres.
+    double longestRange = 30.0;      ///< Metres.
+    double rangeDeviation = 0.003;   ///< Metres, standard deviation of the normally distributed noise.
+    double shareWithoutTime = 0.005; ///< Points whose time got lost on the way.
+    double overhang = 0.2;           ///< Seconds that it runs before the motion starts and after it stops.
+};
+
+/// Takes the points of a scan, in the head's frame, in order of their times.
+using PointSink = std::function<void(CloudPoint const&)>;
+
+/// Scans a building on the way. Rays that meet nothing give no point. The same seed gives the same points.
+void scan(Scanner const& scanner,
+          Motion const& motion,
+          Building const& building,
+          std::uint64_t seed,
+          PointSink const& sink);
+
+} // namespace oV::Roamscan::tool
