@@ -1,0 +1,174 @@
+/// @file
+/// Bytes from anywhere as a trajectory data stream. Whatever they are, a store is read whole or left alone,
+/// and what was read can be written, read again, and sampled.
+///
+/// The first byte of an input says how the rest is to be taken: even, as a stream; odd, as the inside of a
+/// frame, whose byte count is put before it. So most mutations get past the count, to where the structure is
+/// examined.
+
+#include <roamscan/trajectory/Trajectory.h>
+#include <roamscan/trajectory/TrajectoryFromNodes.h>
+#include <roamscan/trajectorydata/TrajectoryData.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <new>
+#include <span>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+namespace
+{
+
+using oV::Roamscan::Device;
+using oV::Roamscan::TrafoT;
+using oV::Roamscan::Trajectory;
+using oV::Roamscan::TrajectoryData;
+using oV::Roamscan::TrajectoryNode;
+
+void require(bool holds, char const* what)
+{
+    if (!holds) {
+        std::fprintf(stderr, "violated: %s\n", what);
+        std::abort();
+    }
+}
+
+bool sameBits(std::span<double const> a, std::span<double const> b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](double x, double y) {
+        return std::bit_cast<std::uint64_t>(x) == std::bit_cast<std::uint64_t>(y);
+    });
+}
+
+bool sameBits(TrafoT<double> const& a, TrafoT<double> const& b)
+{
+    return sameBits(a.serialize(), b.serialize()) && a.valid() == b.valid();
+}
+
+bool sameBits(Eigen::Matrix3d const& a, Eigen::Matrix3d const& b)
+{
+    return sameBits(std::span(a.data(), 9), std::span(b.data(), 9));
+}
+
+bool sameBits(TrajectoryNode const& a, TrajectoryNode const& b)
+{
+    return sameBits(a.pose, b.pose) && sameBits(std::span(&a.time, 1), std::span(&b.time, 1)) &&
+           a.type == b.type && sameBits(a.matrixA, b.matrixA) && sameBits(a.matrixB, b.matrixB) &&
+           a.flag == b.flag;
+}
+
+bool sameBits(TrajectoryData const& a, TrajectoryData const& b)
+{
+    return std::equal(a.nodes.begin(),
+                      a.nodes.end(),
+                      b.nodes.begin(),
+                      b.nodes.end(),
+                      [](auto const& x, auto const& y) { return sameBits(x, y); }) &&
+           a.devicePositions.size() == b.devicePositions.size() &&
+           std::all_of(a.devicePositions.begin(), a.devicePositions.end(), [&b](auto const& entry) {
+               auto const other = b.devicePositions.find(entry.first);
+               return other != b.devicePositions.end() && sameBits(entry.second, other->second);
+           });
+}
+
+// What no stream could have brought: a flag that is not stored, and a device that is dropped.
+TrajectoryData knownStore()
+{
+    TrajectoryData store;
+    store.nodes.emplace_back(1.5, TrafoT<double>::Invalid());
+    store.nodes.emplace_back(-2.5);
+    store.devicePositions[Device::DeviceUnknown] = TrafoT<double>::Translation({1.0, 2.0, 3.0});
+    return store;
+}
+
+std::string streamBytes(std::span<std::uint8_t const> input)
+{
+    bool const isFrame = !input.empty() && input.front() % 2 == 1;
+    auto const rest = input.subspan(std::min<std::size_t>(input.size(), 1));
+    std::string bytes;
+    if (isFrame) {
+        for (std::size_t i = 0; i < 8; ++i) {
+            bytes.push_back(static_cast<char>((std::uint64_t{rest.size()} >> (8 * i)) & 0xFFU));
+        }
+    }
+    bytes.append(rest.begin(), rest.end());
+    return bytes;
+}
+
+bool readMayRunOutOfMemory(TrajectoryData& store, std::istream& stream)
+{
+    try {
+        return store.readFromStream(stream);
+    } catch (std::bad_alloc const&) {
+        return false;
+    } catch (std::length_error const&) {
+        return false;
+    }
+}
+
+// Behind the frame and nowhere else.
+void requirePositionBehindFrame(std::istream& stream, std::string const& bytes)
+{
+    std::uint64_t count = 0;
+    for (std::size_t i = 0; i < 8; ++i) {
+        count |= std::uint64_t{static_cast<unsigned char>(bytes[i])} << (8 * i);
+    }
+    require(stream.tellg() == static_cast<std::streamoff>(8 + count), "the stream stands behind the frame");
+}
+
+void requireRoundTrip(TrajectoryData const& store)
+{
+    std::stringstream stream;
+    require(store.write(stream), "what was read can be written");
+    TrajectoryData again = knownStore();
+    require(again.readFromStream(stream), "what was written can be read");
+    require(sameBits(store, again), "writing and reading changes nothing");
+}
+
+void sampleEverywhere(Trajectory const& trajectory)
+{
+    double const start = trajectory.getStartTime().get();
+    double const stop = trajectory.getStopTime().get();
+    std::array const times = {
+        start, stop, start + (stop - start) / 2.0, start - 1.0, std::numeric_limits<double>::quiet_NaN()};
+    for (double const time : times) {
+        try {
+            static_cast<void>(trajectory.sample(time));
+        } catch (std::out_of_range const&) {
+            continue; // the one thing that may be thrown
+        }
+    }
+}
+
+void useStore(TrajectoryData const& store)
+{
+    sampleEverywhere(oV::Roamscan::buildTrajectoryFromTrajectoryNodes(store.nodes));
+    if (store.devicePositions.contains(Device::Device0) && store.devicePositions.contains(Device::Device1)) {
+        sampleEverywhere(store.buildTrajectoryFromTrajectoryNodes(Device::Device0, Device::Device1));
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+{
+    std::string const bytes = streamBytes({data, size});
+    std::istringstream stream(bytes);
+    static TrajectoryData const untouched = knownStore();
+    TrajectoryData store = untouched;
+    if (!readMayRunOutOfMemory(store, stream)) {
+        require(sameBits(store, untouched), "a read that fails leaves the store alone");
+        return 0;
+    }
+    requirePositionBehindFrame(stream, bytes);
+    requireRoundTrip(store);
+    useStore(store);
+    return 0;
+}
