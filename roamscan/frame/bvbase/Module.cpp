@@ -31,8 +31,8 @@ void Module::internalTerm()
         return;
     }
     std::vector<oVClass*> const records = entered();
-    for (oVClass* const record : std::views::reverse(records)) {
-        record->clearClassStatics();
+    for (auto record = records.rbegin(); record != records.rend(); ++record) {
+        (*record)->clearClassStatics();
     }
     image_ = nullptr;
 }

@@ -65,8 +65,8 @@ struct String::EmptyValue
 
 constinit String::EmptyValue String::emptyValue;
 
-constinit String const String::NIL;
-constinit String const String::EMPTY{String::Adopted{}, &String::emptyValue.header};
+constexpr String String::NIL;
+constexpr String String::EMPTY{String::Adopted{}, &String::emptyValue.header};
 
 String::String(wchar_t const* text)
 {
