@@ -1,7 +1,6 @@
 #include <roamscan/time/TrafoT.h>
-
-#include <Eigen/LU>
-#include <Eigen/SVD>
+#include <roamscan/time/detail/NearestRotation.h>
+#include <roamscan/time/detail/RotateVector.h>
 
 #include <algorithm>
 #include <bit>
@@ -15,34 +14,6 @@ namespace oV::Roamscan
 
 namespace
 {
-
-// The rotation nearest to a linear block M = U S V^T, by the singular vectors: U V^T, with the first column
-// of U divided by the determinant of that product. Eigen's own Transform::rotation() does not serve: in the
-// isometry mode it hands the block back as it is, and for a mirroring block it turns the last column round
-// instead of the first.
-template <typename T, int Dimension>
-Eigen::Matrix<T, Dimension, Dimension> nearestRotation(Eigen::Matrix<T, Dimension, Dimension> const& block)
-{
-    using Matrix = Eigen::Matrix<T, Dimension, Dimension>;
-    if (!block.allFinite()) {
-        // The decomposition leaves its result unset here.
-        return Matrix::Constant(std::numeric_limits<T>::quiet_NaN());
-    }
-    Eigen::JacobiSVD<Matrix> const svd(block, Eigen::ComputeFullU | Eigen::ComputeFullV);
-    Matrix left = svd.matrixU();
-    left.col(0) /= Matrix(left * svd.matrixV().transpose()).determinant();
-    return left * svd.matrixV().transpose();
-}
-
-// Rotates without building a matrix: exact for a unit quaternion, and the one form used everywhere, because
-// for any other quaternion it scales differently from a matrix product.
-template <typename T>
-Eigen::Matrix<T, 3, 1> rotate(Eigen::Quaternion<T> const& rotation, Eigen::Matrix<T, 3, 1> const& vector)
-{
-    Eigen::Matrix<T, 3, 1> c = rotation.vec().cross(vector);
-    c += c;
-    return vector + rotation.w() * c + rotation.vec().cross(c);
-}
 
 // A draw of std::rand as 15 bits. Where the platform's draws are wider, their upper bits are taken.
 template <typename T>
@@ -58,7 +29,7 @@ T draw15Bits()
 template <typename T>
 TrafoT<T>::TrafoT(Bv_1_1::Mat4d<T> const& matrix, bool valid)
     : TrafoT(Vector(matrix[12], matrix[13], matrix[14]),
-             Quaternion(nearestRotation<T, 3>(
+             Quaternion(detail::nearestRotation<T, 3>(
                  Eigen::Map<Eigen::Matrix<T, 4, 4> const>(matrix.data()).template topLeftCorner<3, 3>())),
              valid)
 {}
@@ -67,14 +38,14 @@ template <typename T>
 TrafoT<T> TrafoT<T>::FromEigen(Transform3D const& transform)
 {
     Eigen::Matrix<T, 3, 3> const block = transform.linear();
-    return TrafoT(Vector(transform.translation()), Quaternion(nearestRotation<T, 3>(block)), true);
+    return TrafoT(Vector(transform.translation()), Quaternion(detail::nearestRotation<T, 3>(block)), true);
 }
 
 template <typename T>
 TrafoT<T> TrafoT<T>::Embed3D(Transform2D const& transform)
 {
     Eigen::Matrix<T, 2, 2> const block = transform.linear();
-    Eigen::Matrix<T, 2, 2> const rotation = nearestRotation<T, 2>(block);
+    Eigen::Matrix<T, 2, 2> const rotation = detail::nearestRotation<T, 2>(block);
     T const halfYaw = std::atan2(rotation(1, 0), rotation(0, 0)) * T(0.5);
     T const sine = std::sin(halfYaw);
     return TrafoT(Vector(transform.translation().x(), transform.translation().y(), T(0)),
@@ -133,7 +104,7 @@ typename TrafoT<T>::Transform3D TrafoT<T>::ToEigen() const
 template <typename T>
 typename TrafoT<T>::Transform2D TrafoT<T>::Project2D() const
 {
-    Vector const heading = rotate<T>(rotation_, Vector::UnitX());
+    Vector const heading = detail::rotateVector<T>(rotation_, Vector::UnitX());
     T const yaw = std::atan2(heading.y(), heading.x());
     T const cosine = std::cos(yaw);
     T const sine = std::sin(yaw);
@@ -148,7 +119,7 @@ template <typename T>
 TrafoT<T> TrafoT<T>::inverse() const
 {
     Quaternion const back = rotation_.conjugate();
-    return TrafoT(Vector(-rotate<T>(back, translation_)), back, true);
+    return TrafoT(Vector(-detail::rotateVector<T>(back, translation_)), back, true);
 }
 
 template <typename T>
@@ -196,7 +167,7 @@ bool TrafoT<T>::isApprox(TrafoT const& other, double precision) const
 template <typename T>
 TrafoT<T> TrafoT<T>::operator*(TrafoT const& other) const
 {
-    return TrafoT(Vector(translation_ + rotate<T>(rotation_, other.translation_)),
+    return TrafoT(Vector(translation_ + detail::rotateVector<T>(rotation_, other.translation_)),
                   rotation_ * other.rotation_,
                   valid_ && other.valid_);
 }
@@ -204,7 +175,7 @@ TrafoT<T> TrafoT<T>::operator*(TrafoT const& other) const
 template <typename T>
 typename TrafoT<T>::Vector TrafoT<T>::operator*(Vector const& point) const
 {
-    return rotate<T>(rotation_, point) + translation_;
+    return detail::rotateVector<T>(rotation_, point) + translation_;
 }
 
 template class TrafoT<float>;

@@ -1,4 +1,5 @@
 #include "support/Bits.h"
+#include "support/ByteStrings.h"
 #include "support/RandomPoses.h"
 
 #include <roamscan/frame/bvbase/String.h>
@@ -30,58 +31,9 @@ using oV::Roamscan::Device;
 using oV::Roamscan::TrafoT;
 using oV::Roamscan::TrajectoryData;
 using oV::Roamscan::TrajectoryNode;
-using support::sameBits;
+using namespace support;
 
 using Matrix = Eigen::Matrix3d;
-
-// Byte strings
-
-std::string bytes(std::initializer_list<int> values)
-{
-    std::string result;
-    for (int const value : values) {
-        result.push_back(static_cast<char>(value));
-    }
-    return result;
-}
-
-std::string littleEndian(std::uint64_t value, int count)
-{
-    std::string result;
-    for (int i = 0; i < count; ++i) {
-        result.push_back(static_cast<char>(value >> (8 * i)));
-    }
-    return result;
-}
-
-std::string u64(std::uint64_t value)
-{
-    return littleEndian(value, 8);
-}
-
-std::string u32(std::uint32_t value)
-{
-    return littleEndian(value, 4);
-}
-
-std::string u16(std::uint16_t value)
-{
-    return littleEndian(value, 2);
-}
-
-std::string f64(std::initializer_list<double> values)
-{
-    std::string result;
-    for (double const value : values) {
-        result += u64(std::bit_cast<std::uint64_t>(value));
-    }
-    return result;
-}
-
-std::string framed(std::string const& buffer)
-{
-    return u64(buffer.size()) + buffer;
-}
 
 std::string written(TrajectoryData const& store)
 {
@@ -223,16 +175,6 @@ constexpr std::size_t matrixAEntry = nodeVtable + 10;
 constexpr std::size_t matrixBEntry = nodeVtable + 12;
 constexpr std::size_t deviceValue = 8 + 32;
 constexpr std::size_t devicePadding = deviceValue + 4;
-
-std::string withU16(std::string frame, std::size_t position, std::uint16_t value)
-{
-    return frame.replace(position, 2, u16(value));
-}
-
-std::string withU32(std::string frame, std::size_t position, std::uint32_t value)
-{
-    return frame.replace(position, 4, u32(value));
-}
 
 TEST_F(TrajectoryDataStream, AnEmptyStoreIsARootTableWithoutFields)
 {
@@ -674,33 +616,6 @@ TEST_F(TrajectoryDataStream, NothingIsWrittenToAStreamThatIsNotGood)
         EXPECT_EQ(stream.str(), "");
     }
 }
-
-// Takes so many bytes and no more; counts being flushed.
-class LimitedBuffer : public std::streambuf
-{
-public:
-    explicit LimitedBuffer(std::size_t room) : room_(room) {}
-    [[nodiscard]] int flushes() const { return flushes_; }
-
-protected:
-    int_type overflow(int_type character) override
-    {
-        if (room_ == 0) {
-            return traits_type::eof();
-        }
-        --room_;
-        return character;
-    }
-    int sync() override
-    {
-        ++flushes_;
-        return 0;
-    }
-
-private:
-    std::size_t room_;
-    int flushes_ = 0;
-};
 
 TEST_F(TrajectoryDataStream, AStreamThatFailsOnTheWayGivesFalse)
 {

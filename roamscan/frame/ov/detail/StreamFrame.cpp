@@ -78,6 +78,10 @@ std::optional<FrameBuffer> readFrame(std::istream& stream)
 bool writeFrame(std::ostream& stream, std::span<std::byte const> bytes)
 {
     Endianness::bigEndian = false;
+    if (!stream.good())
+    {
+        return false; // not even the stream's flags are touched
+    }
     CountBytes const count = toLittleEndian(bytes.size());
     stream.write(reinterpret_cast<char const*>(count.data()), countSize);
     stream.write(reinterpret_cast<char const*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));

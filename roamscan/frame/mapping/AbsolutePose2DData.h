@@ -1,0 +1,45 @@
+#pragma once
+
+#include <roamscan/frame/mapping/Rigid3.h>
+#include <roamscan/frame/mapping/TimeStamp.h>
+#include <roamscan/frame/mapping/Vector3.h>
+
+#include <array>
+
+namespace mapping
+{
+
+/// A pose of the scanner from an absolute source. Immutable.
+class AbsolutePose2DData
+{
+public:
+    /// The uncertainties are three rows of three.
+    AbsolutePose2DData(TimeStamp time,
+                       Rigid3<double> pose,
+                       std::array<Vector3<double>, 3> translationUncertainty,
+                       std::array<Vector3<double>, 3> rotationUncertainty)
+        : time_(time),
+          pose_(pose),
+          translationUncertainty_(translationUncertainty),
+          rotationUncertainty_(rotationUncertainty)
+    {}
+
+    [[nodiscard]] TimeStamp const& getTimeStamp() const { return time_; }
+    [[nodiscard]] Rigid3<double> const& getPose() const { return pose_; }
+    [[nodiscard]] std::array<Vector3<double>, 3> const& getTranslationUncertainty() const
+    {
+        return translationUncertainty_;
+    }
+    [[nodiscard]] std::array<Vector3<double>, 3> const& getRotationUncertainty() const
+    {
+        return rotationUncertainty_;
+    }
+
+private:
+    TimeStamp time_;
+    Rigid3<double> pose_;
+    std::array<Vector3<double>, 3> translationUncertainty_;
+    std::array<Vector3<double>, 3> rotationUncertainty_;
+};
+
+} // namespace mapping

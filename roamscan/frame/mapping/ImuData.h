@@ -1,0 +1,48 @@
+#pragma once
+
+#include <roamscan/frame/mapping/TimeStamp.h>
+#include <roamscan/frame/mapping/Vector3.h>
+
+namespace mapping
+{
+
+/// One reading of an inertial unit. Immutable.
+class ImuData
+{
+public:
+    /// A reading without magnetic field. Note the order: the acceleration comes first.
+    ImuData(TimeStamp time, Vector3<double> linearAcceleration, Vector3<double> angularVelocity)
+        : time_(time), linearAcceleration_(linearAcceleration), angularVelocity_(angularVelocity)
+    {}
+
+    /// A reading with magnetic field.
+    ImuData(TimeStamp time,
+            Vector3<double> linearAcceleration,
+            Vector3<double> angularVelocity,
+            Vector3<double> magneticField)
+        : time_(time),
+          linearAcceleration_(linearAcceleration),
+          angularVelocity_(angularVelocity),
+          magneticField_(magneticField),
+          hasMagneticField_(true)
+    {}
+
+    [[nodiscard]] TimeStamp const& getTimeStamp() const { return time_; }
+    [[nodiscard]] Vector3<double> const& getLinearAcceleration() const { return linearAcceleration_; }
+    [[nodiscard]] Vector3<double> const& getAngularVelocity() const { return angularVelocity_; }
+
+    /// Whether the reading has a magnetic field.
+    [[nodiscard]] bool const& hasMagneticField() const { return hasMagneticField_; }
+
+    /// The magnetic field; zero without one.
+    [[nodiscard]] Vector3<double> const& getMagneticField() const { return magneticField_; }
+
+private:
+    TimeStamp time_;
+    Vector3<double> linearAcceleration_;
+    Vector3<double> angularVelocity_;
+    Vector3<double> magneticField_;
+    bool hasMagneticField_ = false;
+};
+
+} // namespace mapping

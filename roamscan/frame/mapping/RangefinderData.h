@@ -1,0 +1,39 @@
+#pragma once
+
+#include <roamscan/frame/mapping/StrongAlias.h>
+#include <roamscan/frame/mapping/TimeStamp.h>
+#include <roamscan/frame/mapping/TimedRangefinderPoint.h>
+#include <roamscan/frame/mapping/Vector3.h>
+
+#include <utility>
+#include <vector>
+
+namespace mapping
+{
+
+struct TimedPointCloudTag;
+
+/// The points of a burst.
+using TimedPointCloud = StrongAlias<std::vector<TimedRangefinderPoint>, TimedPointCloudTag>;
+
+/// One burst of a range sensor. Immutable.
+class RangefinderData
+{
+public:
+    RangefinderData(TimeStamp time, Vector3<double> origin, TimedPointCloud ranges)
+        : time_(time), origin_(origin), ranges_(std::move(ranges))
+    {}
+
+    [[nodiscard]] TimeStamp const& getTimeStamp() const { return time_; }
+
+    /// Where the burst was measured from.
+    [[nodiscard]] Vector3<double> const& getOrigin() const { return origin_; }
+    [[nodiscard]] TimedPointCloud const& getRanges() const { return ranges_; }
+
+private:
+    TimeStamp time_;
+    Vector3<double> origin_;
+    TimedPointCloud ranges_;
+};
+
+} // namespace mapping

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <roamscan/frame/mapping/TimeStamp.h>
+
+namespace mapping
+{
+
+/// A change of the scanner's state. Immutable.
+class ScanningStatusData
+{
+public:
+    ScanningStatusData(TimeStamp time, bool stationary, bool startNewSubmap)
+        : time_(time), stationary_(stationary), startNewSubmap_(startNewSubmap)
+    {}
+
+    [[nodiscard]] TimeStamp const& getTimeStamp() const { return time_; }
+
+    /// The scanner stands still.
+    [[nodiscard]] bool const& getStationary() const { return stationary_; }
+
+    /// A new submap begins here.
+    [[nodiscard]] bool const& getStartNewSubmap() const { return startNewSubmap_; }
+
+private:
+    TimeStamp time_;
+    bool stationary_;
+    bool startNewSubmap_;
+};
+
+} // namespace mapping

@@ -1,0 +1,354 @@
+/// @file
+/// SensorData to and from a stream, straight between store and buffer.
+
+#include <roamscan/frame/ov/detail/FlatBufferRoot.h>
+#include <roamscan/frame/ov/detail/StreamFrame.h>
+#include <roamscan/sensors/SensorData.h>
+#include <roamscan/sensors/SensorFile_generated.h>
+#include <roamscan/time/TimeConversion.h>
+
+#include <cstddef>
+#include <istream>
+#include <ostream>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace oV::Roamscan
+{
+
+namespace
+{
+
+namespace schema = SensorSchema;
+
+template <typename Table>
+using Tables = std::vector<flatbuffers::Offset<Table>>;
+
+template <typename Table>
+using TableVector = flatbuffers::Vector<flatbuffers::Offset<Table>>;
+
+// Writing
+
+schema::Vec3f toRecord(mapping::Vector3<double> const& vector)
+{
+    return {static_cast<float>(vector.x), static_cast<float>(vector.y), static_cast<float>(vector.z)};
+}
+
+schema::SensorPoseRecord toRecord(mapping::Rigid3<float> const& pose)
+{
+    auto const& [translation, rotation] = pose;
+    return {translation.x, translation.y, translation.z, rotation.w, rotation.x, rotation.y, rotation.z};
+}
+
+// Without text there is no string, not an empty one; likewise for vectors.
+flatbuffers::Offset<flatbuffers::String> packName(flatbuffers::FlatBufferBuilder& builder, std::string const& name)
+{
+    return name.empty() ? 0 : builder.CreateString(name);
+}
+
+template <typename Table>
+flatbuffers::Offset<TableVector<Table>> packVector(flatbuffers::FlatBufferBuilder& builder,
+                                                   Tables<Table> const& tables)
+{
+    return tables.empty() ? 0 : builder.CreateVector(tables);
+}
+
+flatbuffers::Offset<flatbuffers::Vector<schema::RangePoint const*>>
+packPoints(flatbuffers::FlatBufferBuilder& builder, std::vector<mapping::TimedRangefinderPoint> const& points)
+{
+    if (points.empty())
+    {
+        return 0;
+    }
+    // By way of an array of records: the builder's own uninitialized vectors are aligned more strictly than the schema.
+    std::vector<schema::RangePoint> records;
+    records.reserve(points.size());
+    for (auto const& point : points)
+    {
+        records.emplace_back(point.position.x, point.position.y, point.position.z, point.time);
+    }
+    return builder.CreateVectorOfStructs(records);
+}
+
+flatbuffers::Offset<schema::RangefinderSample> packSample(flatbuffers::FlatBufferBuilder& builder,
+                                                          mapping::RangefinderData const& record)
+{
+    auto const points = packPoints(builder, record.getRanges());
+    auto const origin = toRecord(record.getOrigin());
+    return schema::CreateRangefinderSample(builder, record.getTimeStamp().get(), points, &origin);
+}
+
+flatbuffers::Offset<schema::ImuSample> packSample(flatbuffers::FlatBufferBuilder& builder,
+                                                  mapping::ImuData const& record)
+{
+    auto const acceleration = toRecord(record.getLinearAcceleration());
+    auto const velocity = toRecord(record.getAngularVelocity());
+    auto const field = toRecord(record.getMagneticField());
+    return schema::CreateImuSample(builder,
+                                   record.getTimeStamp().get(),
+                                   &acceleration,
+                                   &velocity,
+                                   record.hasMagneticField() ? &field : nullptr);
+}
+
+template <typename Sensor, typename Sample, typename T, typename Create>
+flatbuffers::Offset<TableVector<Sensor>> packSensors(flatbuffers::FlatBufferBuilder& builder,
+                                                     SensorData::Samples<T> const& sensors,
+                                                     Create const& createSensor)
+{
+    Tables<Sensor> tables;
+    tables.reserve(sensors.size());
+    Tables<Sample> samples;
+    for (auto const& [name, records] : sensors)
+    {
+        auto const nameText = packName(builder, name);
+        samples.clear();
+        samples.reserve(records.size());
+        for (auto const& [key, record] : records)
+        {
+            samples.push_back(packSample(builder, *record));
+        }
+        tables.push_back(createSensor(builder, nameText, packVector(builder, samples)));
+    }
+    return packVector(builder, tables);
+}
+
+flatbuffers::Offset<TableVector<schema::SensorPose>>
+packPoses(flatbuffers::FlatBufferBuilder& builder,
+          std::unordered_map<std::string, mapping::Rigid3<float>> const& poses)
+{
+    Tables<schema::SensorPose> tables;
+    tables.reserve(poses.size());
+    for (auto const& [name, pose] : poses)
+    {
+        auto const nameText = packName(builder, name);
+        auto const record = toRecord(pose);
+        tables.push_back(schema::CreateSensorPose(builder, nameText, &record));
+    }
+    return packVector(builder, tables);
+}
+
+// The order of these steps fixes the bytes.
+void packStore(flatbuffers::FlatBufferBuilder& builder, SensorData const& store)
+{
+    auto const rangefinders = packSensors<schema::RangefinderSensor, schema::RangefinderSample>(
+        builder, store.rangefinderData, schema::CreateRangefinderSensor);
+    auto const imus =
+        packSensors<schema::ImuSensor, schema::ImuSample>(builder, store.imuData, schema::CreateImuSensor);
+    auto const poses = packPoses(builder, store.sensorPoses);
+    builder.Finish(schema::CreateSensorDataRoot(builder, rangefinders, imus, poses, store.posesApplied));
+}
+
+// No more than the buffer will take: for each entry its offset and its largest padded table, for each name its length,
+// text and padding, for each sensor and burst also the head of a vector.
+std::uint64_t bufferSizeBound(SensorData const& store)
+{
+    constexpr std::uint64_t fixed = 512;
+    constexpr std::uint64_t perName = 4 + 4;
+    constexpr std::uint64_t perSensor = 4 + 12 + 8 + perName;
+    constexpr std::uint64_t perImuSample = 4 + 4 + sizeof(double) + 3 * sizeof(schema::Vec3f) + 8;
+    constexpr std::uint64_t perRangefinderSample = 4 + 4 + sizeof(double) + sizeof(schema::Vec3f) + 4 + 8 + 8;
+    constexpr std::uint64_t perPose = 4 + 4 + 4 + sizeof(schema::SensorPoseRecord) + 4 + perName;
+
+    std::uint64_t size = fixed;
+    for (auto const& [name, samples] : store.imuData)
+    {
+        size += perSensor + name.size() + perImuSample * samples.size();
+    }
+    for (auto const& [name, samples] : store.rangefinderData)
+    {
+        size += perSensor + name.size();
+        for (auto const& [key, record] : samples)
+        {
+            size += perRangefinderSample + sizeof(schema::RangePoint) * record->getRanges().get().size();
+        }
+    }
+    for (auto const& [name, pose] : store.sensorPoses)
+    {
+        size += perPose + name.size();
+    }
+    return size;
+}
+
+// Reading
+
+mapping::Vector3<double> fromRecord(schema::Vec3f const& record)
+{
+    return {record.x(), record.y(), record.z()};
+}
+
+mapping::Rigid3<float> fromRecord(schema::SensorPoseRecord const& record)
+{
+    return {{record.tx(), record.ty(), record.tz()}, {record.qx(), record.qy(), record.qz(), record.qw()}};
+}
+
+std::string nameOf(flatbuffers::String const* name)
+{
+    return name == nullptr ? std::string() : name->str();
+}
+
+template <typename Element>
+std::uint64_t sizeOf(flatbuffers::Vector<Element> const* vector)
+{
+    return vector == nullptr ? 0 : vector->size();
+}
+
+std::uint64_t unpackedSize(schema::RangefinderSample const& sample)
+{
+    return sizeof(mapping::RangefinderData) + sizeof(mapping::TimedRangefinderPoint) * sizeOf(sample.points());
+}
+
+std::uint64_t unpackedSize(schema::ImuSample const& /*sample*/)
+{
+    return sizeof(mapping::ImuData);
+}
+
+template <typename Sensor>
+std::uint64_t unpackedSize(TableVector<Sensor> const* sensors)
+{
+    std::uint64_t size = 0;
+    for (flatbuffers::uoffset_t i = 0; i < sizeOf(sensors); ++i)
+    {
+        auto const* const sensor = sensors->Get(i);
+        size += sizeof(std::string) + sizeOf(sensor->name());
+        for (flatbuffers::uoffset_t j = 0; j < sizeOf(sensor->samples()); ++j)
+        {
+            size += unpackedSize(*sensor->samples()->Get(j));
+        }
+    }
+    return size;
+}
+
+std::uint64_t unpackedSize(TableVector<schema::SensorPose> const* poses)
+{
+    std::uint64_t size = 0;
+    for (flatbuffers::uoffset_t i = 0; i < sizeOf(poses); ++i)
+    {
+        size += sizeof(std::string) + sizeof(mapping::Rigid3<float>) + sizeOf(poses->Get(i)->name());
+    }
+    return size;
+}
+
+// Each is empty if the sample lacks one of its vectors.
+
+std::shared_ptr<mapping::ImuData const> unpackSample(schema::ImuSample const& sample)
+{
+    auto const* const acceleration = sample.linearAcceleration();
+    auto const* const velocity = sample.angularVelocity();
+    if (acceleration == nullptr || velocity == nullptr)
+    {
+        return nullptr;
+    }
+    mapping::TimeStamp const time(sample.time());
+    auto const* const field = sample.magneticField();
+    return field == nullptr
+               ? std::make_shared<mapping::ImuData const>(time, fromRecord(*acceleration), fromRecord(*velocity))
+               : std::make_shared<mapping::ImuData const>(
+                     time, fromRecord(*acceleration), fromRecord(*velocity), fromRecord(*field));
+}
+
+std::shared_ptr<mapping::RangefinderData const> unpackSample(schema::RangefinderSample const& sample)
+{
+    if (sample.origin() == nullptr)
+    {
+        return nullptr;
+    }
+    std::vector<mapping::TimedRangefinderPoint> points;
+    points.reserve(sizeOf(sample.points()));
+    for (flatbuffers::uoffset_t i = 0; i < sizeOf(sample.points()); ++i)
+    {
+        schema::RangePoint const& point = *sample.points()->Get(i);
+        points.push_back({{point.x(), point.y(), point.z()}, point.time(), {}});
+    }
+    return std::make_shared<mapping::RangefinderData const>(mapping::TimeStamp(sample.time()),
+                                                            fromRecord(*sample.origin()),
+                                                            mapping::TimedPointCloud(std::move(points)));
+}
+
+// False if a sample lacks one of its vectors. A sensor without samples leaves no entry.
+template <typename T, typename Sensor>
+bool unpackSensors(SensorData::Samples<T>& sensors, TableVector<Sensor> const* tables)
+{
+    for (flatbuffers::uoffset_t i = 0; i < sizeOf(tables); ++i)
+    {
+        auto const* const samples = tables->Get(i)->samples();
+        if (sizeOf(samples) == 0)
+        {
+            continue;
+        }
+        SampleMap<T>& target = sensors[nameOf(tables->Get(i)->name())];
+        for (auto const* const sample : *samples)
+        {
+            auto record = unpackSample(*sample);
+            if (!record)
+            {
+                return false;
+            }
+            // In the order of time as a rule, so behind the last one; a tick that is there already takes the later record.
+            target.insert_or_assign(
+                target.end(), TimeConversion::convertToIntegerTime(sample->time()), std::move(record));
+        }
+    }
+    return true;
+}
+
+// False if a pose table lacks its pose.
+bool unpackPoses(std::unordered_map<std::string, mapping::Rigid3<float>>& poses,
+                 TableVector<schema::SensorPose> const* tables)
+{
+    for (flatbuffers::uoffset_t i = 0; i < sizeOf(tables); ++i)
+    {
+        auto const* const table = tables->Get(i);
+        if (table->pose() == nullptr)
+        {
+            return false;
+        }
+        poses[nameOf(table->name())] = fromRecord(*table->pose());
+    }
+    return true;
+}
+
+} // namespace
+
+std::shared_ptr<SensorData> SensorData::read(std::istream& stream)
+{
+    auto store = std::make_shared<SensorData>();
+    auto const frame = detail::readFrame(stream);
+    if (!frame)
+    {
+        return nullptr;
+    }
+    auto const bytes = frame->bytes();
+    auto const* const root = detail::verifiedRoot<schema::SensorDataRoot>(bytes);
+    if (root == nullptr)
+    {
+        return nullptr;
+    }
+    auto const size =
+        unpackedSize(root->rangefinderSensors()) + unpackedSize(root->imuSensors()) + unpackedSize(root->poses());
+    if (!detail::unpackedSizeIsReasonable(size, bytes.size()) ||
+        !unpackSensors(store->imuData, root->imuSensors()) ||
+        !unpackSensors(store->rangefinderData, root->rangefinderSensors()) ||
+        !unpackPoses(store->sensorPoses, root->poses()))
+    {
+        return nullptr;
+    }
+    store->posesApplied = root->posesApplied();
+    return store;
+}
+
+bool SensorData::write(std::ostream& stream) const
+{
+    std::uint64_t const sizeBound = bufferSizeBound(*this);
+    if (sizeBound > detail::largestFlatBuffer)
+    {
+        return false;
+    }
+    flatbuffers::FlatBufferBuilder builder(static_cast<std::size_t>(sizeBound));
+    packStore(builder, *this);
+    return detail::writeFrame(stream, std::as_bytes(std::span(builder.GetBufferPointer(), builder.GetSize())));
+}
+
+} // namespace oV::Roamscan

@@ -1,0 +1,140 @@
+#include "support/SensorRecords.h"
+
+#include <roamscan/sensors/SensorData.h>
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+#include <string>
+
+namespace
+{
+
+using oV::Roamscan::SensorData;
+using namespace support;
+
+TEST(TimedView, OfAnEmptyStoreIsAnEmptyMapBehindAValidPointer)
+{
+    auto const view = SensorData().createTimedData();
+    ASSERT_NE(view, nullptr);
+    EXPECT_TRUE(view->empty());
+}
+
+TEST(TimedView, SamplesOfTwoSensorsAtOneTickShareAnEntry)
+{
+    SensorData data;
+    data.imuData["a"][7] = imuSample(0, {1, 0, 0});
+    data.imuData["b"][7] = imuSample(0, {2, 0, 0});
+    auto const view = data.createTimedData();
+    ASSERT_EQ(view->size(), 1U);
+    EXPECT_EQ(view->at(7).imuData.size(), 2U);
+    EXPECT_EQ(view->at(7).imuData.at("a"), data.imuData["a"][7]);
+    EXPECT_EQ(view->at(7).imuData.at("b"), data.imuData["b"][7]);
+}
+
+TEST(TimedView, SamplesOfTwoKindsAtOneTickStandInTheirOwnMaps)
+{
+    SensorData data;
+    data.imuData["a"][7] = imuSample(0, {});
+    data.rangefinderData["a"][7] = rangeSample(0, {}, {});
+    auto const view = data.createTimedData();
+    ASSERT_EQ(view->size(), 1U);
+    EXPECT_EQ(view->at(7).imuData.size(), 1U);
+    EXPECT_EQ(view->at(7).rangefinderData.size(), 1U);
+    EXPECT_TRUE(view->at(7).secondRangefinderData.empty());
+}
+
+TEST(TimedView, EveryKindGoesToItsOwnMapAndTheTwoRangeSetsStayApart)
+{
+    SensorData data = oneSampleOfEachKind(1.0);
+    data.secondRangefinderData["lid"][100000000] = rangeSample(1.0, {}, {});
+    auto const view = data.createTimedData();
+    ASSERT_EQ(view->size(), 1U);
+    auto const& entry = view->at(100000000);
+    EXPECT_EQ(entry.imuData.at("imu"), data.imuData["imu"].begin()->second);
+    EXPECT_EQ(entry.absolutePoseData.at("gps"), data.absolutePoseData["gps"].begin()->second);
+    EXPECT_EQ(entry.rangefinderData.at("lid"), data.rangefinderData["lid"].begin()->second);
+    EXPECT_EQ(entry.secondRangefinderData.at("lid"), data.secondRangefinderData["lid"].begin()->second);
+    EXPECT_EQ(entry.secondRangefinderData.at("lid2"), data.secondRangefinderData["lid2"].begin()->second);
+    EXPECT_EQ(entry.scanningStatusData.at("status"), data.scanningStatusData["status"].begin()->second);
+    EXPECT_EQ(entry.imuData.size(), 1U);
+    EXPECT_EQ(entry.rangefinderData.size(), 1U);
+}
+
+TEST(TimedView, SamplesOneTickApartStandInEntriesOfTheirOwn)
+{
+    SensorData data;
+    data.imuData["a"][7] = imuSample(0, {});
+    data.imuData["b"][8] = imuSample(0, {});
+    EXPECT_EQ(data.createTimedData()->size(), 2U);
+}
+
+TEST(TimedView, ASensorWithoutSamplesLeavesNoTrace)
+{
+    SensorData data;
+    data.imuData["a"];
+    data.imuData["b"][8] = imuSample(0, {});
+    auto const view = data.createTimedData();
+    EXPECT_EQ(view->size(), 1U);
+    EXPECT_FALSE(view->at(8).imuData.contains("a"));
+}
+
+TEST(TimedView, TakesTheKeysOfTheStoreAndNotTheTimesOfTheRecords)
+{
+    SensorData data;
+    data.imuData["a"][-5] = imuSample(1.0, {});
+    EXPECT_EQ(data.createTimedData()->begin()->first, -5);
+}
+
+TEST(TimedView, OutlivesTheStoreAndItsChanges)
+{
+    std::shared_ptr<std::map<int64, SensorData::TimedData>> before;
+    std::shared_ptr<mapping::ImuData const> record;
+    {
+        SensorData data = oneSampleOfEachKind(1.0);
+        record = data.imuData["imu"].begin()->second;
+        before = data.createTimedData();
+        data.applyPoses();
+        data.modifyTime([](int64 time) { return time + 1; });
+        auto const after = data.createTimedData();
+        EXPECT_EQ(after->begin()->first, 100000001);
+        EXPECT_NE(after->begin()->second.imuData.at("imu"), record);
+    }
+    EXPECT_EQ(before->begin()->first, 100000000);
+    EXPECT_EQ(before->begin()->second.imuData.at("imu"), record);
+}
+
+TEST(TimedView, IsTheSameAsInsertingEverySampleByItsKey)
+{
+    std::mt19937_64 generator(100);
+    for (int round = 0; round < 50; ++round)
+    {
+        SensorData data;
+        std::map<int64, SensorData::TimedData> expected;
+        for (int i = 0; i < 300; ++i)
+        {
+            auto const key = static_cast<int64>(generator() % 100) - 50;
+            std::string const name(1, static_cast<char>('a' + generator() % 5));
+            if (generator() % 2 == 0)
+            {
+                data.imuData[name][key] = imuSample(0, {});
+                expected[key].imuData[name] = data.imuData[name][key];
+            }
+            else
+            {
+                data.rangefinderData[name][key] = rangeSample(0, {}, {});
+                expected[key].rangefinderData[name] = data.rangefinderData[name][key];
+            }
+        }
+        auto const view = data.createTimedData();
+        ASSERT_EQ(view->size(), expected.size());
+        for (auto const& [key, entry] : expected)
+        {
+            ASSERT_EQ(view->at(key).imuData, entry.imuData);
+            ASSERT_EQ(view->at(key).rangefinderData, entry.rangefinderData);
+        }
+    }
+}
+
+} // namespace
