@@ -16,8 +16,7 @@ using oV::Roamscan::TimeConversion::convertToIntegerTime;
 int main()
 {
     SensorData store;
-    for (int i = 0; i < 200; ++i)
-    {
+    for (int i = 0; i < 200; ++i) {
         mapping::TimeStamp const time(0.005 * i);
         // The key of a sample is its own time in ticks of 10 ns.
         store.imuData["imu"][convertToIntegerTime(time.get())] = std::make_shared<mapping::ImuData const>(
@@ -31,8 +30,7 @@ int main()
     store.sensorPoses["imu"] = {{0, 0, 0.1F}, {0, 0, 0, 1}};
 
     std::stringstream stream(std::ios::in | std::ios::out | std::ios::binary);
-    if (!store.write(stream))
-    {
+    if (!store.write(stream)) {
         std::fprintf(stderr, "the store could not be written\n");
         return 1;
     }

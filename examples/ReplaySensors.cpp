@@ -18,8 +18,7 @@ namespace
 SensorData twoSensorsAtDifferentRates()
 {
     SensorData store;
-    for (int i = 0; i < 6; ++i)
-    {
+    for (int i = 0; i < 6; ++i) {
         mapping::TimeStamp const time(0.1 * i);
         store.imuData[i % 2 == 0 ? "front" : "back"][convertToIntegerTime(time.get())] =
             std::make_shared<mapping::ImuData const>(
@@ -37,26 +36,21 @@ SensorData twoSensorsAtDifferentRates()
 int main()
 {
     std::stringstream stream(std::ios::in | std::ios::out | std::ios::binary);
-    if (!twoSensorsAtDifferentRates().write(stream))
-    {
+    if (!twoSensorsAtDifferentRates().write(stream)) {
         return 1;
     }
     auto const store = SensorData::read(stream);
-    if (!store)
-    {
+    if (!store) {
         std::fprintf(stderr, "the stream is damaged\n");
         return 1;
     }
     auto const view = store->createTimedData();
-    for (auto const& [tick, samples] : *view)
-    {
+    for (auto const& [tick, samples] : *view) {
         std::printf("%.1f s:", convertToSeconds(tick));
-        for (auto const& [name, record] : samples.imuData)
-        {
+        for (auto const& [name, record] : samples.imuData) {
             std::printf(" %s", name.c_str());
         }
-        for (auto const& [name, record] : samples.rangefinderData)
-        {
+        for (auto const& [name, record] : samples.rangefinderData) {
             std::printf(" %s (%zu points)", name.c_str(), record->getRanges().get().size());
         }
         std::printf("\n");

@@ -17,8 +17,7 @@ namespace
 SensorData recordingFrom(double start)
 {
     SensorData store;
-    for (int i = 0; i < 100; ++i)
-    {
+    for (int i = 0; i < 100; ++i) {
         mapping::TimeStamp const time(start + 0.01 * i);
         store.imuData["imu"][convertToIntegerTime(time.get())] = std::make_shared<mapping::ImuData const>(
             time, mapping::Vector3<double>{0, 0, 9.81}, mapping::Vector3<double>{});

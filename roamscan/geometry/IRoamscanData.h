@@ -25,6 +25,7 @@ namespace oV::Roamscan
 class ROAMSCAN_EXPORT IRoamscanData
 {
 public:
+    /// A scan point: position in metres, intensity, colour.
     using ScanPoint = Bv_1_1::ScanPtColor<Bv_1_1::Vec3d<float>>;
 
     IRoamscanData();
@@ -33,8 +34,8 @@ public:
     IRoamscanData& operator=(IRoamscanData const& other);
     IRoamscanData& operator=(IRoamscanData&& other) noexcept;
 
-    virtual void reserved1() = 0;
-    virtual void reserved2() = 0;
+    virtual void reserved1() = 0; ///< @copybrief reserved21
+    virtual void reserved2() = 0; ///< @copybrief reserved21
 
     /// The time of a point in ticks of 10 ns, written through `time`. False, and `time` untouched, if it has
     /// none.
@@ -44,30 +45,31 @@ public:
     /// they may be null.
     [[nodiscard]] virtual ScanPoint getLocalScanPt(int first, int second, double const* parameters) = 0;
 
-    virtual void reserved3() = 0;
-    virtual void reserved4() = 0;
-    virtual void reserved5() = 0;
-    virtual void reserved6() = 0;
-    virtual void reserved7() = 0;
-    virtual void reserved8() = 0;
-    virtual void reserved9() = 0;
-    virtual void reserved10() = 0;
-    virtual void reserved11() = 0;
-    virtual void reserved12() = 0;
-    virtual void reserved13() = 0;
-    virtual void reserved14() = 0;
-    virtual void reserved15() = 0;
-    virtual void reserved16() = 0;
-    virtual void reserved17() = 0;
-    virtual void reserved18() = 0;
-    virtual void reserved19() = 0;
-    virtual void reserved20() = 0;
+    virtual void reserved3() = 0;  ///< @copybrief reserved21
+    virtual void reserved4() = 0;  ///< @copybrief reserved21
+    virtual void reserved5() = 0;  ///< @copybrief reserved21
+    virtual void reserved6() = 0;  ///< @copybrief reserved21
+    virtual void reserved7() = 0;  ///< @copybrief reserved21
+    virtual void reserved8() = 0;  ///< @copybrief reserved21
+    virtual void reserved9() = 0;  ///< @copybrief reserved21
+    virtual void reserved10() = 0; ///< @copybrief reserved21
+    virtual void reserved11() = 0; ///< @copybrief reserved21
+    virtual void reserved12() = 0; ///< @copybrief reserved21
+    virtual void reserved13() = 0; ///< @copybrief reserved21
+    virtual void reserved14() = 0; ///< @copybrief reserved21
+    virtual void reserved15() = 0; ///< @copybrief reserved21
+    virtual void reserved16() = 0; ///< @copybrief reserved21
+    virtual void reserved17() = 0; ///< @copybrief reserved21
+    virtual void reserved18() = 0; ///< @copybrief reserved21
+    virtual void reserved19() = 0; ///< @copybrief reserved21
+    virtual void reserved20() = 0; ///< @copybrief reserved21
 
     /// The direction of gravity in each anchor section: by device, then by integer time. Empty unless
     /// overridden.
     [[nodiscard]] virtual std::map<Device, std::map<int64, Eigen::Matrix<double, 3, 1>>>
     getGravityAxisOfAnchorSections() const;
 
+    /// A place in the table of virtual operations that this library never calls.
     virtual void reserved21() = 0;
 
     /// A point in the global frame: the local point, moved by the trajectory's pose at the point's time.

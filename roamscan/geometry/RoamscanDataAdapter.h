@@ -18,27 +18,27 @@ public:
     RoamscanDataAdapter& operator=(RoamscanDataAdapter&& other) noexcept;
     virtual ~RoamscanDataAdapter();
 
-    void reserved1() override;
-    void reserved2() override;
-    void reserved3() override;
-    void reserved4() override;
-    void reserved5() override;
-    void reserved6() override;
-    void reserved7() override;
-    void reserved8() override;
-    void reserved9() override;
-    void reserved10() override;
-    void reserved11() override;
-    void reserved12() override;
-    void reserved13() override;
-    void reserved14() override;
-    void reserved15() override;
-    void reserved16() override;
-    void reserved17() override;
-    void reserved18() override;
-    void reserved19() override;
-    void reserved20() override;
-    void reserved21() override;
+    void reserved1() override;  ///< Does nothing.
+    void reserved2() override;  ///< Does nothing.
+    void reserved3() override;  ///< Does nothing.
+    void reserved4() override;  ///< Does nothing.
+    void reserved5() override;  ///< Does nothing.
+    void reserved6() override;  ///< Does nothing.
+    void reserved7() override;  ///< Does nothing.
+    void reserved8() override;  ///< Does nothing.
+    void reserved9() override;  ///< Does nothing.
+    void reserved10() override; ///< Does nothing.
+    void reserved11() override; ///< Does nothing.
+    void reserved12() override; ///< Does nothing.
+    void reserved13() override; ///< Does nothing.
+    void reserved14() override; ///< Does nothing.
+    void reserved15() override; ///< Does nothing.
+    void reserved16() override; ///< Does nothing.
+    void reserved17() override; ///< Does nothing.
+    void reserved18() override; ///< Does nothing.
+    void reserved19() override; ///< Does nothing.
+    void reserved20() override; ///< Does nothing.
+    void reserved21() override; ///< Does nothing.
 };
 
 } // namespace oV::Roamscan

@@ -7,17 +7,15 @@ namespace oV::Roamscan
 namespace
 {
 
-// The first entry at or behind `key`, from a position before it. A few steps lead there when two recordings interleave;
-// a search does otherwise.
+// The first entry at or behind `key`, from a position before it. A few steps lead there when two recordings
+// interleave; a search does otherwise.
 template <typename T>
 typename SampleMap<T>::iterator
 positionOf(int64 key, SampleMap<T>& samples, typename SampleMap<T>::iterator position)
 {
     constexpr int fewSteps = 8;
-    for (int step = 0; step < fewSteps; ++step)
-    {
-        if (position == samples.end() || position->first >= key)
-        {
+    for (int step = 0; step < fewSteps; ++step) {
+        if (position == samples.end() || position->first >= key) {
             return position;
         }
         ++position;
@@ -28,16 +26,13 @@ positionOf(int64 key, SampleMap<T>& samples, typename SampleMap<T>::iterator pos
 template <typename T>
 void mergeSamples(SampleMap<T>& samples, SampleMap<T> const& others)
 {
-    if (others.empty())
-    {
+    if (others.empty()) {
         return;
     }
     auto position = samples.lower_bound(others.begin()->first);
-    for (auto const& [key, record] : others)
-    {
+    for (auto const& [key, record] : others) {
         position = positionOf<T>(key, samples, position);
-        if (position == samples.end() || position->first != key)
-        {
+        if (position == samples.end() || position->first != key) {
             position = samples.emplace_hint(position, key, record);
         }
     }
@@ -46,11 +41,9 @@ void mergeSamples(SampleMap<T>& samples, SampleMap<T> const& others)
 template <typename T>
 void mergeSensors(SensorData::Samples<T>& sensors, SensorData::Samples<T> const& others)
 {
-    for (auto const& [name, samples] : others)
-    {
+    for (auto const& [name, samples] : others) {
         auto const [sensor, isNew] = sensors.try_emplace(name, samples);
-        if (!isNew)
-        {
+        if (!isNew) {
             mergeSamples<T>(sensor->second, samples);
         }
     }
@@ -65,15 +58,13 @@ SensorData& SensorData::operator=(SensorData const& other) = default;
 
 SensorData& SensorData::operator+=(SensorData const& other)
 {
-    if (other.posesApplied != posesApplied)
-    {
+    if (other.posesApplied != posesApplied) {
         detail::throwInternalError(L"Cannot combine sensor data because posesApplied differs.",
                                    "oV::Roamscan::SensorData::operator +=",
                                    "SensorData",
                                    __LINE__);
     }
-    if (&other == this)
-    {
+    if (&other == this) {
         return *this; // every sample and pose is there already
     }
     mergeSensors(imuData, other.imuData);

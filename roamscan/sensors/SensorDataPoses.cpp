@@ -26,32 +26,29 @@ mapping::Vector3<double> rotated(Eigen::Matrix3d const& rotation, mapping::Vecto
     return {result.x(), result.y(), result.z()};
 }
 
-// By a proper rotation, also where the quaternion is not of unit length. Callers may rely on the magnetic field being
-// dropped and not rotated.
+// By a proper rotation, also where the quaternion is not of unit length. Callers may rely on the magnetic
+// field being dropped and not rotated.
 void rotateSamples(SampleMap<mapping::ImuData>& samples, Pose const& pose)
 {
     Eigen::Matrix3f const block = TrafoT<float>(pose, true).ToEigen().linear();
     Eigen::Matrix3d const rotation = detail::nearestRotation<float, 3>(block).cast<double>();
-    for (auto& [key, record] : samples)
-    {
+    for (auto& [key, record] : samples) {
         record = std::make_shared<mapping::ImuData const>(record->getTimeStamp(),
                                                           rotated(rotation, record->getLinearAcceleration()),
                                                           rotated(rotation, record->getAngularVelocity()));
     }
 }
 
-// By the quaternion as it stands. Callers may rely on the origin staying where it is, and on the auxiliaries being
-// dropped.
+// By the quaternion as it stands. Callers may rely on the origin staying where it is, and on the auxiliaries
+// being dropped.
 void rotateSamples(SampleMap<mapping::RangefinderData>& samples, Pose const& pose)
 {
     auto const& [x, y, z, w] = pose.rotation;
     Eigen::Quaternionf const rotation(w, x, y, z);
-    for (auto& [key, record] : samples)
-    {
+    for (auto& [key, record] : samples) {
         std::vector<mapping::TimedRangefinderPoint> points;
         points.reserve(record->getRanges().get().size());
-        for (auto const& point : record->getRanges().get())
-        {
+        for (auto const& point : record->getRanges().get()) {
             Eigen::Vector3f const position = detail::rotateVector<float>(
                 rotation, Eigen::Vector3f(point.position.x, point.position.y, point.position.z));
             points.push_back({{position.x(), position.y(), position.z()}, point.time, {}});
@@ -65,8 +62,7 @@ template <typename T>
 bool rotateSensor(SensorData::Samples<T>& sensors, std::string const& name, Pose const& pose)
 {
     auto const sensor = sensors.find(name);
-    if (sensor == sensors.end())
-    {
+    if (sensor == sensors.end()) {
         return false;
     }
     rotateSamples(sensor->second, pose);
@@ -77,20 +73,17 @@ bool rotateSensor(SensorData::Samples<T>& sensors, std::string const& name, Pose
 
 void SensorData::applyPoses()
 {
-    if (posesApplied)
-    {
+    if (posesApplied) {
         return;
     }
-    if (!sensorPoses.empty())
-    {
-        // Each name is looked up in one sample map alone, and no map changes its shape, so the tasks share nothing that
-        // is written.
+    if (!sensorPoses.empty()) {
+        // Each name is looked up in one sample map alone, and no map changes its shape, so the tasks share
+        // nothing that is written.
         tbb::task_group_context context;
         tbb::parallel_for_each(
             sensorPoses.begin(),
             sensorPoses.end(),
-            [this](auto const& entry)
-            {
+            [this](auto const& entry) {
                 auto const& [name, pose] = entry;
                 (void)(rotateSensor(imuData, name, pose) || rotateSensor(rangefinderData, name, pose) ||
                        rotateSensor(secondRangefinderData, name, pose));

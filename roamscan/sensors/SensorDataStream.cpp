@@ -43,7 +43,8 @@ schema::SensorPoseRecord toRecord(mapping::Rigid3<float> const& pose)
 }
 
 // Without text there is no string, not an empty one; likewise for vectors.
-flatbuffers::Offset<flatbuffers::String> packName(flatbuffers::FlatBufferBuilder& builder, std::string const& name)
+flatbuffers::Offset<flatbuffers::String> packName(flatbuffers::FlatBufferBuilder& builder,
+                                                  std::string const& name)
 {
     return name.empty() ? 0 : builder.CreateString(name);
 }
@@ -58,15 +59,14 @@ flatbuffers::Offset<TableVector<Table>> packVector(flatbuffers::FlatBufferBuilde
 flatbuffers::Offset<flatbuffers::Vector<schema::RangePoint const*>>
 packPoints(flatbuffers::FlatBufferBuilder& builder, std::vector<mapping::TimedRangefinderPoint> const& points)
 {
-    if (points.empty())
-    {
+    if (points.empty()) {
         return 0;
     }
-    // By way of an array of records: the builder's own uninitialized vectors are aligned more strictly than the schema.
+    // By way of an array of records: the builder's own uninitialized vectors are aligned more strictly than
+    // the schema.
     std::vector<schema::RangePoint> records;
     records.reserve(points.size());
-    for (auto const& point : points)
-    {
+    for (auto const& point : points) {
         records.emplace_back(point.position.x, point.position.y, point.position.z, point.time);
     }
     return builder.CreateVectorOfStructs(records);
@@ -101,13 +101,11 @@ flatbuffers::Offset<TableVector<Sensor>> packSensors(flatbuffers::FlatBufferBuil
     Tables<Sensor> tables;
     tables.reserve(sensors.size());
     Tables<Sample> samples;
-    for (auto const& [name, records] : sensors)
-    {
+    for (auto const& [name, records] : sensors) {
         auto const nameText = packName(builder, name);
         samples.clear();
         samples.reserve(records.size());
-        for (auto const& [key, record] : records)
-        {
+        for (auto const& [key, record] : records) {
             samples.push_back(packSample(builder, *record));
         }
         tables.push_back(createSensor(builder, nameText, packVector(builder, samples)));
@@ -121,8 +119,7 @@ packPoses(flatbuffers::FlatBufferBuilder& builder,
 {
     Tables<schema::SensorPose> tables;
     tables.reserve(poses.size());
-    for (auto const& [name, pose] : poses)
-    {
+    for (auto const& [name, pose] : poses) {
         auto const nameText = packName(builder, name);
         auto const record = toRecord(pose);
         tables.push_back(schema::CreateSensorPose(builder, nameText, &record));
@@ -141,8 +138,8 @@ void packStore(flatbuffers::FlatBufferBuilder& builder, SensorData const& store)
     builder.Finish(schema::CreateSensorDataRoot(builder, rangefinders, imus, poses, store.posesApplied));
 }
 
-// No more than the buffer will take: for each entry its offset and its largest padded table, for each name its length,
-// text and padding, for each sensor and burst also the head of a vector.
+// No more than the buffer will take: for each entry its offset and its largest padded table, for each name
+// its length, text and padding, for each sensor and burst also the head of a vector.
 std::uint64_t bufferSizeBound(SensorData const& store)
 {
     constexpr std::uint64_t fixed = 512;
@@ -153,20 +150,16 @@ std::uint64_t bufferSizeBound(SensorData const& store)
     constexpr std::uint64_t perPose = 4 + 4 + 4 + sizeof(schema::SensorPoseRecord) + 4 + perName;
 
     std::uint64_t size = fixed;
-    for (auto const& [name, samples] : store.imuData)
-    {
+    for (auto const& [name, samples] : store.imuData) {
         size += perSensor + name.size() + perImuSample * samples.size();
     }
-    for (auto const& [name, samples] : store.rangefinderData)
-    {
+    for (auto const& [name, samples] : store.rangefinderData) {
         size += perSensor + name.size();
-        for (auto const& [key, record] : samples)
-        {
+        for (auto const& [key, record] : samples) {
             size += perRangefinderSample + sizeof(schema::RangePoint) * record->getRanges().get().size();
         }
     }
-    for (auto const& [name, pose] : store.sensorPoses)
-    {
+    for (auto const& [name, pose] : store.sensorPoses) {
         size += perPose + name.size();
     }
     return size;
@@ -197,7 +190,8 @@ std::uint64_t sizeOf(flatbuffers::Vector<Element> const* vector)
 
 std::uint64_t unpackedSize(schema::RangefinderSample const& sample)
 {
-    return sizeof(mapping::RangefinderData) + sizeof(mapping::TimedRangefinderPoint) * sizeOf(sample.points());
+    return sizeof(mapping::RangefinderData) +
+           sizeof(mapping::TimedRangefinderPoint) * sizeOf(sample.points());
 }
 
 std::uint64_t unpackedSize(schema::ImuSample const& /*sample*/)
@@ -209,12 +203,10 @@ template <typename Sensor>
 std::uint64_t unpackedSize(TableVector<Sensor> const* sensors)
 {
     std::uint64_t size = 0;
-    for (flatbuffers::uoffset_t i = 0; i < sizeOf(sensors); ++i)
-    {
+    for (flatbuffers::uoffset_t i = 0; i < sizeOf(sensors); ++i) {
         auto const* const sensor = sensors->Get(i);
         size += sizeof(std::string) + sizeOf(sensor->name());
-        for (flatbuffers::uoffset_t j = 0; j < sizeOf(sensor->samples()); ++j)
-        {
+        for (flatbuffers::uoffset_t j = 0; j < sizeOf(sensor->samples()); ++j) {
             size += unpackedSize(*sensor->samples()->Get(j));
         }
     }
@@ -224,8 +216,7 @@ std::uint64_t unpackedSize(TableVector<Sensor> const* sensors)
 std::uint64_t unpackedSize(TableVector<schema::SensorPose> const* poses)
 {
     std::uint64_t size = 0;
-    for (flatbuffers::uoffset_t i = 0; i < sizeOf(poses); ++i)
-    {
+    for (flatbuffers::uoffset_t i = 0; i < sizeOf(poses); ++i) {
         size += sizeof(std::string) + sizeof(mapping::Rigid3<float>) + sizeOf(poses->Get(i)->name());
     }
     return size;
@@ -237,28 +228,25 @@ std::shared_ptr<mapping::ImuData const> unpackSample(schema::ImuSample const& sa
 {
     auto const* const acceleration = sample.linearAcceleration();
     auto const* const velocity = sample.angularVelocity();
-    if (acceleration == nullptr || velocity == nullptr)
-    {
+    if (acceleration == nullptr || velocity == nullptr) {
         return nullptr;
     }
     mapping::TimeStamp const time(sample.time());
     auto const* const field = sample.magneticField();
-    return field == nullptr
-               ? std::make_shared<mapping::ImuData const>(time, fromRecord(*acceleration), fromRecord(*velocity))
-               : std::make_shared<mapping::ImuData const>(
-                     time, fromRecord(*acceleration), fromRecord(*velocity), fromRecord(*field));
+    return field == nullptr ? std::make_shared<mapping::ImuData const>(
+                                  time, fromRecord(*acceleration), fromRecord(*velocity))
+                            : std::make_shared<mapping::ImuData const>(
+                                  time, fromRecord(*acceleration), fromRecord(*velocity), fromRecord(*field));
 }
 
 std::shared_ptr<mapping::RangefinderData const> unpackSample(schema::RangefinderSample const& sample)
 {
-    if (sample.origin() == nullptr)
-    {
+    if (sample.origin() == nullptr) {
         return nullptr;
     }
     std::vector<mapping::TimedRangefinderPoint> points;
     points.reserve(sizeOf(sample.points()));
-    for (flatbuffers::uoffset_t i = 0; i < sizeOf(sample.points()); ++i)
-    {
+    for (flatbuffers::uoffset_t i = 0; i < sizeOf(sample.points()); ++i) {
         schema::RangePoint const& point = *sample.points()->Get(i);
         points.push_back({{point.x(), point.y(), point.z()}, point.time(), {}});
     }
@@ -271,22 +259,19 @@ std::shared_ptr<mapping::RangefinderData const> unpackSample(schema::Rangefinder
 template <typename T, typename Sensor>
 bool unpackSensors(SensorData::Samples<T>& sensors, TableVector<Sensor> const* tables)
 {
-    for (flatbuffers::uoffset_t i = 0; i < sizeOf(tables); ++i)
-    {
+    for (flatbuffers::uoffset_t i = 0; i < sizeOf(tables); ++i) {
         auto const* const samples = tables->Get(i)->samples();
-        if (sizeOf(samples) == 0)
-        {
+        if (sizeOf(samples) == 0) {
             continue;
         }
         SampleMap<T>& target = sensors[nameOf(tables->Get(i)->name())];
-        for (auto const* const sample : *samples)
-        {
+        for (auto const* const sample : *samples) {
             auto record = unpackSample(*sample);
-            if (!record)
-            {
+            if (!record) {
                 return false;
             }
-            // In the order of time as a rule, so behind the last one; a tick that is there already takes the later record.
+            // In the order of time as a rule, so behind the last one; a tick that is there already takes the
+            // later record.
             target.insert_or_assign(
                 target.end(), TimeConversion::convertToIntegerTime(sample->time()), std::move(record));
         }
@@ -298,11 +283,9 @@ bool unpackSensors(SensorData::Samples<T>& sensors, TableVector<Sensor> const* t
 bool unpackPoses(std::unordered_map<std::string, mapping::Rigid3<float>>& poses,
                  TableVector<schema::SensorPose> const* tables)
 {
-    for (flatbuffers::uoffset_t i = 0; i < sizeOf(tables); ++i)
-    {
+    for (flatbuffers::uoffset_t i = 0; i < sizeOf(tables); ++i) {
         auto const* const table = tables->Get(i);
-        if (table->pose() == nullptr)
-        {
+        if (table->pose() == nullptr) {
             return false;
         }
         poses[nameOf(table->name())] = fromRecord(*table->pose());
@@ -316,18 +299,16 @@ std::shared_ptr<SensorData> SensorData::read(std::istream& stream)
 {
     auto store = std::make_shared<SensorData>();
     auto const frame = detail::readFrame(stream);
-    if (!frame)
-    {
+    if (!frame) {
         return nullptr;
     }
     auto const bytes = frame->bytes();
     auto const* const root = detail::verifiedRoot<schema::SensorDataRoot>(bytes);
-    if (root == nullptr)
-    {
+    if (root == nullptr) {
         return nullptr;
     }
-    auto const size =
-        unpackedSize(root->rangefinderSensors()) + unpackedSize(root->imuSensors()) + unpackedSize(root->poses());
+    auto const size = unpackedSize(root->rangefinderSensors()) + unpackedSize(root->imuSensors()) +
+                      unpackedSize(root->poses());
     if (!detail::unpackedSizeIsReasonable(size, bytes.size()) ||
         !unpackSensors(store->imuData, root->imuSensors()) ||
         !unpackSensors(store->rangefinderData, root->rangefinderSensors()) ||
@@ -342,13 +323,13 @@ std::shared_ptr<SensorData> SensorData::read(std::istream& stream)
 bool SensorData::write(std::ostream& stream) const
 {
     std::uint64_t const sizeBound = bufferSizeBound(*this);
-    if (sizeBound > detail::largestFlatBuffer)
-    {
+    if (sizeBound > detail::largestFlatBuffer) {
         return false;
     }
     flatbuffers::FlatBufferBuilder builder(static_cast<std::size_t>(sizeBound));
     packStore(builder, *this);
-    return detail::writeFrame(stream, std::as_bytes(std::span(builder.GetBufferPointer(), builder.GetSize())));
+    return detail::writeFrame(stream,
+                              std::as_bytes(std::span(builder.GetBufferPointer(), builder.GetSize())));
 }
 
 } // namespace oV::Roamscan

@@ -50,16 +50,13 @@ template <typename T>
 void moveSensors(SensorData::Samples<T>& sensors, TickFunction const& f)
 {
     SensorData::Samples<T> moved;
-    for (auto const& [name, samples] : sensors)
-    {
+    for (auto const& [name, samples] : sensors) {
         SampleMap<T>* target = nullptr;
-        for (auto const& [key, record] : samples)
-        {
+        for (auto const& [key, record] : samples) {
             auto movedSample =
                 std::make_shared<T const>(movedRecord(*record, movedTime(record->getTimeStamp(), f)));
             int64 const movedKey = f(key);
-            if (target == nullptr)
-            {
+            if (target == nullptr) {
                 target = &moved[name];
             }
             // In the order of the old keys, so that of samples that meet at one tick the latest stays.

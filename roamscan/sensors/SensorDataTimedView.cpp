@@ -37,7 +37,10 @@ public:
     {}
 
     [[nodiscard]] int64 key() const override { return position_->first; }
-    void enter(TimedData& entry) const override { (entry.*target_).insert_or_assign(*name_, position_->second); }
+    void enter(TimedData& entry) const override
+    {
+        (entry.*target_).insert_or_assign(*name_, position_->second);
+    }
     bool advance() override { return ++position_ != end_; }
 
 private:
@@ -50,12 +53,12 @@ private:
 using Cursors = std::vector<std::unique_ptr<Cursor>>;
 
 template <typename T>
-void addCursors(Cursors& cursors, SensorData::Samples<T> const& sensors, typename SensorCursor<T>::Target target)
+void addCursors(Cursors& cursors,
+                SensorData::Samples<T> const& sensors,
+                typename SensorCursor<T>::Target target)
 {
-    for (auto const& [name, samples] : sensors)
-    {
-        if (!samples.empty())
-        {
+    for (auto const& [name, samples] : sensors) {
+        if (!samples.empty()) {
             cursors.push_back(std::make_unique<SensorCursor<T>>(name, samples, target));
         }
     }
@@ -77,20 +80,17 @@ std::shared_ptr<std::map<int64, SensorData::TimedData>> SensorData::createTimedD
     addCursors<mapping::AbsolutePose2DData>(cursors, absolutePoseData, &TimedData::absolutePoseData);
     addCursors<mapping::ScanningStatusData>(cursors, scanningStatusData, &TimedData::scanningStatusData);
 
-    // The sensor with the earliest sample stands at the front of the heap, so the view grows at its end alone.
+    // The sensor with the earliest sample stands at the front of the heap, so the view grows at its end
+    // alone.
     auto view = std::make_shared<std::map<int64, TimedData>>();
     std::make_heap(cursors.begin(), cursors.end(), isLater);
-    while (!cursors.empty())
-    {
+    while (!cursors.empty()) {
         std::pop_heap(cursors.begin(), cursors.end(), isLater);
         auto& cursor = cursors.back();
         cursor->enter(view->try_emplace(view->end(), cursor->key())->second);
-        if (cursor->advance())
-        {
+        if (cursor->advance()) {
             std::push_heap(cursors.begin(), cursors.end(), isLater);
-        }
-        else
-        {
+        } else {
             cursors.pop_back();
         }
     }

@@ -28,10 +28,14 @@ template <typename T>
 class TrafoT
 {
 public:
-    using Scalar = T;
+    using Scalar = T; ///< The type of every number.
+    /// x, y, z.
     using Vector = Eigen::Matrix<T, 3, 1>;
+    /// Coefficients held in the order x, y, z, w.
     using Quaternion = Eigen::Quaternion<T>;
+    /// A rigid transform of space as a homogeneous matrix.
     using Transform3D = Eigen::Transform<T, 3, Eigen::Isometry, 0>;
+    /// A rigid transform of the plane as a homogeneous matrix.
     using Transform2D = Eigen::Transform<T, 2, Eigen::Isometry, 0>;
 
     /// The identity, valid.
@@ -102,9 +106,14 @@ public:
     /// is.
     [[nodiscard]] static TrafoT Random();
 
+    /// The translation in the target frame.
     [[nodiscard]] Vector const& translation() const { return translation_; }
+    /// @overload
     [[nodiscard]] Vector& translation() { return translation_; }
+
+    /// The rotation, as it was handed in or came out of the last operation.
     [[nodiscard]] Quaternion const& rotation() const { return rotation_; }
+    /// @overload
     [[nodiscard]] Quaternion& rotation() { return rotation_; }
 
     /// The flag as it was handed in or came out of the last operation.

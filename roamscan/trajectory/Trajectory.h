@@ -26,7 +26,10 @@ namespace oV::Roamscan
 class ROAMSCAN_EXPORT Trajectory
 {
 public:
+    /// The pose at a time in seconds. It may throw, and is callable from any thread that samples the
+    /// trajectory.
     using PoseFunction = std::function<TrafoT<double>(double)>;
+    /// The acceleration in the global frame at a time in seconds.
     using AccelerationFunction = std::function<Bv_1_1::Vec3d<double>(double)>;
 
     /// The interval from 0 to 0, without functions: it contains the instant 0 and has no pose there.
@@ -45,14 +48,19 @@ public:
     Trajectory& operator=(Trajectory const& other);
     Trajectory& operator=(Trajectory&& other) noexcept;
 
+    /// The first instant of the interval.
     [[nodiscard]] TimeStamp getStartTime() const;
+    /// The last instant of the interval.
     [[nodiscard]] TimeStamp getStopTime() const;
+    /// Stop minus start.
     [[nodiscard]] Duration getDuration() const;
 
     /// Whether the time, in seconds or ticks of 10 ns, is at least the start and not greater than the stop.
     /// Both ends belong to the interval, without any tolerance; a NaN time does not.
     [[nodiscard]] bool contains(double seconds) const;
+    /// @overload
     [[nodiscard]] bool contains(TimeStamp time) const;
+    /// @overload
     [[nodiscard]] bool contains(int64 time) const;
 
     /// Whether start and stop do not differ, also because one is NaN. This speaks of the interval, not of the
@@ -67,7 +75,9 @@ public:
     /// @throws std::bad_function_call without a pose function
     /// @throws std::out_of_range outside a table of poses
     [[nodiscard]] TrafoT<double> sample(double seconds) const;
+    /// @overload
     [[nodiscard]] TrafoT<double> sample(TimeStamp time) const;
+    /// @overload
     [[nodiscard]] TrafoT<double> sample(int64 time) const;
 
     /// The pose at a time that the interval contains, else `fallback`.

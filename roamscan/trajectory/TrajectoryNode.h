@@ -30,7 +30,7 @@ struct ROAMSCAN_EXPORT TrajectoryNode
     Eigen::Matrix<double, 3, 3> matrixB; ///< Payload, column-major.
     bool flag;                           ///< Payload.
 
-    // The time comes first in the arguments and second in the fields; both orders are part of the interface.
+    /// The time comes first in the arguments and second in the fields; both orders are part of the interface.
     // NOLINTNEXTLINE(google-explicit-constructor): the interface has it implicit
     TrajectoryNode(double const time = 0.0,
                    TrafoT<double> const& pose = TrafoT<double>::Identity(),

@@ -20,13 +20,10 @@ TEST(Merge, StoresThatDifferInPosesAppliedAreABrokenContract)
     SensorData a = oneSampleOfEachKind(1.0);
     SensorData b = oneSampleOfEachKind(2.0);
     b.posesApplied = true;
-    try
-    {
+    try {
         a += b;
         FAIL() << "nothing was thrown";
-    }
-    catch (oV::InternalErrorException const& failure)
-    {
+    } catch (oV::InternalErrorException const& failure) {
         EXPECT_EQ(failure.getDesc().compare(L"Cannot combine sensor data because posesApplied differs."), 0);
         EXPECT_EQ(failure.getFunction().compare(L"oV::Roamscan::SensorData::operator +="), 0);
         EXPECT_EQ(failure.getFile().compare(L"SensorData"), 0);
@@ -125,15 +122,12 @@ TEST(Merge, LeavesTheOtherStoreAlone)
 TEST(Merge, IsTheUnionWithTheReceiverWinningOverRandomRecordings)
 {
     std::mt19937_64 generator(200);
-    for (int round = 0; round < 200; ++round)
-    {
+    for (int round = 0; round < 200; ++round) {
         auto const range = static_cast<int64>(5 + generator() % 1000);
         auto const shift = static_cast<int64>(generator() % 1500) - 700;
-        auto const fill = [&](SampleMap<mapping::ImuData>& samples, int64 origin)
-        {
+        auto const fill = [&](SampleMap<mapping::ImuData>& samples, int64 origin) {
             auto const count = generator() % 100;
-            for (std::size_t i = 0; i < count; ++i)
-            {
+            for (std::size_t i = 0; i < count; ++i) {
                 samples[origin + static_cast<int64>(generator() % static_cast<std::uint64_t>(range))] =
                     imuSample(0, {});
             }

@@ -1,6 +1,6 @@
 /// @file
-/// What happens to a store when memory runs out in the middle of an operation. This program replaces the allocation of
-/// the whole process by one that can be told to fail.
+/// What happens to a store when memory runs out in the middle of an operation. This program replaces the
+/// allocation of the whole process by one that can be told to fail.
 
 #include "support/SensorRecords.h"
 
@@ -24,8 +24,7 @@ std::atomic<long> granted = -1;
 bool isGranted()
 {
     long const left = granted.load();
-    if (left < 0)
-    {
+    if (left < 0) {
         return true;
     }
     return left > 0 && granted.fetch_sub(1) > 0;
@@ -37,8 +36,7 @@ bool isGranted()
 [[gnu::noinline]] void* operator new(std::size_t size)
 {
     void* const memory = isGranted() ? std::malloc(size == 0 ? 1 : size) : nullptr;
-    if (memory == nullptr)
-    {
+    if (memory == nullptr) {
         throw std::bad_alloc();
     }
     return memory;
@@ -63,11 +61,9 @@ using namespace support;
 SensorData severalSensors()
 {
     SensorData data;
-    for (int sensor = 0; sensor < 4; ++sensor)
-    {
+    for (int sensor = 0; sensor < 4; ++sensor) {
         std::string const name = "sensor " + std::to_string(sensor);
-        for (int i = 0; i < 50; ++i)
-        {
+        for (int i = 0; i < 50; ++i) {
             data.imuData[name][i] = imuSample(secondsOf(i), {1, 0, 0});
         }
         data.sensorPoses[name] = {{0, 0, 0}, {0, 0, 1, 0}};
@@ -80,12 +76,9 @@ template <typename Operation>
 bool runsOutOfMemory(long allocations, Operation const& operation)
 {
     granted = allocations;
-    try
-    {
+    try {
         operation();
-    }
-    catch (std::bad_alloc const&)
-    {
+    } catch (std::bad_alloc const&) {
         granted = -1;
         return true;
     }
@@ -100,18 +93,14 @@ TEST(OutOfMemory, InABodyOfApplyPosesReachesTheCallerAndLeavesTheFlagFalse)
         warmUp.applyPoses();
     }
     int failures = 0;
-    for (long allocations = 0; allocations < 200; allocations += 20)
-    {
+    for (long allocations = 0; allocations < 200; allocations += 20) {
         SensorData data = severalSensors();
-        if (runsOutOfMemory(allocations, [&data] { data.applyPoses(); }))
-        {
+        if (runsOutOfMemory(allocations, [&data] { data.applyPoses(); })) {
             ++failures;
             EXPECT_FALSE(data.posesApplied);
-            for (auto const& [name, samples] : data.imuData)
-            {
+            for (auto const& [name, samples] : data.imuData) {
                 EXPECT_EQ(samples.size(), 50U) << "the samples keep their places";
-                for (auto const& [key, record] : samples)
-                {
+                for (auto const& [key, record] : samples) {
                     ASSERT_NE(record, nullptr);
                 }
             }
@@ -132,8 +121,7 @@ TEST(OutOfMemory, InAReadHandsOutNothing)
 {
     std::stringstream stream;
     ASSERT_TRUE(severalSensors().write(stream));
-    for (long allocations = 1; allocations < 400; allocations += 37)
-    {
+    for (long allocations = 1; allocations < 400; allocations += 37) {
         stream.clear();
         stream.seekg(0);
         std::shared_ptr<SensorData> store;

@@ -49,7 +49,8 @@ TEST(ApplyPoses, WithoutPosesSetsTheFlagAndTouchesNothing)
     data.applyPoses();
     EXPECT_TRUE(data.posesApplied);
     EXPECT_EQ(data.imuData.at("imu").begin()->second, before.imuData.at("imu").begin()->second);
-    EXPECT_EQ(data.rangefinderData.at("lid").begin()->second, before.rangefinderData.at("lid").begin()->second);
+    EXPECT_EQ(data.rangefinderData.at("lid").begin()->second,
+              before.rangefinderData.at("lid").begin()->second);
 }
 
 TEST(ApplyPoses, RotatesRangefinderPointsAndLeavesTheOrigin)
@@ -116,8 +117,7 @@ TEST(ApplyPoses, DoesNothingWhereTheFlagIsSetAlready)
 TEST(ApplyPoses, OnlyTheFirstMemberThatHasTheNameIsRotated)
 {
     SensorData data;
-    for (auto const& name : {"in all", "in both ranges", "in the second"})
-    {
+    for (auto const& name : {"in all", "in both ranges", "in the second"}) {
         store(data.secondRangefinderData[name], rangeSample(1.0, {}, onePoint));
         data.sensorPoses[name] = quarterTurn();
     }
@@ -127,8 +127,9 @@ TEST(ApplyPoses, OnlyTheFirstMemberThatHasTheNameIsRotated)
     SensorData const before(data);
     data.applyPoses();
 
-    auto const rotated = [](auto const& now, auto const& then, char const* name)
-    { return now.at(name).begin()->second != then.at(name).begin()->second; };
+    auto const rotated = [](auto const& now, auto const& then, char const* name) {
+        return now.at(name).begin()->second != then.at(name).begin()->second;
+    };
     EXPECT_TRUE(rotated(data.imuData, before.imuData, "in all"));
     EXPECT_FALSE(rotated(data.rangefinderData, before.rangefinderData, "in all"));
     EXPECT_FALSE(rotated(data.secondRangefinderData, before.secondRangefinderData, "in all"));
@@ -174,7 +175,8 @@ TEST(ApplyPoses, AbsolutePosesAndScanningStatusAreNeverRotated)
     data.sensorPoses["gps"] = quarterTurn();
     data.sensorPoses["status"] = quarterTurn();
     data.applyPoses();
-    EXPECT_EQ(data.absolutePoseData["gps"].begin()->second, before.absolutePoseData.at("gps").begin()->second);
+    EXPECT_EQ(data.absolutePoseData["gps"].begin()->second,
+              before.absolutePoseData.at("gps").begin()->second);
     EXPECT_EQ(data.scanningStatusData["status"].begin()->second,
               before.scanningStatusData.at("status").begin()->second);
 }
@@ -202,8 +204,9 @@ TEST(ApplyPoses, PointsAreRotatedInSinglePrecisionByTheCrossProductForm)
     data.applyPoses();
 
     auto const& v = pose.rotation;
-    auto const cross = [&v](mapping::Vector3<float> const& b)
-    { return mapping::Vector3<float>{v.y * b.z - v.z * b.y, v.z * b.x - v.x * b.z, v.x * b.y - v.y * b.x}; };
+    auto const cross = [&v](mapping::Vector3<float> const& b) {
+        return mapping::Vector3<float>{v.y * b.z - v.z * b.y, v.z * b.x - v.x * b.z, v.x * b.y - v.y * b.x};
+    };
     auto t = cross(p);
     t = {t.x + t.x, t.y + t.y, t.z + t.z};
     auto const u = cross(t);
@@ -231,17 +234,12 @@ TEST(ApplyPoses, TheInertialRotationIsComputedInSinglePrecision)
 TEST(ApplyPoses, ManySensorsAreRotatedAtOnce)
 {
     SensorData data;
-    for (int sensor = 0; sensor < 16; ++sensor)
-    {
+    for (int sensor = 0; sensor < 16; ++sensor) {
         std::string const name = "sensor " + std::to_string(sensor);
-        for (int i = 0; i < 200; ++i)
-        {
-            if (sensor % 2 == 0)
-            {
+        for (int i = 0; i < 200; ++i) {
+            if (sensor % 2 == 0) {
                 data.imuData[name][i] = imuSample(secondsOf(i), {1, 0, 0});
-            }
-            else
-            {
+            } else {
                 data.rangefinderData[name][i] = rangeSample(secondsOf(i), {}, onePoint);
             }
         }
@@ -249,18 +247,14 @@ TEST(ApplyPoses, ManySensorsAreRotatedAtOnce)
     }
     SensorData const before(data);
     data.applyPoses();
-    for (auto const& [name, samples] : data.imuData)
-    {
+    for (auto const& [name, samples] : data.imuData) {
         ASSERT_EQ(samples.size(), 200U);
-        for (auto const& [key, record] : samples)
-        {
+        for (auto const& [key, record] : samples) {
             expectNear(record->getLinearAcceleration(), 0, 1, 0);
         }
     }
-    for (auto const& [name, samples] : data.rangefinderData)
-    {
-        for (auto const& [key, record] : samples)
-        {
+    for (auto const& [name, samples] : data.rangefinderData) {
+        for (auto const& [key, record] : samples) {
             expectNear(record->getRanges().get().at(0).position, 0, 1, 0);
         }
     }

@@ -54,12 +54,10 @@ template <typename T>
 void expectSame(SensorData::Samples<T> const& a, SensorData::Samples<T> const& b)
 {
     ASSERT_EQ(a.size(), b.size());
-    for (auto const& [name, samples] : a)
-    {
+    for (auto const& [name, samples] : a) {
         ASSERT_TRUE(b.contains(name)) << name;
         ASSERT_EQ(samples.size(), b.at(name).size());
-        for (auto const& [key, record] : samples)
-        {
+        for (auto const& [key, record] : samples) {
             ASSERT_TRUE(b.at(name).contains(key)) << key;
             expectSame(*record, *b.at(name).at(key));
         }
@@ -86,8 +84,9 @@ SensorData smallStore()
 
 // Literal bytes
 
-std::string const emptyFrame = u64(12)                                           // 12 bytes follow
-                               + u32(8) + u16(4) + u16(4) + u32(4); // root at 8, its vtable without fields at 4
+std::string const emptyFrame = u64(12) // 12 bytes follow
+                               + u32(8) + u16(4) + u16(4) +
+                               u32(4); // root at 8, its vtable without fields at 4
 
 // The frame of smallStore(), by its places in the frame.
 std::string frameOfSmallStore()
@@ -97,35 +96,35 @@ std::string frameOfSmallStore()
            + u16(12) + u16(20) + u16(8) + u16(12) + u16(16) + u16(7) //  16 vtable of the root
            + u32(12)                                                 //  28 the root
            + bytes({0, 0, 0, 1})                                     //  32 padding, posesApplied
-           + u32(0xA0) + u32(0x44) + u32(4)                          //  36 rangefinderSensors, imuSensors, poses
-           + u32(1) + u32(12)                                        //  48 one pose table
-           + u16(8) + u16(36) + u16(4) + u16(8)                      //  56 its vtable
-           + u32(8) + u32(0x20)                                      //  64 the pose table, name
-           + f32({0, 0, 0, 1, 0, 0, 0})                              //  72 translation, rotation w, x, y, z
-           + u32(3) + "imu" + bytes({0})                             // 100
-           + u32(1) + u32(4)                                         // 108 one IMU sensor
-           + u32(0xFFFFFFA8) + u32(0x44) + u32(4)                    // 116 its vtable at 204, name, samples
-           + u32(1) + u32(16)                                        // 128 one sample
-           + u16(0)                                                  // 136 padding
-           + u16(10) + u16(40) + u16(28) + u16(4) + u16(16)          // 138 its vtable
-           + u32(10)                                                 // 148 the sample
-           + f32({0, 0, 9.75F})                                      // 152 linearAcceleration
-           + f32({0.5F, 0, 0})                                       // 164 angularVelocity
-           + f64({1.5})                                              // 176 time
-           + u32(0)                                                  // 184 padding
-           + u32(3) + "imu" + bytes({0})                             // 188
-           + u32(1) + u32(12)                                        // 196 one rangefinder sensor
-           + u16(8) + u16(12) + u16(4) + u16(8)                      // 204 its vtable, the IMU sensor's too
-           + u32(8) + u32(0x50) + u32(4)                             // 212 the sensor, name, samples
-           + u32(1) + u32(16)                                        // 224 one sample
-           + u16(0)                                                  // 232 padding
-           + u16(10) + u16(32) + u16(20) + u16(4) + u16(8)           // 234 its vtable
-           + u32(10) + u32(28)                                       // 244 the sample, points
-           + f32({0, 0, 0.5F})                                       // 252 origin
-           + f64({1.5})                                              // 264 time
-           + u32(0)                                                  // 272 padding
-           + u32(1) + f32({1, 2, 3, 0.25F})                          // 276 one point
-           + u32(3) + "lid" + bytes({0});                            // 296
+           + u32(0xA0) + u32(0x44) + u32(4)                 //  36 rangefinderSensors, imuSensors, poses
+           + u32(1) + u32(12)                               //  48 one pose table
+           + u16(8) + u16(36) + u16(4) + u16(8)             //  56 its vtable
+           + u32(8) + u32(0x20)                             //  64 the pose table, name
+           + f32({0, 0, 0, 1, 0, 0, 0})                     //  72 translation, rotation w, x, y, z
+           + u32(3) + "imu" + bytes({0})                    // 100
+           + u32(1) + u32(4)                                // 108 one IMU sensor
+           + u32(0xFFFFFFA8) + u32(0x44) + u32(4)           // 116 its vtable at 204, name, samples
+           + u32(1) + u32(16)                               // 128 one sample
+           + u16(0)                                         // 136 padding
+           + u16(10) + u16(40) + u16(28) + u16(4) + u16(16) // 138 its vtable
+           + u32(10)                                        // 148 the sample
+           + f32({0, 0, 9.75F})                             // 152 linearAcceleration
+           + f32({0.5F, 0, 0})                              // 164 angularVelocity
+           + f64({1.5})                                     // 176 time
+           + u32(0)                                         // 184 padding
+           + u32(3) + "imu" + bytes({0})                    // 188
+           + u32(1) + u32(12)                               // 196 one rangefinder sensor
+           + u16(8) + u16(12) + u16(4) + u16(8)             // 204 its vtable, the IMU sensor's too
+           + u32(8) + u32(0x50) + u32(4)                    // 212 the sensor, name, samples
+           + u32(1) + u32(16)                               // 224 one sample
+           + u16(0)                                         // 232 padding
+           + u16(10) + u16(32) + u16(20) + u16(4) + u16(8)  // 234 its vtable
+           + u32(10) + u32(28)                              // 244 the sample, points
+           + f32({0, 0, 0.5F})                              // 252 origin
+           + f64({1.5})                                     // 264 time
+           + u32(0)                                         // 272 padding
+           + u32(1) + f32({1, 2, 3, 0.25F})                 // 276 one point
+           + u32(3) + "lid" + bytes({0});                   // 296
 }
 
 constexpr std::size_t accelerationEntry = 138 + 6;
@@ -175,8 +174,7 @@ TEST(SensorDataStream, PosesTurnTheirScalarPartRoundOnTheWayAndBack)
 TEST(SensorDataStream, WhatTheFileKeepsSurvivesARoundTrip)
 {
     SensorData data;
-    for (int i = 0; i < 100; ++i)
-    {
+    for (int i = 0; i < 100; ++i) {
         auto const value = static_cast<double>(i);
         store(data.imuData["a"], imuSample(0.01 * i, {value, 0.5, -value}, {0.25, value, 8}));
         store(data.imuData["b"], imuSampleWithField(0.01 * i, {value, 1, 2}, {3, 4, 5}, {6, 7, value}));
@@ -358,8 +356,7 @@ bool isRefusedWithAGoodStream(std::string const& frame)
 
 TEST(SensorDataStream, AStreamThatIsNotGoodIsNotRead)
 {
-    for (auto const state : {std::ios::eofbit, std::ios::failbit, std::ios::badbit})
-    {
+    for (auto const state : {std::ios::eofbit, std::ios::failbit, std::ios::badbit}) {
         std::istringstream stream(emptyFrame);
         stream.setstate(state);
         EXPECT_EQ(SensorData::read(stream), nullptr);
@@ -372,8 +369,7 @@ TEST(SensorDataStream, AStreamThatIsNotGoodIsNotRead)
 TEST(SensorDataStream, AStreamThatEndsAnywhereIsRefused)
 {
     std::string const frame = frameOfSmallStore();
-    for (std::size_t length = 0; length < frame.size(); ++length)
-    {
+    for (std::size_t length = 0; length < frame.size(); ++length) {
         std::istringstream stream(frame.substr(0, length));
         EXPECT_EQ(SensorData::read(stream), nullptr);
         EXPECT_FALSE(stream.good());
@@ -382,8 +378,7 @@ TEST(SensorDataStream, AStreamThatEndsAnywhereIsRefused)
 
 TEST(SensorDataStream, ACountBelowFiveIsRefusedWithTheStreamStillGood)
 {
-    for (std::uint64_t count = 0; count < 5; ++count)
-    {
+    for (std::uint64_t count = 0; count < 5; ++count) {
         EXPECT_TRUE(isRefusedWithAGoodStream(u64(count) + std::string(count, '\0')));
     }
 }
@@ -391,20 +386,18 @@ TEST(SensorDataStream, ACountBelowFiveIsRefusedWithTheStreamStillGood)
 TEST(SensorDataStream, ABufferThatIsNotSoundIsRefusedWithTheStreamBehindIt)
 {
     std::string const sound = frameOfSmallStore();
-    EXPECT_TRUE(isRefusedWithAGoodStream(withU32(sound, 8, 0x7FFFFFFF)));   // root offset
+    EXPECT_TRUE(isRefusedWithAGoodStream(withU32(sound, 8, 0x7FFFFFFF)));  // root offset
     EXPECT_TRUE(isRefusedWithAGoodStream(withU32(sound, 36, 0x40000000))); // sensors outside
-    EXPECT_TRUE(isRefusedWithAGoodStream(withU32(sound, 276, 1000)));      // more points than there is room for
-    EXPECT_TRUE(isRefusedWithAGoodStream(withU32(sound, 296, 4)));         // a name without terminator
+    EXPECT_TRUE(isRefusedWithAGoodStream(withU32(sound, 276, 1000))); // more points than there is room for
+    EXPECT_TRUE(isRefusedWithAGoodStream(withU32(sound, 296, 4)));    // a name without terminator
     EXPECT_TRUE(isRefusedWithAGoodStream(withU16(sound, originEntry, 60))); // an origin outside its sample
 }
 
 TEST(SensorDataStream, EveryDamagedByteIsReadOrRefusedWithoutHarm)
 {
     std::string const sound = frameOfSmallStore();
-    for (std::size_t position = 8; position < sound.size(); ++position)
-    {
-        for (int const value : {0x00, 0x01, 0x7F, 0x80, 0xFF})
-        {
+    for (std::size_t position = 8; position < sound.size(); ++position) {
+        for (int const value : {0x00, 0x01, 0x7F, 0x80, 0xFF}) {
             std::string frame = sound;
             frame[position] = static_cast<char>(value);
             (void)readBack(frame);
@@ -426,8 +419,7 @@ TEST(SensorDataStream, APoseTableWithoutItsPoseIsRefused)
 
 TEST(SensorDataStream, ACountThatLiesIsRefusedOnceTheStreamEnds)
 {
-    for (std::uint64_t const count : {std::uint64_t{297}, std::uint64_t{1} << 20, std::uint64_t{1} << 31})
-    {
+    for (std::uint64_t const count : {std::uint64_t{297}, std::uint64_t{1} << 20, std::uint64_t{1} << 31}) {
         std::istringstream stream(frameOfSmallStore().replace(0, 8, u64(count)));
         EXPECT_EQ(SensorData::read(stream), nullptr);
         EXPECT_FALSE(stream.good());
@@ -465,15 +457,14 @@ std::string framedSharedSamples(std::uint32_t samples, std::uint32_t points)
     std::size_t const offsets = buffer.size();
     std::size_t const vtable = offsets + 4 * std::size_t{samples};
     std::size_t const sample = vtable + 12;
-    for (std::uint32_t i = 0; i < samples; ++i)
-    {
+    for (std::uint32_t i = 0; i < samples; ++i) {
         buffer += u32(static_cast<std::uint32_t>(sample - (offsets + 4 * std::size_t{i})));
     }
-    buffer += u16(10) + u16(20) + u16(0) + u16(4) + u16(8) + u16(0); // vtable of the sample: points and origin
-    buffer += u32(12) + u32(16) + f32({1, 2, 3});                    // the sample, points behind it
+    buffer +=
+        u16(10) + u16(20) + u16(0) + u16(4) + u16(8) + u16(0); // vtable of the sample: points and origin
+    buffer += u32(12) + u32(16) + f32({1, 2, 3});              // the sample, points behind it
     buffer += u32(points);
-    for (std::uint32_t i = 0; i < points; ++i)
-    {
+    for (std::uint32_t i = 0; i < points; ++i) {
         buffer += f32({1, 2, 3, 4});
     }
     return framed(buffer);
@@ -489,8 +480,8 @@ TEST(SensorDataStream, SamplesMayShareATableAndItsPoints)
 
 TEST(SensorDataStream, ASharedVectorThatWouldUnpackToMoreThanSixteenTimesTheBufferIsRefused)
 {
-    // A point takes 16 bytes in the buffer and 40 in memory, so six samples that share the points are 15 times the buffer,
-    // and seven are 17.5 times.
+    // A point takes 16 bytes in the buffer and 40 in memory, so six samples that share the points are 15
+    // times the buffer, and seven are 17.5 times.
     static_assert(sizeof(mapping::TimedRangefinderPoint) == 40);
     EXPECT_NE(readBack(framedSharedSamples(6, 100000)), nullptr);
     EXPECT_EQ(readBack(framedSharedSamples(7, 100000)), nullptr);
@@ -502,8 +493,7 @@ std::string frameOfImuSamples(int samples)
 {
     SensorData data;
     auto& map = data.imuData["imu"];
-    for (int i = 0; i < samples; ++i)
-    {
+    for (int i = 0; i < samples; ++i) {
         map.emplace_hint(map.end(), i, imuSample(secondsOf(i), {1, 2, 3}));
     }
     return written(data);
@@ -525,8 +515,7 @@ TEST(SensorDataStream, OneTableMoreIsRefused)
 
 TEST(SensorDataStream, AStreamThatIsNotGoodGetsNothingAndKeepsItsFlags)
 {
-    for (auto const state : {std::ios::eofbit, std::ios::failbit, std::ios::badbit})
-    {
+    for (auto const state : {std::ios::eofbit, std::ios::failbit, std::ios::badbit}) {
         std::ostringstream stream;
         stream.setstate(state);
         EXPECT_FALSE(smallStore().write(stream));
@@ -537,8 +526,7 @@ TEST(SensorDataStream, AStreamThatIsNotGoodGetsNothingAndKeepsItsFlags)
 
 TEST(SensorDataStream, AStreamThatFailsOnTheWayGivesFalse)
 {
-    for (std::size_t const room : {0U, 4U, 8U, 100U, 303U})
-    {
+    for (std::size_t const room : {0U, 4U, 8U, 100U, 303U}) {
         LimitedBuffer buffer(room);
         std::ostream stream(&buffer);
         EXPECT_FALSE(smallStore().write(stream));

@@ -63,7 +63,8 @@ TEST(SensorData, DefaultConstructedIsEmptyAndNotRotated)
 {
     SensorData const data;
     EXPECT_TRUE(data.imuData.empty() && data.absolutePoseData.empty() && data.rangefinderData.empty());
-    EXPECT_TRUE(data.secondRangefinderData.empty() && data.scanningStatusData.empty() && data.sensorPoses.empty());
+    EXPECT_TRUE(data.secondRangefinderData.empty() && data.scanningStatusData.empty() &&
+                data.sensorPoses.empty());
     EXPECT_FALSE(data.posesApplied);
 }
 
@@ -82,8 +83,10 @@ void expectSharedRecords(SensorData const& a, SensorData const& b)
     EXPECT_EQ(a.imuData.at("imu").begin()->second, b.imuData.at("imu").begin()->second);
     EXPECT_EQ(a.absolutePoseData.at("gps").begin()->second, b.absolutePoseData.at("gps").begin()->second);
     EXPECT_EQ(a.rangefinderData.at("lid").begin()->second, b.rangefinderData.at("lid").begin()->second);
-    EXPECT_EQ(a.secondRangefinderData.at("lid2").begin()->second, b.secondRangefinderData.at("lid2").begin()->second);
-    EXPECT_EQ(a.scanningStatusData.at("status").begin()->second, b.scanningStatusData.at("status").begin()->second);
+    EXPECT_EQ(a.secondRangefinderData.at("lid2").begin()->second,
+              b.secondRangefinderData.at("lid2").begin()->second);
+    EXPECT_EQ(a.scanningStatusData.at("status").begin()->second,
+              b.scanningStatusData.at("status").begin()->second);
     EXPECT_EQ(a.sensorPoses, b.sensorPoses);
     EXPECT_EQ(a.posesApplied, b.posesApplied);
 }
@@ -136,7 +139,8 @@ TEST(SensorData, MovedFromIsCopied)
 {
     SensorData source = oneSampleOfEachKind(1.0);
     SensorData const copy(std::move(source));
-    expectSharedRecords(source, copy); // NOLINT(bugprone-use-after-move): what stays behind is part of the contract
+    expectSharedRecords(source,
+                        copy); // NOLINT(bugprone-use-after-move): what stays behind is part of the contract
     static_assert(!std::is_polymorphic_v<SensorData>);
 }
 

@@ -123,15 +123,13 @@ TEST(ModifyTime, SensorsWithoutSamplesVanish)
 TEST(ModifyTime, OfSamplesThatMeetTheOneWithTheGreatestOldKeyStays)
 {
     SensorData data;
-    for (int i = 0; i < 3000; ++i)
-    {
+    for (int i = 0; i < 3000; ++i) {
         data.imuData["imu"][i] = imuSample(secondsOf(i), {static_cast<double>(i), 0, 0});
     }
     data.modifyTime([](int64 time) { return time / 1000; });
     auto const& samples = data.imuData.at("imu");
     ASSERT_EQ(samples.size(), 3U);
-    for (auto const& [key, record] : samples)
-    {
+    for (auto const& [key, record] : samples) {
         EXPECT_EQ(record->getLinearAcceleration().x, static_cast<double>(1000 * key + 999));
     }
 }
@@ -139,8 +137,7 @@ TEST(ModifyTime, OfSamplesThatMeetTheOneWithTheGreatestOldKeyStays)
 TEST(ModifyTime, AFunctionThatTurnsTimeRoundSortsTheSamplesAnew)
 {
     SensorData data;
-    for (int i = 0; i < 10; ++i)
-    {
+    for (int i = 0; i < 10; ++i) {
         data.imuData["imu"][i] = imuSample(secondsOf(i), {static_cast<double>(i), 0, 0});
     }
     data.modifyTime([](int64 time) { return -time; });
@@ -173,30 +170,28 @@ TEST(ModifyTime, AnEmptyFunctionFailsAtTheFirstSample)
 TEST(ModifyTime, AFunctionThatThrowsLeavesItsMemberAndThoseAfterItAsTheyWere)
 {
     // The members come in the order imu, rangefinder, second rangefinder, absolute pose, scanning status.
-    for (int failing = 0; failing < 5; ++failing)
-    {
+    for (int failing = 0; failing < 5; ++failing) {
         SensorData data = oneSampleOfEachKind(1.0);
         SensorData const before(data);
         int calls = 0;
-        EXPECT_THROW(data.modifyTime(
-                         [&](int64 time)
-                         {
-                             if (calls++ >= 2 * failing) // two calls a sample
-                             {
-                                 throw std::runtime_error("broken");
-                             }
-                             return time + 1;
-                         }),
+        EXPECT_THROW(data.modifyTime([&](int64 time) {
+            if (calls++ >= 2 * failing) // two calls a sample
+            {
+                throw std::runtime_error("broken");
+            }
+            return time + 1;
+        }),
                      std::runtime_error);
-        auto const done = [failing](int member, auto const& samples)
-        { EXPECT_EQ(samples.begin()->first, 100000000 + (member < failing ? 1 : 0)) << member << " of " << failing; };
+        auto const done = [failing](int member, auto const& samples) {
+            EXPECT_EQ(samples.begin()->first, 100000000 + (member < failing ? 1 : 0))
+                << member << " of " << failing;
+        };
         done(0, data.imuData.at("imu"));
         done(1, data.rangefinderData.at("lid"));
         done(2, data.secondRangefinderData.at("lid2"));
         done(3, data.absolutePoseData.at("gps"));
         done(4, data.scanningStatusData.at("status"));
-        if (failing == 0)
-        {
+        if (failing == 0) {
             EXPECT_EQ(data.imuData.at("imu").begin()->second, before.imuData.at("imu").begin()->second);
         }
     }

@@ -108,29 +108,23 @@ TEST(TimedView, OutlivesTheStoreAndItsChanges)
 TEST(TimedView, IsTheSameAsInsertingEverySampleByItsKey)
 {
     std::mt19937_64 generator(100);
-    for (int round = 0; round < 50; ++round)
-    {
+    for (int round = 0; round < 50; ++round) {
         SensorData data;
         std::map<int64, SensorData::TimedData> expected;
-        for (int i = 0; i < 300; ++i)
-        {
+        for (int i = 0; i < 300; ++i) {
             auto const key = static_cast<int64>(generator() % 100) - 50;
             std::string const name(1, static_cast<char>('a' + generator() % 5));
-            if (generator() % 2 == 0)
-            {
+            if (generator() % 2 == 0) {
                 data.imuData[name][key] = imuSample(0, {});
                 expected[key].imuData[name] = data.imuData[name][key];
-            }
-            else
-            {
+            } else {
                 data.rangefinderData[name][key] = rangeSample(0, {}, {});
                 expected[key].rangefinderData[name] = data.rangefinderData[name][key];
             }
         }
         auto const view = data.createTimedData();
         ASSERT_EQ(view->size(), expected.size());
-        for (auto const& [key, entry] : expected)
-        {
+        for (auto const& [key, entry] : expected) {
             ASSERT_EQ(view->at(key).imuData, entry.imuData);
             ASSERT_EQ(view->at(key).rangefinderData, entry.rangefinderData);
         }

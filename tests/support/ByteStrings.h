@@ -13,8 +13,7 @@ namespace support
 inline std::string bytes(std::initializer_list<int> values)
 {
     std::string result;
-    for (int const value : values)
-    {
+    for (int const value : values) {
         result.push_back(static_cast<char>(value));
     }
     return result;
@@ -23,8 +22,7 @@ inline std::string bytes(std::initializer_list<int> values)
 inline std::string littleEndian(std::uint64_t value, int count)
 {
     std::string result;
-    for (int i = 0; i < count; ++i)
-    {
+    for (int i = 0; i < count; ++i) {
         result.push_back(static_cast<char>(value >> (8 * i)));
     }
     return result;
@@ -48,8 +46,7 @@ inline std::string u16(std::uint16_t value)
 inline std::string f64(std::initializer_list<double> values)
 {
     std::string result;
-    for (double const value : values)
-    {
+    for (double const value : values) {
         result += u64(std::bit_cast<std::uint64_t>(value));
     }
     return result;
@@ -58,8 +55,7 @@ inline std::string f64(std::initializer_list<double> values)
 inline std::string f32(std::initializer_list<float> values)
 {
     std::string result;
-    for (float const value : values)
-    {
+    for (float const value : values) {
         result += u32(std::bit_cast<std::uint32_t>(value));
     }
     return result;
@@ -91,8 +87,7 @@ public:
 protected:
     int_type overflow(int_type character) override
     {
-        if (room_ == 0)
-        {
+        if (room_ == 0) {
             return traits_type::eof();
         }
         --room_;

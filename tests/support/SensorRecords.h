@@ -19,7 +19,8 @@ inline double secondsOf(int64 ticks)
     return oV::Roamscan::TimeConversion::convertToSeconds(ticks);
 }
 
-inline std::shared_ptr<mapping::ImuData const> imuSample(double seconds, Vector acceleration, Vector velocity = {})
+inline std::shared_ptr<mapping::ImuData const>
+imuSample(double seconds, Vector acceleration, Vector velocity = {})
 {
     return std::make_shared<mapping::ImuData const>(mapping::TimeStamp(seconds), acceleration, velocity);
 }
@@ -27,7 +28,8 @@ inline std::shared_ptr<mapping::ImuData const> imuSample(double seconds, Vector 
 inline std::shared_ptr<mapping::ImuData const>
 imuSampleWithField(double seconds, Vector acceleration, Vector velocity, Vector field)
 {
-    return std::make_shared<mapping::ImuData const>(mapping::TimeStamp(seconds), acceleration, velocity, field);
+    return std::make_shared<mapping::ImuData const>(
+        mapping::TimeStamp(seconds), acceleration, velocity, field);
 }
 
 inline std::shared_ptr<mapping::RangefinderData const>
@@ -68,7 +70,8 @@ inline oV::Roamscan::SensorData oneSampleOfEachKind(double seconds)
     store(data.imuData["imu"], imuSampleWithField(seconds, {1, 2, 3}, {4, 5, 6}, {7, 8, 9}));
     store(data.absolutePoseData["gps"], absoluteSample(seconds));
     store(data.rangefinderData["lid"], rangeSample(seconds, {1, 2, 3}, {{{1, 2, 3}, 0.25F, {{1, 2, 3}}}}));
-    store(data.secondRangefinderData["lid2"], rangeSample(seconds, {4, 5, 6}, {{{4, 5, 6}, 0.5F, {{4, 5, 6}}}}));
+    store(data.secondRangefinderData["lid2"],
+          rangeSample(seconds, {4, 5, 6}, {{{4, 5, 6}, 0.5F, {{4, 5, 6}}}}));
     store(data.scanningStatusData["status"], statusSample(seconds));
     data.sensorPoses["imu"] = {{1, 2, 3}, {0, 0, 0, 1}};
     return data;

@@ -8,6 +8,7 @@ namespace Bv_1_1
 /// The version of a class as its record states it.
 struct ClassVersion
 {
+    /// The number of the version.
     std::uint32_t number = 0;
 
     [[nodiscard]] friend constexpr bool operator==(ClassVersion const&, ClassVersion const&) = default;

@@ -8,7 +8,9 @@ namespace Bv_1_1
 /// A narrow text together with the number of the code page that it is written in, such as 65001 for UTF-8.
 struct CodePageInterface
 {
+    /// The number of the code page.
     std::uint32_t codePage = 0;
+    /// The narrow text.
     char const* text = nullptr;
 };
 

@@ -57,6 +57,7 @@ public:
     /// Leaves the lock if it is still held.
     ~Access();
 
+    /// Whether this guard holds the lock.
     [[nodiscard]] bool held() const noexcept { return held_ != 0; }
 
     /// Leaves the lock before the scope ends; does nothing if it is not held any more.

@@ -10,6 +10,7 @@ namespace Bv_1_1
 template <typename T>
 struct Mat4d
 {
+    /// In storage order.
     std::array<T, 16> elements{};
 
     /// Element by its place in storage, 0 to 15; not checked.
@@ -18,6 +19,7 @@ struct Mat4d
 
     /// The first of the sixteen values.
     [[nodiscard]] constexpr T* data() { return elements.data(); }
+    /// The sixteen elements in storage order.
     [[nodiscard]] constexpr T const* data() const { return elements.data(); }
 
     [[nodiscard]] friend constexpr bool operator==(Mat4d const&, Mat4d const&) = default;

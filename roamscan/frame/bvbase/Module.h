@@ -36,6 +36,7 @@ public:
     /// nothing on a module that is not attached.
     void internalTerm();
 
+    /// Whether the module is attached to an image.
     [[nodiscard]] bool isAttached() const noexcept { return image_ != nullptr; }
 
     /// The records in the order of their entry.

@@ -9,11 +9,17 @@ namespace Bv_1_1
 template <typename V>
 struct ScanPtColor
 {
+    /// The coordinates.
     V position{};
+    /// The strength of the echo.
     std::uint16_t intensity = 0;
+    /// Red.
     std::uint8_t r = 0;
+    /// Green.
     std::uint8_t g = 0;
+    /// Blue.
     std::uint8_t b = 0;
+    /// Opacity.
     std::uint8_t a = 0;
 
     [[nodiscard]] friend constexpr bool operator==(ScanPtColor const&, ScanPtColor const&) = default;

@@ -16,6 +16,7 @@ class SmartPtr
 {
 public:
     constexpr SmartPtr() noexcept = default;
+    /// Null.
     constexpr SmartPtr(std::nullptr_t) noexcept {} // NOLINT(google-explicit-constructor): null is a SmartPtr
 
     /// Takes a reference of its own; the pointer may be null.
@@ -36,6 +37,7 @@ public:
     SmartPtr(SmartPtr<U> const& other) noexcept : SmartPtr(other.get())
     {}
     template <typename U, std::enable_if_t<std::is_convertible_v<U*, T*>, int> = 0>
+    /// @overload
     SmartPtr(SmartPtr<U>&& other) noexcept : node_(std::exchange(other.node_, nullptr))
     {}
     // NOLINTEND(google-explicit-constructor)
@@ -72,8 +74,10 @@ public:
         }
     }
 
+    /// Drops the node it has and takes a reference on another one, or on none.
     void reset(T* node = nullptr) noexcept { SmartPtr(node).swap(*this); }
 
+    /// Exchanges the two nodes.
     void swap(SmartPtr& other) noexcept { std::swap(node_, other.node_); }
 
     /// The node, which stays owned as it is.

@@ -22,7 +22,9 @@ namespace Bv_1_1
 class ROAMSCAN_EXPORT String
 {
 public:
+    /// The null string.
     static String const NIL;
+    /// The string without any text.
     static String const EMPTY;
 
     /// The null string.
@@ -71,8 +73,10 @@ public:
     /// A string that takes over the caller's reference to the value, which may be null.
     [[nodiscard]] static String adopt(StringVal* value) noexcept { return {Adopted{}, value}; }
 
+    /// Exchanges the two values.
     void swap(String& other) noexcept { std::swap(value_, other.value_); }
 
+    /// Whether this is the null string.
     [[nodiscard]] bool isNil() const noexcept { return value_ == nullptr; }
 
     /// The shared value; null for NIL.

@@ -37,9 +37,13 @@ public:
     /// Whether `other` is this class or one that it derives from.
     [[nodiscard]] bool isDerivedFrom(oVClass const* other) const noexcept;
 
+    /// The name of the class.
     [[nodiscard]] wchar_t const* name() const noexcept { return name_; }
+    /// The record of the parent class, or null.
     [[nodiscard]] oVClass const* parent() const noexcept { return parent_; }
+    /// Where the record is entered.
     [[nodiscard]] Module const& module() const noexcept { return module_; }
+    /// The version of the class.
     [[nodiscard]] ClassVersion version() const noexcept { return version_; }
 
 private:

@@ -24,12 +24,16 @@ public:
           rotationUncertainty_(rotationUncertainty)
     {}
 
+    /// The time of the sample.
     [[nodiscard]] TimeStamp const& getTimeStamp() const { return time_; }
+    /// The pose.
     [[nodiscard]] Rigid3<double> const& getPose() const { return pose_; }
+    /// The uncertainty of the translation, three rows of three.
     [[nodiscard]] std::array<Vector3<double>, 3> const& getTranslationUncertainty() const
     {
         return translationUncertainty_;
     }
+    /// The uncertainty of the rotation, three rows of three.
     [[nodiscard]] std::array<Vector3<double>, 3> const& getRotationUncertainty() const
     {
         return rotationUncertainty_;

@@ -27,8 +27,11 @@ public:
           hasMagneticField_(true)
     {}
 
+    /// The time of the reading.
     [[nodiscard]] TimeStamp const& getTimeStamp() const { return time_; }
+    /// The linear acceleration, in the recorder's unit.
     [[nodiscard]] Vector3<double> const& getLinearAcceleration() const { return linearAcceleration_; }
+    /// The angular velocity, in the recorder's unit.
     [[nodiscard]] Vector3<double> const& getAngularVelocity() const { return angularVelocity_; }
 
     /// Whether the reading has a magnetic field.

@@ -20,14 +20,17 @@ using TimedPointCloud = StrongAlias<std::vector<TimedRangefinderPoint>, TimedPoi
 class RangefinderData
 {
 public:
+    /// A burst from an origin.
     RangefinderData(TimeStamp time, Vector3<double> origin, TimedPointCloud ranges)
         : time_(time), origin_(origin), ranges_(std::move(ranges))
     {}
 
+    /// The time of the burst.
     [[nodiscard]] TimeStamp const& getTimeStamp() const { return time_; }
 
     /// Where the burst was measured from.
     [[nodiscard]] Vector3<double> const& getOrigin() const { return origin_; }
+    /// The points.
     [[nodiscard]] TimedPointCloud const& getRanges() const { return ranges_; }
 
 private:

@@ -21,7 +21,9 @@ struct Quaternion
 template <typename T>
 struct Rigid3
 {
+    /// x, y, z.
     Vector3<T> translation;
+    /// x, y, z, w.
     Quaternion<T> rotation;
 
     [[nodiscard]] friend constexpr bool operator==(Rigid3 const&, Rigid3 const&) = default;

@@ -9,10 +9,12 @@ namespace mapping
 class ScanningStatusData
 {
 public:
+    /// A change at a time.
     ScanningStatusData(TimeStamp time, bool stationary, bool startNewSubmap)
         : time_(time), stationary_(stationary), startNewSubmap_(startNewSubmap)
     {}
 
+    /// The time of the change.
     [[nodiscard]] TimeStamp const& getTimeStamp() const { return time_; }
 
     /// The scanner stands still.

@@ -15,10 +15,12 @@ template <typename T, typename Tag, template <typename> class... Mixins>
 class StrongAlias : public Mixins<StrongAlias<T, Tag, Mixins...>>...
 {
 public:
+    /// The type of the wrapped value.
     using ValueType = T;
 
     /// The value-initialised `T`; zero for numbers.
     constexpr StrongAlias() = default;
+    /// Wraps a value.
     constexpr explicit StrongAlias(T value) noexcept(std::is_nothrow_move_constructible_v<T>)
         : value_(std::move(value))
     {}

@@ -19,7 +19,8 @@ struct TimedRangefinderPoint
     float time = 0;                          ///< Its time within the burst; apart from the time axis.
     std::vector<PointAuxiliary> auxiliaries; ///< What else was recorded with it.
 
-    [[nodiscard]] friend bool operator==(TimedRangefinderPoint const&, TimedRangefinderPoint const&) = default;
+    [[nodiscard]] friend bool operator==(TimedRangefinderPoint const&,
+                                         TimedRangefinderPoint const&) = default;
 };
 
 } // namespace mapping

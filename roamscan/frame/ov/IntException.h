@@ -15,6 +15,7 @@ public:
     ~IntException() override;
 
 protected:
+    /// What went wrong, in which function, of which source component, at which line.
     IntException(Bv_1_1::String const& message,
                  Bv_1_1::String const& function,
                  Bv_1_1::String const& file,

@@ -8,6 +8,7 @@ namespace oV
 /// One message of the log.
 struct LogMessage
 {
+    /// The text; may be the null string.
     Bv_1_1::String message;
     int severity = 0;        ///< 1 for a failure that was caught, 3 for something odd in what was read
     Bv_1_1::String file;     ///< the source that wrote the message

@@ -23,6 +23,7 @@ namespace oV
 class ROAMSCAN_EXPORT Models : public Bv_1_1::BaseNode
 {
 public:
+    /// Takes each message as it comes in, on the thread that logs it.
     using LogSink = std::function<void(LogMessage const&)>;
 
     /// How many messages the log keeps; beyond that the oldest one goes.
@@ -35,6 +36,7 @@ public:
     /// at once, one makes the list that all get.
     [[nodiscard]] static Models& the();
 
+    /// The record of this class.
     [[nodiscard]] static Bv_1_1::oVClass const* Class();
 
     /// A list with an empty log and no sink.

@@ -37,6 +37,7 @@ public:
     [[nodiscard]] unsigned int getLine() const noexcept;
 
 protected:
+    /// What went wrong, in which function, of which source component, at which line.
     ThrowableException(Bv_1_1::String const& description,
                        Bv_1_1::String const& function,
                        Bv_1_1::String const& file,
@@ -50,6 +51,7 @@ protected:
                        Bv_1_1::String const& title,
                        Bv_1_1::String const& headline);
 
+    /// The title; empty unless a derived class gives one.
     [[nodiscard]] Bv_1_1::String const& title() const noexcept { return title_; }
 
 private:

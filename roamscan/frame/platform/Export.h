@@ -11,5 +11,6 @@
 #define ROAMSCAN_EXPORT __declspec(dllimport)
 #endif
 #else
+/// Marks what belongs to the library's public surface.
 #define ROAMSCAN_EXPORT __attribute__((visibility("default")))
 #endif

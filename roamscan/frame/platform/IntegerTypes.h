@@ -9,13 +9,13 @@
 /// Unsigned 64-bit carrier; Windows' own type of this name where it exists.
 union _ULARGE_INTEGER
 {
-    std::uint64_t QuadPart;
+    std::uint64_t QuadPart; ///< The value.
 };
 
 /// Signed 64-bit carrier; Windows' own type of this name where it exists.
 union _LARGE_INTEGER
 {
-    std::int64_t QuadPart;
+    std::int64_t QuadPart; ///< The value.
 };
 
 #endif

@@ -27,14 +27,17 @@ public:
         DeleteCriticalSection(&section_);
     }
 
+    /// Waits until no other thread holds the lock, and takes it once more.
     void enter()
     {
         EnterCriticalSection(&section_);
     }
+    /// Takes the lock once more unless another thread holds it.
     [[nodiscard]] bool tryEnter() noexcept
     {
         return TryEnterCriticalSection(&section_) != 0;
     }
+    /// Gives one hold back.
     void leave() noexcept
     {
         LeaveCriticalSection(&section_);
@@ -47,14 +50,17 @@ private:
     explicit RecursiveLock(unsigned int) noexcept {}
     ~RecursiveLock() = default;
 
+    /// @overload
     void enter()
     {
         mutex_.lock();
     }
+    /// @overload
     [[nodiscard]] bool tryEnter() noexcept
     {
         return mutex_.try_lock();
     }
+    /// @overload
     void leave() noexcept
     {
         mutex_.unlock();

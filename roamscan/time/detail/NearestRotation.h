@@ -9,18 +9,17 @@
 namespace oV::Roamscan::detail
 {
 
-/// The rotation nearest to a linear block M = U S V^T, by its singular vectors: U V^T, with the first column of U divided
-/// by the determinant of that product.
+/// The rotation nearest to a linear block M = U S V^T, by its singular vectors: U V^T, with the first column
+/// of U divided by the determinant of that product.
 ///
-/// Eigen's own Transform::rotation() does not serve: in the isometry mode it hands the block back as it is, and for a
-/// mirroring block it turns the last column round instead of the first.
+/// Eigen's own Transform::rotation() does not serve: in the isometry mode it hands the block back as it is,
+/// and for a mirroring block it turns the last column round instead of the first.
 template <typename T, int Dimension>
 [[nodiscard]] Eigen::Matrix<T, Dimension, Dimension>
 nearestRotation(Eigen::Matrix<T, Dimension, Dimension> const& block)
 {
     using Matrix = Eigen::Matrix<T, Dimension, Dimension>;
-    if (!block.allFinite())
-    {
+    if (!block.allFinite()) {
         // The decomposition leaves its result unset here.
         return Matrix::Constant(std::numeric_limits<T>::quiet_NaN());
     }

@@ -78,8 +78,7 @@ std::optional<FrameBuffer> readFrame(std::istream& stream)
 bool writeFrame(std::ostream& stream, std::span<std::byte const> bytes)
 {
     Endianness::bigEndian = false;
-    if (!stream.good())
-    {
+    if (!stream.good()) {
         return false; // not even the stream's flags are touched
     }
     CountBytes const count = toLittleEndian(bytes.size());
