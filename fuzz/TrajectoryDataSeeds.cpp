@@ -102,6 +102,14 @@ std::string oddDevices()
     return finished(builder);
 }
 
+// All that stands behind the first offset, four bytes further on: sound for FlatBuffers, which does not ask
+// how the entries of a vector are aligned.
+std::string misaligned(std::string bytes)
+{
+    bytes[0] = static_cast<char>(bytes[0] + 4);
+    return bytes.insert(4, 4, '\0');
+}
+
 std::string withCount(std::uint64_t count, std::string const& inside)
 {
     std::string bytes;
@@ -135,6 +143,7 @@ void saveAll(std::filesystem::path const& folder)
     save(folder / "too-many-shared-nodes", asInsideOfFrame, sharedNodes(300));
     save(folder / "node-without-pose", asInsideOfFrame, nodeWithoutPose());
     save(folder / "odd-devices", asInsideOfFrame, oddDevices());
+    save(folder / "misaligned-devices", asInsideOfFrame, misaligned(oddDevices()));
     save(folder / "truncated", asStream, one.substr(0, one.size() - 5));
     save(folder / "truncated-count", asStream, one.substr(0, 5));
     save(folder / "truncated-inside", asInsideOfFrame, insideOf(one).substr(0, 60));

@@ -114,6 +114,9 @@ struct ROAMSCAN_EXPORT SensorData
     /// times its size. Of several samples of a sensor at one tick, and of several poses of one sensor, the
     /// last in the file stays.
     ///
+    /// Records are made in blocks of up to 64 of one sensor; whoever holds on to one keeps its block in
+    /// memory.
+    ///
     /// A byte count that promises more than the stream holds costs address space only; one that cannot be
     /// allocated passes the allocation's exception through, with the stream behind the count. An exception
     /// that the stream is set to raise passes through too.

@@ -7,8 +7,10 @@
 #include <roamscan/sensors/SensorFile_generated.h>
 #include <roamscan/time/TimeConversion.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <istream>
+#include <memory>
 #include <ostream>
 #include <span>
 #include <string>
@@ -222,9 +224,36 @@ std::uint64_t unpackedSize(TableVector<schema::SensorPose> const* poses)
     return size;
 }
 
-// Each is empty if the sample lacks one of its vectors.
+// Makes records a block at a time: one allocation serves many, and so does one count of owners. A record
+// keeps its block alive, so blocks are small.
+template <typename T>
+class RecordBlocks
+{
+public:
+    explicit RecordBlocks(std::size_t expected) : blockSize_(std::min(expected, largestBlock)) {}
 
-std::shared_ptr<mapping::ImuData const> unpackSample(schema::ImuSample const& sample)
+    template <typename... Arguments>
+    std::shared_ptr<T const> make(Arguments&&... arguments)
+    {
+        if (!block_ || block_->size() == block_->capacity()) {
+            block_ = std::make_shared<std::vector<T>>();
+            block_->reserve(blockSize_);
+        }
+        block_->emplace_back(std::forward<Arguments>(arguments)...);
+        return std::shared_ptr<T const>(block_, &block_->back());
+    }
+
+private:
+    static constexpr std::size_t largestBlock = 64;
+
+    std::size_t blockSize_;
+    std::shared_ptr<std::vector<T>> block_;
+};
+
+// Each gives null if the sample lacks one of its vectors.
+
+std::shared_ptr<mapping::ImuData const> unpackSample(RecordBlocks<mapping::ImuData>& records,
+                                                     schema::ImuSample const& sample)
 {
     auto const* const acceleration = sample.linearAcceleration();
     auto const* const velocity = sample.angularVelocity();
@@ -233,13 +262,13 @@ std::shared_ptr<mapping::ImuData const> unpackSample(schema::ImuSample const& sa
     }
     mapping::TimeStamp const time(sample.time());
     auto const* const field = sample.magneticField();
-    return field == nullptr ? std::make_shared<mapping::ImuData const>(
-                                  time, fromRecord(*acceleration), fromRecord(*velocity))
-                            : std::make_shared<mapping::ImuData const>(
-                                  time, fromRecord(*acceleration), fromRecord(*velocity), fromRecord(*field));
+    return field == nullptr
+               ? records.make(time, fromRecord(*acceleration), fromRecord(*velocity))
+               : records.make(time, fromRecord(*acceleration), fromRecord(*velocity), fromRecord(*field));
 }
 
-std::shared_ptr<mapping::RangefinderData const> unpackSample(schema::RangefinderSample const& sample)
+std::shared_ptr<mapping::RangefinderData const> unpackSample(RecordBlocks<mapping::RangefinderData>& records,
+                                                             schema::RangefinderSample const& sample)
 {
     if (sample.origin() == nullptr) {
         return nullptr;
@@ -250,9 +279,9 @@ std::shared_ptr<mapping::RangefinderData const> unpackSample(schema::Rangefinder
         schema::RangePoint const& point = *sample.points()->Get(i);
         points.push_back({{point.x(), point.y(), point.z()}, point.time(), {}});
     }
-    return std::make_shared<mapping::RangefinderData const>(mapping::TimeStamp(sample.time()),
-                                                            fromRecord(*sample.origin()),
-                                                            mapping::TimedPointCloud(std::move(points)));
+    return records.make(mapping::TimeStamp(sample.time()),
+                        fromRecord(*sample.origin()),
+                        mapping::TimedPointCloud(std::move(points)));
 }
 
 // False if a sample lacks one of its vectors. A sensor without samples leaves no entry.
@@ -265,8 +294,9 @@ bool unpackSensors(SensorData::Samples<T>& sensors, TableVector<Sensor> const* t
             continue;
         }
         SampleMap<T>& target = sensors[nameOf(tables->Get(i)->name())];
+        RecordBlocks<T> records(samples->size());
         for (auto const* const sample : *samples) {
-            auto record = unpackSample(*sample);
+            auto record = unpackSample(records, *sample);
             if (!record) {
                 return false;
             }

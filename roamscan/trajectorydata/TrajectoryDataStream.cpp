@@ -168,7 +168,7 @@ bool TrajectoryData::readFromStream(std::istream& stream)
     }
     auto const bytes = frame->bytes();
     auto const* const file = detail::verifiedRoot<schema::TrajectoryFile>(bytes);
-    if (file == nullptr) {
+    if (file == nullptr || !detail::structsAreAligned(file->devicePositions())) {
         return false;
     }
     std::uint64_t const nodeCount = file->nodes() == nullptr ? 0 : file->nodes()->size();

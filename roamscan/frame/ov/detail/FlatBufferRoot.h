@@ -25,6 +25,14 @@ template <typename Root>
     return verifier.VerifyBuffer<Root>(nullptr) ? flatbuffers::GetRoot<Root>(data) : nullptr;
 }
 
+/// Whether the structs of a vector lie where their type wants them. The verifier looks at the vector's head
+/// alone, and a misaligned struct must not be read. The buffer itself lies at any alignment that matters.
+template <typename Struct>
+[[nodiscard]] bool structsAreAligned(flatbuffers::Vector<Struct const*> const* vector)
+{
+    return vector == nullptr || reinterpret_cast<std::uintptr_t>(vector->Data()) % alignof(Struct) == 0;
+}
+
 /// Whether contents of `unpackedSize` bytes are in proportion to the buffer they come from. Tables and
 /// vectors of a buffer may share each other, so a small hostile one could unpack to gigabytes.
 [[nodiscard]] inline bool unpackedSizeIsReasonable(std::uint64_t unpackedSize, std::size_t bufferSize)

@@ -48,8 +48,7 @@ std::size_t checkedSize(std::uint64_t count)
 
 } // namespace
 
-FrameBuffer::FrameBuffer(std::size_t size)
-    : bytes_(static_cast<std::byte*>(std::malloc(size == 0 ? 1 : size))), size_(size)
+FrameBuffer::FrameBuffer(std::size_t size) : bytes_(allocateUntouched(size)), size_(size)
 {
     if (!bytes_) {
         throw std::bad_alloc();

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <roamscan/frame/platform/detail/UntouchedMemory.h>
+
 #include <cstddef>
-#include <cstdlib>
 #include <iosfwd>
-#include <memory>
 #include <optional>
 #include <span>
 
@@ -15,7 +15,6 @@ class FrameBuffer
 {
 public:
     /// Room for `size` bytes that is not touched, so that pages which nothing is read into cost no memory.
-    /// @throws std::length_error if no object can be that large
     /// @throws std::bad_alloc if the room is not to be had
     explicit FrameBuffer(std::size_t size);
 
@@ -23,12 +22,7 @@ public:
     [[nodiscard]] std::span<std::byte const> bytes() const { return {bytes_.get(), size_}; }
 
 private:
-    struct Free
-    {
-        void operator()(std::byte* bytes) const noexcept { std::free(bytes); }
-    };
-
-    std::unique_ptr<std::byte[], Free> bytes_;
+    UntouchedMemory bytes_;
     std::size_t size_;
 };
 

@@ -1,0 +1,108 @@
+#include "ObjectTreeStream.h"
+
+#include "TreeFrame.h"
+
+#include <roamscan/trajectorydata/TrajectoryFile_generated.h>
+
+#include <cstdint>
+#include <istream>
+#include <memory>
+#include <ostream>
+#include <vector>
+
+namespace bench
+{
+
+namespace
+{
+
+namespace schema = oV::Roamscan::TrajectorySchema;
+using oV::Roamscan::Device;
+using oV::Roamscan::TrafoT;
+using oV::Roamscan::TrajectoryData;
+using oV::Roamscan::TrajectoryNode;
+
+schema::PoseRecord toRecord(TrafoT<double> const& pose)
+{
+    auto const [tx, ty, tz, qw, qx, qy, qz] = pose.serialize();
+    return {tx, ty, tz, qw, qx, qy, qz};
+}
+
+schema::Matrix3Record toRecord(Eigen::Matrix3d const& matrix)
+{
+    return schema::Matrix3Record(flatbuffers::span<double const, 9>(matrix.data(), 9));
+}
+
+TrafoT<double> fromRecord(schema::PoseRecord const& record)
+{
+    return {Eigen::Vector3d(record.tx(), record.ty(), record.tz()),
+            Eigen::Quaterniond(record.qw(), record.qx(), record.qy(), record.qz()),
+            true};
+}
+
+Eigen::Matrix3d fromRecord(schema::Matrix3Record const& record)
+{
+    Eigen::Matrix3d matrix;
+    for (flatbuffers::uoffset_t i = 0; i < 9; ++i) {
+        matrix.data()[i] = record.values()->Get(i);
+    }
+    return matrix;
+}
+
+schema::TrajectoryFileT toTree(TrajectoryData const& store)
+{
+    schema::TrajectoryFileT tree;
+    tree.nodes.reserve(store.nodes.size());
+    for (TrajectoryNode const& node : store.nodes) {
+        auto record = std::make_unique<schema::TrajectoryNodeRecordT>();
+        record->time = node.time;
+        record->pose = std::make_unique<schema::PoseRecord>(toRecord(node.pose));
+        record->type = static_cast<std::uint32_t>(node.type);
+        record->matrixA = std::make_unique<schema::Matrix3Record>(toRecord(node.matrixA));
+        record->matrixB = std::make_unique<schema::Matrix3Record>(toRecord(node.matrixB));
+        record->flag = node.flag;
+        tree.nodes.push_back(std::move(record));
+    }
+    for (auto const& [device, pose] : store.devicePositions) {
+        tree.devicePositions.emplace_back(static_cast<std::int32_t>(device), toRecord(pose));
+    }
+    return tree;
+}
+
+bool fromTree(TrajectoryData& store, schema::TrajectoryFileT const& tree)
+{
+    TrajectoryData read;
+    read.nodes.reserve(tree.nodes.size());
+    for (auto const& record : tree.nodes) {
+        if (!record->pose || !record->matrixA || !record->matrixB) {
+            return false;
+        }
+        read.nodes.emplace_back(record->time,
+                                fromRecord(*record->pose),
+                                static_cast<TrajectoryNode::Type>(record->type),
+                                fromRecord(*record->matrixA),
+                                fromRecord(*record->matrixB),
+                                record->flag);
+    }
+    for (auto const& record : tree.devicePositions) {
+        read.devicePositions[static_cast<Device>(record.device())] = fromRecord(record.pose());
+    }
+    store.nodes.swap(read.nodes);
+    store.devicePositions.swap(read.devicePositions);
+    return true;
+}
+
+} // namespace
+
+bool writeThroughObjectTree(TrajectoryData const& store, std::ostream& stream)
+{
+    return writeTree<schema::TrajectoryFile>(toTree(store), stream);
+}
+
+bool readThroughObjectTree(TrajectoryData& store, std::istream& stream)
+{
+    auto const frame = readTree<schema::TrajectoryFile>(stream);
+    return frame.tree && fromTree(store, *frame.tree);
+}
+
+} // namespace bench

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <roamscan/sensors/SensorData.h>
+
+#include <iosfwd>
+#include <memory>
+
+namespace bench
+{
+
+/// The sensor stream by way of the tree of objects that flatc generates for the schema, as ObjectTreeStream.h
+/// has it for the trajectory stream.
+
+[[nodiscard]] bool writeSensorsThroughObjectTree(oV::Roamscan::SensorData const& store, std::ostream& stream);
+[[nodiscard]] std::shared_ptr<oV::Roamscan::SensorData> readSensorsThroughObjectTree(std::istream& stream);
+
+} // namespace bench

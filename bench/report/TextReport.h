@@ -1,0 +1,14 @@
+#pragma once
+
+#include "report/Measurement.h"
+
+#include <string>
+#include <vector>
+
+namespace bench
+{
+
+/// The results as a table for people, road by road.
+[[nodiscard]] std::string textReport(std::vector<Result> const& results);
+
+} // namespace bench
