@@ -1,10 +1,8 @@
 /// @file
 /// Bytes from anywhere as a trajectory data stream. Whatever they are, a store is read whole or left alone,
 /// and what was read can be written, read again, and sampled.
-///
-/// The first byte of an input says how the rest is to be taken: even, as a stream; odd, as the inside of a
-/// frame, whose byte count is put before it. So most mutations get past the count, to where the structure is
-/// examined.
+
+#include "FrameInput.h"
 
 #include <roamscan/trajectory/Trajectory.h>
 #include <roamscan/trajectory/TrajectoryFromNodes.h>
@@ -26,19 +24,12 @@
 namespace
 {
 
+using fuzz::require;
 using oV::Roamscan::Device;
 using oV::Roamscan::TrafoT;
 using oV::Roamscan::Trajectory;
 using oV::Roamscan::TrajectoryData;
 using oV::Roamscan::TrajectoryNode;
-
-void require(bool holds, char const* what)
-{
-    if (!holds) {
-        std::fprintf(stderr, "violated: %s\n", what);
-        std::abort();
-    }
-}
 
 bool sameBits(std::span<double const> a, std::span<double const> b)
 {
@@ -94,41 +85,6 @@ TrajectoryData knownStore()
     return store;
 }
 
-std::string streamBytes(std::span<std::uint8_t const> input)
-{
-    bool const isFrame = !input.empty() && input.front() % 2 == 1;
-    auto const rest = input.subspan(std::min<std::size_t>(input.size(), 1));
-    std::string bytes;
-    if (isFrame) {
-        for (std::size_t i = 0; i < 8; ++i) {
-            bytes.push_back(static_cast<char>((std::uint64_t{rest.size()} >> (8 * i)) & 0xFFU));
-        }
-    }
-    bytes.append(rest.begin(), rest.end());
-    return bytes;
-}
-
-bool readMayRunOutOfMemory(TrajectoryData& store, std::istream& stream)
-{
-    try {
-        return store.readFromStream(stream);
-    } catch (std::bad_alloc const&) {
-        return false;
-    } catch (std::length_error const&) {
-        return false;
-    }
-}
-
-// Behind the frame and nowhere else.
-void requirePositionBehindFrame(std::istream& stream, std::string const& bytes)
-{
-    std::uint64_t count = 0;
-    for (std::size_t i = 0; i < 8; ++i) {
-        count |= std::uint64_t{static_cast<unsigned char>(bytes[i])} << (8 * i);
-    }
-    require(stream.tellg() == static_cast<std::streamoff>(8 + count), "the stream stands behind the frame");
-}
-
 void requireRoundTrip(TrajectoryData const& store)
 {
     std::stringstream stream;
@@ -165,15 +121,17 @@ void useStore(TrajectoryData const& store)
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
 {
-    std::string const bytes = streamBytes({data, size});
+    std::string const bytes = fuzz::streamBytes({data, size});
     std::istringstream stream(bytes);
     static TrajectoryData const untouched = knownStore();
     TrajectoryData store = untouched;
-    if (!readMayRunOutOfMemory(store, stream)) {
+    bool isRead = false;
+    fuzz::mayRunOutOfMemory([&] { isRead = store.readFromStream(stream); });
+    if (!isRead) {
         require(sameBits(store, untouched), "a read that fails leaves the store alone");
         return 0;
     }
-    requirePositionBehindFrame(stream, bytes);
+    fuzz::requirePositionBehindFrame(stream, bytes);
     requireRoundTrip(store);
     useStore(store);
     return 0;

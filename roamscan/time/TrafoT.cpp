@@ -1,4 +1,5 @@
 #include <roamscan/time/TrafoT.h>
+#include <roamscan/time/detail/Compose.h>
 #include <roamscan/time/detail/NearestRotation.h>
 #include <roamscan/time/detail/RotateVector.h>
 
@@ -167,9 +168,7 @@ bool TrafoT<T>::isApprox(TrafoT const& other, double precision) const
 template <typename T>
 TrafoT<T> TrafoT<T>::operator*(TrafoT const& other) const
 {
-    return TrafoT(Vector(translation_ + detail::rotateVector<T>(rotation_, other.translation_)),
-                  rotation_ * other.rotation_,
-                  valid_ && other.valid_);
+    return detail::compose(*this, other);
 }
 
 template <typename T>

@@ -27,8 +27,13 @@ Trajectory::Trajectory(TimeStamp start, TimeStamp stop, PoseFunction pose, Accel
 Trajectory::Trajectory(Trajectory const& other) = default;
 Trajectory::Trajectory(Trajectory&& other) noexcept = default;
 Trajectory::~Trajectory() = default;
-Trajectory& Trajectory::operator=(Trajectory const& other) = default;
 Trajectory& Trajectory::operator=(Trajectory&& other) noexcept = default;
+
+Trajectory& Trajectory::operator=(Trajectory const& other)
+{
+    // The copy is whole before it is taken over, so a failure leaves this trajectory as it was.
+    return *this = Trajectory(other);
+}
 
 TimeStamp Trajectory::getStartTime() const
 {

@@ -1,3 +1,4 @@
+#include <roamscan/time/detail/Compose.h>
 #include <roamscan/trajectory/TrajectoryFromNodes.h>
 #include <roamscan/trajectory/detail/PoseSequence.h>
 #include <roamscan/trajectory/detail/TrajectoryOverTable.h>
@@ -20,7 +21,7 @@ Trajectory buildTrajectoryFromTrajectoryNodes(std::vector<TrajectoryNode> const&
     detail::PoseSequence poses;
     poses.reserve(nodes.size());
     for (TrajectoryNode const& node : nodes) {
-        poses.write(node.time, (leftTransform * node.pose) * rightTransform);
+        poses.write(node.time, detail::compose(detail::compose(leftTransform, node.pose), rightTransform));
     }
     return detail::trajectoryOverTable(std::move(poses).toTable());
 }

@@ -17,7 +17,15 @@ constexpr wchar_t const* noToPosition = L"Cannot build trajectory without to dev
 TrajectoryData::TrajectoryData() = default;
 TrajectoryData::TrajectoryData(TrajectoryData const& other) = default;
 TrajectoryData::~TrajectoryData() = default;
-TrajectoryData& TrajectoryData::operator=(TrajectoryData const& other) = default;
+
+TrajectoryData& TrajectoryData::operator=(TrajectoryData const& other)
+{
+    // Both copies are made before either is taken over, so a failure leaves this store as it was.
+    TrajectoryData copy(other);
+    nodes.swap(copy.nodes);
+    devicePositions.swap(copy.devicePositions);
+    return *this;
+}
 
 Trajectory TrajectoryData::buildTrajectoryFromTrajectoryNodes(Device from, Device to) const
 {

@@ -55,7 +55,8 @@ struct ROAMSCAN_EXPORT TrajectoryData
     /// False, with nothing written, if it is not good on entry, or if the store does not fit the format's
     /// limit of 2 GiB.
     ///
-    /// More than 999,999 nodes can be written but not read back.
+    /// More than 999,999 nodes can be written but not read back. Every bit of a node comes back, but that a
+    /// time of -0.0 comes back as 0.0: a field that equals its default is not written.
     [[nodiscard]] bool write(std::ostream& stream) const;
 
     /// The poses of the nodes seen from one device to another: `inverse(T_to) * P * T_from` for each node's

@@ -5,6 +5,7 @@
 #include <roamscan/frame/ov/Models.h>
 #include <roamscan/frame/ov/detail/FlatBufferRoot.h>
 #include <roamscan/frame/ov/detail/StreamFrame.h>
+#include <roamscan/frame/platform/detail/UntouchedMemory.h>
 #include <roamscan/trajectorydata/TrajectoryData.h>
 #include <roamscan/trajectorydata/TrajectoryFile_generated.h>
 
@@ -98,6 +99,7 @@ std::optional<std::vector<TrajectoryNode>> unpackNodes(schema::TrajectoryFile co
         return nodes;
     }
     nodes.reserve(file.nodes()->size());
+    detail::preferLargePages(nodes.data(), nodes.capacity() * sizeof(TrajectoryNode));
     for (schema::TrajectoryNodeRecord const* const record : *file.nodes()) {
         if (record->pose() == nullptr || record->matrixA() == nullptr || record->matrixB() == nullptr) {
             return std::nullopt;
@@ -142,11 +144,12 @@ std::unordered_map<Device, TrafoT<double>> unpackDevicePositions(schema::Traject
     if (file.devicePositions() == nullptr) {
         return positions;
     }
-    for (schema::DevicePositionRecord const* const record : *file.devicePositions()) {
-        if (auto const device = knownDevice(record->device())) {
-            positions[*device] = fromRecord(record->pose());
+    for (flatbuffers::uoffset_t i = 0; i < file.devicePositions()->size(); ++i) {
+        auto const record = detail::structAt(*file.devicePositions(), i);
+        if (auto const device = knownDevice(record.device())) {
+            positions[*device] = fromRecord(record.pose());
         } else {
-            logUnknownDevice(record->device());
+            logUnknownDevice(record.device());
         }
     }
     return positions;
@@ -168,7 +171,7 @@ bool TrajectoryData::readFromStream(std::istream& stream)
     }
     auto const bytes = frame->bytes();
     auto const* const file = detail::verifiedRoot<schema::TrajectoryFile>(bytes);
-    if (file == nullptr || !detail::structsAreAligned(file->devicePositions())) {
+    if (file == nullptr) {
         return false;
     }
     std::uint64_t const nodeCount = file->nodes() == nullptr ? 0 : file->nodes()->size();

@@ -94,6 +94,14 @@ TEST(TimeConversion, IntegerTimeToTxmTimeGoesThroughDouble)
               static_cast<std::uint64_t>(9223372036854775808.0 * 0.01));
 }
 
+TEST(TimeConversion, IntegerTimeToTxmTimeMultipliesAndDoesNotDivide)
+{
+    // 0.01 is a little above a hundredth; for this count the product is the next double above the quotient.
+    int64 const time = (int64{1} << 60) + 384;
+    ASSERT_EQ(static_cast<std::uint64_t>(static_cast<double>(time) / 100.0), 11529215046068474U);
+    EXPECT_EQ(convertToTxmTime(time).QuadPart, 11529215046068476U);
+}
+
 TEST(TimeConversion, TxmTimeToIntegerTimeMultipliesByAHundred)
 {
     EXPECT_EQ(convertTxmTimeToIntegerTime(txm(0)), 0);
@@ -113,6 +121,13 @@ TEST(TimeConversion, TxmTimeToSecondsReadsTheValueAsUnsigned)
     EXPECT_EQ(convertTxmTimeToSeconds(txm(3)), 3.0 * 1e-6);
     EXPECT_EQ(convertTxmTimeToSeconds(txm(0xFFFFFFFFFFFFFFFFU)), 18446744073709551616.0 * 1e-6);
     EXPECT_NEAR(convertTxmTimeToSeconds(txm(0xFFFFFFFFFFFFFFFFU)), 18446744073709.55, 0.01);
+}
+
+TEST(TimeConversion, TxmTimeToSecondsMultipliesAndDoesNotDivide)
+{
+    // 5 * 1e-6 and 5 / 1e6 differ in the last bit.
+    ASSERT_NE(5.0 * 1e-6, 5.0 / 1000000.0);
+    EXPECT_EQ(convertTxmTimeToSeconds(txm(5)), 5.0 * 1e-6);
 }
 
 TEST(TimeConversion, AutomationTimeIsShiftedByItsOffset)

@@ -171,6 +171,40 @@ TEST(TrafoT, RotatesByTheCrossProductFormWhateverTheNorm)
     EXPECT_EQ((pose * TrafoT<double>::Translation(Vector(1, 0, 0))).translation(), Vector(-7, 12, 0));
 }
 
+// v + w c + u x c with c = 2 (u x v), summed from the left.
+template <typename T>
+Eigen::Matrix<T, 3, 1> rotatedByTheFormula(Eigen::Quaternion<T> const& rotation,
+                                           Eigen::Matrix<T, 3, 1> const& v)
+{
+    auto const& q = rotation;
+    auto const cx = 2 * (q.y() * v.z() - q.z() * v.y());
+    auto const cy = 2 * (q.z() * v.x() - q.x() * v.z());
+    auto const cz = 2 * (q.x() * v.y() - q.y() * v.x());
+    return {(v.x() + q.w() * cx) + (q.y() * cz - q.z() * cy),
+            (v.y() + q.w() * cy) + (q.z() * cx - q.x() * cz),
+            (v.z() + q.w() * cz) + (q.x() * cy - q.y() * cx)};
+}
+
+template <typename T>
+void expectRotationsByTheFormula(std::uint64_t seed)
+{
+    RandomPoses random(seed);
+    for (int i = 0; i < 1000; ++i) {
+        auto const a = random.pose<T>();
+        auto const b = random.pose<T>();
+        Eigen::Matrix<T, 3, 1> const rotated = rotatedByTheFormula(a.rotation(), b.translation());
+        ASSERT_EQ((a * b.translation()).eval(), rotated + a.translation());
+        ASSERT_EQ((a * b).translation(), a.translation() + rotated);
+        ASSERT_EQ(a.inverse().translation(), -rotatedByTheFormula(a.rotation().conjugate(), a.translation()));
+    }
+}
+
+TEST(TrafoT, RotatesByItsFormulaToTheLastBitInDoubleAndInFloat)
+{
+    expectRotationsByTheFormula<double>(8);
+    expectRotationsByTheFormula<float>(9);
+}
+
 TEST(TrafoT, ComposesTranslationsThroughTheLeftRotation)
 {
     TrafoT<double> const a(Vector(10, 20, 30), quarterTurn(), true);
@@ -183,6 +217,12 @@ TEST(TrafoT, ComposesTranslationsThroughTheLeftRotation)
     EXPECT_NEAR(composed.rotation().x(), -1 * h, 1e-14);
     EXPECT_NEAR(composed.rotation().y(), 7 * h, 1e-14);
     EXPECT_NEAR(composed.rotation().z(), 7 * h, 1e-14);
+}
+
+TEST(TrafoT, CompositionDoesNotNormalise)
+{
+    auto const turn = TrafoT<double>::Rotation(Quaternion(3, 0, 0, 2));
+    EXPECT_EQ((turn * turn).serialize(), (Values{0, 0, 0, 5, 0, 0, 12}));
 }
 
 TEST(TrafoT, CompositionIsValidIfBothAre)
@@ -216,6 +256,13 @@ TEST(TrafoT, InverseConjugatesTheRotation)
     EXPECT_EQ(inverse.rotation().z(), -h);
     expectNear(inverse.translation(), Vector(-21, 8, -33), 1e-14);
     EXPECT_TRUE(inverse.valid());
+}
+
+TEST(TrafoT, InverseConjugatesAndDoesNotNormalise)
+{
+    // The conjugate of w = 3, z = 2 maps (1, 0, 0) to (-7, -12, 0).
+    TrafoT<double> const pose(Vector(1, 0, 0), Quaternion(3, 0, 0, 2), true);
+    EXPECT_EQ(pose.inverse().serialize(), (Values{7, 12, 0, 3, 0, 0, -2}));
 }
 
 TEST(TrafoT, InverseOfATransformThatIsNotValidIsValid)
@@ -325,6 +372,15 @@ TEST(TrafoT, NearlyEqualRotationsInterpolateLinearlyAndComeOutSlightlyShort)
     double const angle = 1e-9;
     TrafoT<double> const near(Vector(0, 0, 0), Quaternion(std::cos(angle), 0, 0, std::sin(angle)), true);
     EXPECT_EQ(TrafoT<double>::Identity().interpolate(near, 0.5).rotation().z(), 0.5 * std::sin(angle));
+}
+
+TEST(TrafoT, QuaternionsBeyondUnitLengthInterpolateLinearlyAndAreNotNormalised)
+{
+    auto const a = TrafoT<double>::Rotation(Quaternion(2, 0, 0, 0));
+    auto const b = TrafoT<double>::Rotation(Quaternion(2, 0, 0, 1));
+    EXPECT_EQ(a.interpolate(b, 0.25).serialize(), (Values{0, 0, 0, 2, 0, 0, 0.25}));
+    auto const opposite = TrafoT<double>::Rotation(Quaternion(-2, 0, 0, -1));
+    EXPECT_EQ(a.interpolate(opposite, 0.25).serialize(), (Values{0, 0, 0, 2, 0, 0, 0.25}));
 }
 
 TEST(TrafoT, FloatSwitchesToLinearWeightsAtItsOwnEpsilon)
@@ -456,6 +512,16 @@ TEST(TrafoT, RotationsCompareRelativeToTheirFrobeniusNorm)
     double const limit = std::numbers::sqrt2 * e / std::numbers::sqrt3;
     EXPECT_TRUE(turned.isApprox(TrafoT<double>::Identity(), limit * 1.001));
     EXPECT_FALSE(turned.isApprox(TrafoT<double>::Identity(), limit * 0.999));
+}
+
+TEST(TrafoT, OfTwoRotationMatricesTheSmallerNormCounts)
+{
+    // diag(-1, -1, 1) and diag(-7, -7, 1): squared norms 3 and 99, squared distance 72.
+    auto const small = TrafoT<double>::Rotation(Quaternion(0, 0, 0, 1));
+    auto const large = TrafoT<double>::Rotation(Quaternion(0, 0, 0, 2));
+    EXPECT_FALSE(small.isApprox(large, 1.0));
+    EXPECT_FALSE(large.isApprox(small, 1.0));
+    EXPECT_TRUE(large.isApprox(small, 5.0));
 }
 
 TEST(TrafoT, ComparisonIgnoresTheFlags)
@@ -613,6 +679,13 @@ TEST(TrafoT, ToEigenGivesAHomogeneousMatrix)
     EXPECT_EQ(pose.ToEigen().matrix(), expected);
 }
 
+TEST(TrafoT, ToEigenDoesNotNormalise)
+{
+    Eigen::Matrix3d expected;
+    expected << -7, -12, 0, 12, -7, 0, 0, 0, 1;
+    EXPECT_EQ(Eigen::Matrix3d(TrafoT<double>::Rotation(Quaternion(3, 0, 0, 2)).ToEigen().linear()), expected);
+}
+
 TEST(TrafoT, ToEigenAndBackIsTheSamePose)
 {
     RandomPoses random(7);
@@ -634,6 +707,24 @@ TEST(TrafoT, Project2DKeepsYawXAndY)
     expected << std::cos(yaw), -std::sin(yaw), 1, std::sin(yaw), std::cos(yaw), 2, 0, 0, 1;
     EXPECT_LE((projected.matrix() - expected).norm(), 1e-14);
     EXPECT_EQ(projected.matrix().row(2), Eigen::RowVector3d(0, 0, 1));
+}
+
+TEST(TrafoT, Project2DDropsThePitch)
+{
+    Quaternion const pitched(Eigen::AngleAxisd(0.7, Vector::UnitZ()) *
+                             Eigen::AngleAxisd(0.4, Vector::UnitY()));
+    auto const projected = TrafoT<double>::Rotation(pitched).Project2D();
+    EXPECT_LE((projected.linear() - Eigen::Rotation2Dd(0.7).toRotationMatrix()).norm(), 1e-14);
+}
+
+TEST(TrafoT, Project2DTakesTheYawOfTheRotatedXAxisWhateverTheNorm)
+{
+    // w = 3, z = 2 maps (1, 0, 0) to (-7, 12, 0); brought to unit length it would turn it to (5, 12, 0) / 13.
+    auto const projected = TrafoT<double>::Rotation(Quaternion(3, 0, 0, 2)).Project2D();
+    double const length = std::hypot(-7.0, 12.0);
+    Eigen::Matrix2d expected;
+    expected << -7 / length, -12 / length, 12 / length, -7 / length;
+    EXPECT_LE((projected.linear() - expected).norm(), 1e-14);
 }
 
 TEST(TrafoT, Embed3DTurnsAboutZ)

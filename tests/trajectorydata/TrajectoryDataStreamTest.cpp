@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -21,6 +22,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -230,6 +232,18 @@ TEST_F(TrajectoryDataStream, NaNsInfinitiesAndMinusZeroSurvive)
     auto const back = readBack(written(store));
     ASSERT_NE(back, nullptr);
     expectSame(*back, store);
+}
+
+TEST_F(TrajectoryDataStream, ATimeOfMinusZeroEqualsItsDefaultAndReadsBackAsZero)
+{
+    TrajectoryData zero;
+    zero.nodes.emplace_back(0.0);
+    TrajectoryData minusZero;
+    minusZero.nodes.emplace_back(-0.0);
+    EXPECT_EQ(written(minusZero), written(zero));
+    auto const back = readBack(written(minusZero));
+    ASSERT_NE(back, nullptr);
+    EXPECT_FALSE(std::signbit(back->nodes[0].time));
 }
 
 TEST_F(TrajectoryDataStream, TheFlagOfAPoseIsNotStoredAndComesBackValid)
@@ -568,6 +582,19 @@ std::string framedDevices(std::initializer_list<std::pair<std::int32_t, double>>
     return framed(buffer);
 }
 
+TEST_F(TrajectoryDataStream, DeviceRecordsOffTheirAlignmentAreReadAllTheSame)
+{
+    // The vector's head lies on four bytes, as it must, but its records of doubles do not lie on eight.
+    std::string const buffer = u32(20) + u32(0) + u32(0) + u16(8) + u16(8) + u16(0) +
+                               u16(4) // root at 20, vtable at 12
+                               + u32(8) + u32(8) + u32(0) + u32(1) + u32(2) + u32(0) // records at 36
+                               + f64({31, 32, 33, 34, 35, 36, 37});
+    auto const store = readBack(framed(buffer));
+    ASSERT_NE(store, nullptr);
+    EXPECT_TRUE(sameBits(store->devicePositions.at(Device::Device2),
+                         oneNodeAndOneDevice().devicePositions.at(Device::Device2)));
+}
+
 TEST_F(TrajectoryDataStream, OfTwoRecordsOfADeviceTheLaterWins)
 {
     auto const store = readBack(framedDevices({{1, 10}, {3, 30}, {1, 20}}));
@@ -627,6 +654,14 @@ TEST_F(TrajectoryDataStream, AStreamThatFailsOnTheWayGivesFalse)
     }
 }
 
+TEST_F(TrajectoryDataStream, WhatTheStreamThrowsOnWritingPassesThrough)
+{
+    LimitedBuffer buffer(100);
+    std::ostream stream(&buffer);
+    stream.exceptions(std::ios::badbit);
+    EXPECT_THROW((void)oneNodeAndOneDevice().write(stream), std::ios::failure);
+}
+
 TEST_F(TrajectoryDataStream, AWriteFlushesNothing)
 {
     LimitedBuffer buffer(352);
@@ -645,6 +680,26 @@ TEST_F(TrajectoryDataStream, ReadsAndWritesClearTheGlobalByteOrderFlag)
     oV::Endianness::bigEndian = true;
     EXPECT_NE(readBack(frame), nullptr);
     EXPECT_FALSE(oV::Endianness::bigEndian);
+}
+
+TEST_F(TrajectoryDataStream, DifferentStoresMayBeWrittenAndReadAtOnce)
+{
+    std::atomic<int> failures = 0;
+    std::vector<std::thread> threads;
+    for (std::uint64_t seed = 91; seed < 95; ++seed) {
+        threads.emplace_back([store = randomStore(20, seed), &failures] {
+            for (int round = 0; round < 20; ++round) {
+                auto const back = readBack(written(store));
+                bool const same = back != nullptr && back->nodes.size() == store.nodes.size() &&
+                                  sameBits(back->nodes[19].pose, store.nodes[19].pose);
+                failures += same ? 0 : 1;
+            }
+        });
+    }
+    for (auto& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(failures, 0);
 }
 
 TEST_F(TrajectoryDataStream, AStreamThatIsNotGoodLeavesTheGlobalByteOrderFlag)

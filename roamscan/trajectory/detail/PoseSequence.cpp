@@ -1,7 +1,9 @@
+#include <roamscan/frame/platform/detail/UntouchedMemory.h>
 #include <roamscan/trajectory/detail/PoseSequence.h>
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <utility>
 
 namespace oV::Roamscan::detail
@@ -15,6 +17,22 @@ struct Write
     double time;
     std::size_t index; // in the order of writing
 };
+
+template <typename T>
+void reserveInLargePages(std::vector<T>& values, std::size_t count)
+{
+    if (count > values.capacity()) {
+        values.reserve(count);
+        if (values.empty()) {
+            preferLargePages(values.data(), count * sizeof(T));
+        }
+    }
+}
+
+bool isStrictlyDescending(std::vector<double> const& times)
+{
+    return std::adjacent_find(times.begin(), times.end(), std::less_equal<>()) == times.end();
+}
 
 std::vector<Write> writesInOrder(std::vector<double> const& times)
 {
@@ -33,8 +51,8 @@ std::vector<Write> writesInOrder(std::vector<double> const& times)
 
 void PoseSequence::reserve(std::size_t count)
 {
-    times_.reserve(count);
-    poses_.reserve(count);
+    reserveInLargePages(times_, count);
+    reserveInLargePages(poses_, count);
     sortAbove_ = std::max(sortAbove_, count);
 }
 
@@ -91,11 +109,18 @@ void PoseSequence::putInOrder()
     if (ascending_) {
         return;
     }
+    if (isStrictlyDescending(times_)) {
+        std::reverse(times_.begin(), times_.end());
+        std::reverse(poses_.begin(), poses_.end());
+        lastWritten_ = lastWritten_ == nowhere ? nowhere : times_.size() - 1 - lastWritten_;
+        ascending_ = true;
+        return;
+    }
     std::vector<Write> const writes = writesInOrder(times_);
     std::vector<double> times;
     std::vector<TrafoT<double>> poses;
-    times.reserve(writes.size());
-    poses.reserve(writes.size());
+    reserveInLargePages(times, writes.size());
+    reserveInLargePages(poses, writes.size());
     std::size_t lastWritten = nowhere;
     for (auto const& [time, index] : writes) {
         // Of the writes of one time, the first one's key stands (0.0 and -0.0 are one time) with the last

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 
 namespace oV::Roamscan::detail
@@ -25,12 +26,15 @@ template <typename Root>
     return verifier.VerifyBuffer<Root>(nullptr) ? flatbuffers::GetRoot<Root>(data) : nullptr;
 }
 
-/// Whether the structs of a vector lie where their type wants them. The verifier looks at the vector's head
-/// alone, and a misaligned struct must not be read. The buffer itself lies at any alignment that matters.
+/// A struct of a vector, as a copy: the verifier looks at the alignment of the vector's head alone, so the
+/// structs themselves may lie where they must not be read in place.
 template <typename Struct>
-[[nodiscard]] bool structsAreAligned(flatbuffers::Vector<Struct const*> const* vector)
+[[nodiscard]] Struct structAt(flatbuffers::Vector<Struct const*> const& vector, flatbuffers::uoffset_t index)
 {
-    return vector == nullptr || reinterpret_cast<std::uintptr_t>(vector->Data()) % alignof(Struct) == 0;
+    Struct copy;
+    std::memcpy(
+        static_cast<void*>(&copy), vector.Data() + std::size_t{index} * sizeof(Struct), sizeof(Struct));
+    return copy;
 }
 
 /// Whether contents of `unpackedSize` bytes are in proportion to the buffer they come from. Tables and

@@ -1,5 +1,7 @@
 #include <roamscan/frame/platform/detail/UntouchedMemory.h>
 
+#include <cstdint>
+
 #if defined(__linux__)
 #include <stdlib.h>
 #include <sys/mman.h>
@@ -8,16 +10,35 @@
 namespace oV::Roamscan::detail
 {
 
+namespace
+{
+
+constexpr std::size_t largePage = std::size_t{2} << 20;
+constexpr std::size_t worthLargePages = 2 * largePage;
+
+} // namespace
+
+void preferLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t size) noexcept
+{
+#if defined(__linux__)
+    if (size >= worthLargePages) {
+        // The hint wants whole large pages; what lies before the first one stays as it is.
+        auto const begin = reinterpret_cast<std::uintptr_t>(memory);
+        auto const skipped = (largePage - begin % largePage) % largePage;
+        (void)madvise(static_cast<std::byte*>(memory) + skipped, size - skipped, MADV_HUGEPAGE);
+    }
+#endif
+}
+
 UntouchedMemory allocateUntouched(std::size_t size) noexcept
 {
 #if defined(__linux__)
-    constexpr std::size_t largePage = std::size_t{2} << 20;
-    if (size >= 2 * largePage) {
+    if (size >= worthLargePages) {
         void* memory = nullptr;
         if (posix_memalign(&memory, largePage, size) != 0) {
             return nullptr;
         }
-        (void)madvise(memory, size, MADV_HUGEPAGE); // a hint; where it is not taken, all is as before
+        preferLargePages(memory, size);
         return UntouchedMemory(static_cast<std::byte*>(memory));
     }
 #endif

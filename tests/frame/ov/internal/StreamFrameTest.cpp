@@ -1,3 +1,4 @@
+#include <roamscan/frame/ov/Endianness.h>
 #include <roamscan/frame/ov/detail/FlatBufferRoot.h>
 #include <roamscan/frame/ov/detail/StreamFrame.h>
 
@@ -36,7 +37,8 @@ TEST(StreamFrame, ReadsBackWhatWasWrittenAndNoMore)
     std::istringstream stream(written("abc") + written("") + "rest");
     auto const first = readFrame(stream);
     ASSERT_TRUE(first);
-    EXPECT_EQ(std::string(reinterpret_cast<char const*>(first->bytes().data()), first->bytes().size()), "abc");
+    EXPECT_EQ(std::string(reinterpret_cast<char const*>(first->bytes().data()), first->bytes().size()),
+              "abc");
     auto const second = readFrame(stream);
     ASSERT_TRUE(second);
     EXPECT_TRUE(second->bytes().empty());
@@ -53,10 +55,56 @@ TEST(StreamFrame, ACountAcrossAllEightBytesIsReadInFull)
     EXPECT_TRUE(stream.good());
 }
 
+TEST(StreamFrame, AStreamThatEndsInsideTheCountOrTheBytesGivesNothing)
+{
+    std::string const whole = written("abc");
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        std::istringstream stream(whole.substr(0, length));
+        EXPECT_FALSE(readFrame(stream)) << length << " bytes";
+        EXPECT_TRUE(stream.eof() && stream.fail());
+    }
+}
+
+TEST(StreamFrame, TheByteOrderFlagIsClearedAlsoWhereTheStreamEndsInsideTheCount)
+{
+    oV::Endianness::bigEndian = true;
+    std::istringstream stream(std::string(4, '\0'));
+    EXPECT_FALSE(readFrame(stream));
+    EXPECT_FALSE(oV::Endianness::bigEndian);
+}
+
+TEST(StreamFrame, AStreamThatIsNotGoodIsNeitherReadNorWrittenNorTouched)
+{
+    for (auto const state : {std::ios::eofbit, std::ios::failbit, std::ios::badbit}) {
+        std::stringstream stream(written("abc"));
+        stream.setstate(state);
+        EXPECT_FALSE(readFrame(stream));
+        EXPECT_FALSE(writeFrame(stream, {}));
+        EXPECT_EQ(stream.rdstate(), state);
+        EXPECT_EQ(stream.str(), written("abc"));
+        stream.clear();
+        EXPECT_EQ(stream.tellg(), 0);
+    }
+}
+
 TEST(FrameBuffer, RefusesWhatNoObjectCanBe)
 {
     std::istringstream stream(std::string(8, '\xFF'));
     EXPECT_THROW((void)readFrame(stream), std::length_error);
+}
+
+struct AnyTable
+{
+    [[nodiscard]] bool Verify(flatbuffers::Verifier& /*verifier*/) const { return true; }
+};
+
+TEST(FlatBufferRoot, ABufferBeyondTheReachOfItsOffsetsIsRefused)
+{
+    // Only the first bytes are ever looked at, so the spans may claim more than there is.
+    alignas(8) std::byte const bytes[16] = {std::byte{8}}; // the root lies at 8
+    EXPECT_NE(verifiedRoot<AnyTable>(bytes), nullptr);
+    EXPECT_NE(verifiedRoot<AnyTable>(std::span(&bytes[0], largestFlatBuffer)), nullptr);
+    EXPECT_EQ(verifiedRoot<AnyTable>(std::span(&bytes[0], largestFlatBuffer + 1)), nullptr);
 }
 
 TEST(FlatBufferRoot, UnpackedSizesUpToSixteenTimesTheBufferAreReasonable)
