@@ -25,9 +25,9 @@ namespace
 constexpr char const* examples = R"(Examples:
   roamscan import --format tum groundtruth.txt walk.trajectory   poses as text to a trajectory
   roamscan simulate walk --seconds 60                            make up a walk with a scanner
-  roamscan place --trajectory walk/walk.trajectory --from 1 --to 0 --points walk/scan.ply --picture plan.png
+  roamscan place --trajectory walk/walk.trajectory --from 1 --to 0 --sensors walk/walk.sensors --picture plan.png
                                                                  put the scan points where they belong
-  roamscan info walk/walk.trajectory --json                      what is in a trajectory
+  roamscan info walk/walk.sensors --json                         what is in a trajectory or sensor stream
 )";
 
 /// The command line, and what was found on it.
@@ -90,11 +90,13 @@ private:
 
     void addSimulate()
     {
-        CLI::App* const command =
-            app_.add_subcommand("simulate", "Make up a walk with a scanner, its scan and the true surfaces");
+        CLI::App* const command = app_.add_subcommand(
+            "simulate", "Make up a walk with a scanner, what it records, and the true surfaces");
         command->add_option("OUT_DIR", simulate_.folder, "The folder to write to")->required();
-        CLI::Option* const seconds =
-            command->add_option("--seconds", simulate_.seconds, "How long the walk takes, up to a day (60)");
+        CLI::Option* const seconds = command->add_option(
+            "--seconds",
+            simulate_.seconds,
+            "How long the walk takes, up to a day (60); the sensors measure less often in long ones");
         command->add_option("--seed", simulate_.seed, "Same seed, same walk and noise (1)")
             ->check(CLI::NonNegativeNumber);
         command->add_option("--along", simulate_.along, "Follow the poses of this trajectory instead")
@@ -112,22 +114,28 @@ private:
         command->add_option("--to", toDevice_, "The device in whose frame the points are placed, 0 to 3")
             ->required()
             ->check(CLI::Range(0, 3));
-        command->add_option("--points", place_.points, "The scan, a binary little-endian PLY file")
-            ->required();
+        CLI::Option_group* const scan = command->add_option_group("scan", "Where the scan points are");
+        scan->require_option(1);
+        scan->add_option("--points", place_.points, "The scan, a binary little-endian PLY file");
+        CLI::Option* const sensors =
+            scan->add_option("--sensors", place_.sensors, "The scan of a rangefinder in this sensor stream");
+        command->add_option("--rangefinder", place_.rangefinder, "Which rangefinder (the first by name)")
+            ->needs(sensors);
         command->add_option("--cloud", place_.cloud, "Write the placed points to this PLY file");
         command->add_option("--picture", place_.picture, "Draw a plan to this PNG file");
         command->add_option(
             "--building", place_.building, "Measure the points against these true surfaces (JSON)");
         command->footer("Example:\n  roamscan place --trajectory walk/walk.trajectory --from 1 --to 0 "
-                        "--points walk/scan.ply --cloud cloud.ply --picture plan.png\n");
+                        "--sensors walk/walk.sensors --cloud cloud.ply --picture plan.png\n");
     }
 
     void addInfo()
     {
-        CLI::App* const command = app_.add_subcommand("info", "Tell what is in trajectory files");
-        command->add_option("FILE", info_.files, "Trajectory files")->required();
+        CLI::App* const command =
+            app_.add_subcommand("info", "Tell what is in trajectories and sensor streams");
+        command->add_option("FILE", info_.files, "Trajectory or sensor streams")->required();
         command->add_flag("--json", info_.json, "One JSON array with an object for each file");
-        command->footer("Example:\n  roamscan info walk/walk.trajectory --json\n");
+        command->footer("Example:\n  roamscan info walk/walk.trajectory walk/walk.sensors --json\n");
     }
 
     CLI::App app_{"Carries scan points along a trajectory into the world."};

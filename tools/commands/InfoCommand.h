@@ -13,8 +13,8 @@ struct InfoOptions
     bool json = false; ///< One array with an object for each file, instead of text.
 };
 
-/// Tells on `out` what is in each trajectory file. A bad file is one line on `err` and does not stop the
-/// others.
+/// Tells on `out` what is in each trajectory or sensor stream. A bad file is one line on `err` and does not
+/// stop the others.
 /// @return whether all files could be read
 [[nodiscard]] bool runInfo(InfoOptions const& options, std::ostream& out, std::ostream& err);
 

@@ -8,10 +8,12 @@
 #include "tools/io/BuildingFile.h"
 #include "tools/io/OutputFile.h"
 #include "tools/io/PlyReader.h"
+#include "tools/io/SensorFile.h"
 #include "tools/io/TrajectoryFile.h"
 #include "tools/picture/PngWriter.h"
 #include "tools/picture/TopView.h"
 #include "tools/placing/PointPlacer.h"
+#include "tools/placing/RangefinderPoints.h"
 
 #include <algorithm>
 #include <cmath>
@@ -49,14 +51,48 @@ Trajectory deriveTrajectory(TrajectoryData const& data, PlaceOptions const& opti
     return data.buildTrajectoryFromTrajectoryNodes(options.from, options.to);
 }
 
+std::string chooseRangefinder(SensorData const& data, PlaceOptions const& options)
+{
+    std::vector<std::string> names;
+    for (auto const& [name, samples] : data.rangefinderData) {
+        names.push_back(name);
+    }
+    std::ranges::sort(names);
+    if (names.empty()) {
+        throw fileError(options.sensors, "there is no rangefinder in it");
+    }
+    std::string name = options.rangefinder.value_or(names.front());
+    if (!data.rangefinderData.contains(name)) {
+        std::ranges::transform(names, names.begin(), excerpt);
+        throw fileError(options.sensors,
+                        "it has no rangefinder " + excerpt(name) + "; there are: " + listed(names));
+    }
+    if (data.posesApplied && data.sensorPoses.contains(name)) {
+        throw fileError(options.sensors,
+                        "the samples of " + excerpt(name) +
+                            " are rotated by its pose already; name the stream as it was recorded");
+    }
+    return name;
+}
+
+ScanPoints readScan(PlaceOptions const& options)
+{
+    if (options.sensors.empty()) {
+        return readPlyFile(options.points);
+    }
+    auto const data = readSensorFile(options.sensors).data;
+    return scanPointsOf(data->rangefinderData.at(chooseRangefinder(*data, options)));
+}
+
 Placement placeScan(ScanPoints const& scan, Trajectory const& trajectory, PlaceOptions const& options)
 {
+    std::filesystem::path const& name = options.sensors.empty() ? options.points : options.sensors;
     if (scan.size() == 0) {
-        throw fileError(options.points, "there is no point in it");
+        throw fileError(name, "there is no point in it");
     }
     Placement placement = placePoints(scan, trajectory);
     if (placement.placed.empty()) {
-        throw fileError(options.points,
+        throw fileError(name,
                         "none of its " + std::to_string(scan.size()) +
                             " points could be placed; the trajectory " + options.trajectory.string() +
                             " lasts from " + fixed(trajectory.getStartTime().get(), 3) + " s to " +
@@ -152,8 +188,12 @@ void report(Placement const& placement, std::optional<double> rms, std::ostream&
 
 void runPlace(PlaceOptions const& options, std::ostream& out)
 {
-    requireDistinctFiles(
-        {options.trajectory, options.points, options.building, options.cloud, options.picture});
+    requireDistinctFiles({options.trajectory,
+                          options.points,
+                          options.sensors,
+                          options.building,
+                          options.cloud,
+                          options.picture});
     auto const data = readTrajectoryFile(options.trajectory).data;
     Trajectory const trajectory = deriveTrajectory(*data, options);
     std::optional<Building> building;
@@ -169,7 +209,7 @@ void runPlace(PlaceOptions const& options, std::ostream& out)
         picture.emplace(options.picture);
     }
 
-    Placement const placement = placeScan(readPlyFile(options.points), trajectory, options);
+    Placement const placement = placeScan(readScan(options), trajectory, options);
 
     TrafoT<double> const& toNodes = data->devicePositions.at(options.to);
     std::optional<double> rms;

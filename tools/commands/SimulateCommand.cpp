@@ -1,15 +1,18 @@
 #include "tools/commands/SimulateCommand.h"
 
 #include "tools/console/ToolError.h"
+#include "tools/geometry/GroundPlane.h"
 #include "tools/io/BuildingFile.h"
 #include "tools/io/OutputFile.h"
 #include "tools/io/PlyWriter.h"
+#include "tools/io/SensorFile.h"
 #include "tools/io/TrajectoryFile.h"
 #include "tools/simulation/BuildingAroundPath.h"
+#include "tools/simulation/Instrument.h"
 #include "tools/simulation/RandomNumbers.h"
 #include "tools/simulation/RecordedMotion.h"
 #include "tools/simulation/RoomPlan.h"
-#include "tools/simulation/Scanner.h"
+#include "tools/simulation/SensorRecording.h"
 #include "tools/simulation/SimulationLimits.h"
 #include "tools/simulation/WalkMotion.h"
 
@@ -35,6 +38,7 @@ struct Scenario
     std::unique_ptr<Motion> motion;
     std::vector<double> nodeTimes;
     Building building;
+    Eigen::Matrix3d toPlan; ///< Turns its frame so that z is up.
 };
 
 /// 100 times a second; more rarely in a walk of hours, whose nodes would not fit a trajectory stream.
@@ -58,7 +62,7 @@ Scenario walkThroughRooms(SimulateOptions const& options)
     double const phase = RandomNumbers(options.seed).between(0.0, 2.0 * std::numbers::pi, 0, 0);
     auto motion = std::make_unique<WalkMotion>(roundWalk(), options.seconds, phase);
     auto times = evenTimes(*motion);
-    return {std::move(motion), std::move(times), roomPlan()};
+    return {std::move(motion), std::move(times), roomPlan(), Eigen::Matrix3d::Identity()};
 }
 
 Scenario walkAlong(SimulateOptions const& options)
@@ -67,7 +71,8 @@ Scenario walkAlong(SimulateOptions const& options)
     auto motion = std::make_unique<RecordedMotion>(recording->nodes, options.along);
     auto times = motion->times();
     auto building = buildingAround(motion->positions(), options.seed);
-    return {std::move(motion), std::move(times), std::move(building)};
+    Eigen::Matrix3d const toPlan = planRotation(motion->positions());
+    return {std::move(motion), std::move(times), std::move(building), toPlan};
 }
 
 TrafoT<double> toTrafo(Eigen::Isometry3d const& pose)
@@ -125,34 +130,38 @@ void runSimulate(SimulateOptions const& options, std::ostream& out)
 
     OutputFolder const folder(options.folder);
     OutputFile trajectory(options.folder / "walk.trajectory");
+    OutputFile sensors(options.folder / "walk.sensors");
     OutputFile points(options.folder / "scan.ply");
     OutputFile building(options.folder / "building.json");
-    requireDistinctFiles({options.along, trajectory.target(), points.target(), building.target()});
+    requireDistinctFiles(
+        {options.along, trajectory.target(), sensors.target(), points.target(), building.target()});
 
     TrajectoryData const data = trajectoryOf(scenario);
     writeTrajectory(data, trajectory.stream(), trajectory.target());
     writeBuilding(scenario.building, building.stream());
 
-    Scanner scanner;
-    scanner.mounting = instrument()[1].position;
     PlyWriter writer(points.stream());
-    scan(scanner, *scenario.motion, scenario.building, options.seed, [&](CloudPoint const& point) {
+    auto const writePoint = [&](CloudPoint const& point) {
         writer.add(point);
         if (!points.stream()) {
             throw fileError(points.target(), "cannot be written any further; is the disk full?");
         }
-    });
+    };
+    SensorData const recording =
+        recordSensors(*scenario.motion, scenario.building, scenario.toPlan, options.seed, writePoint);
     writer.finish();
+    writeSensors(recording, sensors.stream(), sensors.target());
 
-    for (OutputFile* const file : {&trajectory, &points, &building}) {
+    for (OutputFile* const file : {&trajectory, &sensors, &points, &building}) {
         file->close();
     }
-    for (OutputFile* const file : {&trajectory, &points, &building}) {
+    for (OutputFile* const file : {&trajectory, &sensors, &points, &building}) {
         file->commit();
     }
     out << data.nodes.size() << " poses over "
         << std::lround(scenario.motion->stopTime() - scenario.motion->startTime()) << " s\n"
-        << writer.count() << " scan points\n"
+        << writer.count() << " scan points of " << rangefinders().front().name << '\n'
+        << tableCount(recording) << " of " << largestTableCount << " tables in the sensor stream\n"
         << scenario.building.surfaces.size() << " surfaces of the building\n";
 }
 

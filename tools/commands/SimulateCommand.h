@@ -9,14 +9,15 @@ namespace oV::Roamscan::tool
 
 struct SimulateOptions
 {
-    std::filesystem::path folder; ///< Where walk.trajectory, scan.ply and building.json go; made if need be.
+    std::filesystem::path folder; ///< Where the files go; made if need be.
     double seconds = 60.0;        ///< Of a walk through rooms.
     std::uint64_t seed = 1;
     std::filesystem::path along; ///< A recorded trajectory to follow instead; its poses are those of Device0.
 };
 
-/// Makes up a walk with a scanner through a building: the trajectory, the scan of Device1 in its own frame,
-/// and the true surfaces. The same options give the same files.
+/// Makes up a walk with a scanner through a building: the trajectory (walk.trajectory), what the sensors
+/// recorded (walk.sensors), the scan of Device1 in its own frame (scan.ply), and the true surfaces
+/// (building.json). The same options give the same files.
 /// @throws ToolError; nothing is written then
 void runSimulate(SimulateOptions const& options, std::ostream& out);
 

@@ -1,6 +1,7 @@
 #include "tools/console/Text.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <locale>
 #include <sstream>
 
@@ -37,6 +38,17 @@ std::string excerpt(std::string_view text)
     std::replace_if(
         shown.begin(), shown.end(), [](char c) { return static_cast<unsigned char>(c) > 0x7E; }, '?');
     return "\"" + shown + (cut ? "...\"" : "\"");
+}
+
+std::string listed(std::vector<std::string> const& items)
+{
+    std::string list;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        bool const last = i + 1 == items.size();
+        list += i == 0 ? "" : (last ? " and " : ", ");
+        list += items[i];
+    }
+    return list.empty() ? "none" : list;
 }
 
 } // namespace oV::Roamscan::tool

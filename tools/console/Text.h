@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace oV::Roamscan::tool
 {
@@ -14,5 +15,8 @@ namespace oV::Roamscan::tool
 
 /// The beginning of a text from a file, in quotes, fit for a message.
 [[nodiscard]] std::string excerpt(std::string_view text);
+
+/// "a", "a and b", "a, b and c"; "none" for an empty list.
+[[nodiscard]] std::string listed(std::vector<std::string> const& items);
 
 } // namespace oV::Roamscan::tool

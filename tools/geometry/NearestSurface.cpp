@@ -10,9 +10,9 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-constexpr double margin = 0.5;                 // metres around the building that the cells cover too
-constexpr double finestCell = 0.5;             // metres
-constexpr double mostComparisons = 20'000'000; // cells times surfaces, to bound time and memory
+constexpr double margin = 0.5;                // metres around the building that the cells cover too
+constexpr double finestCell = 0.5;            // metres
+constexpr double mostComparisons = 5'000'000; // cells times surfaces, to bound time and memory
 
 } // namespace
 

@@ -1,26 +1,21 @@
 #pragma once
 
+#include "tools/io/FrameFile.h"
+
 #include <roamscan/trajectorydata/TrajectoryData.h>
 
 #include <cstddef>
-#include <cstdint>
 #include <filesystem>
 #include <iosfwd>
-#include <memory>
 #include <string>
 
 namespace oV::Roamscan::tool
 {
 
 /// As many nodes as a trajectory stream can be read back with.
-inline constexpr std::size_t largestNodeCount = 999'999;
+inline constexpr std::size_t largestNodeCount = largestTableCount - 1;
 
-/// The first frame of a trajectory file.
-struct TrajectoryFile
-{
-    std::shared_ptr<TrajectoryData> data; ///< Never null.
-    std::uint64_t bytesBehind = 0;        ///< What follows the frame in the file.
-};
+using TrajectoryFile = FrameFile<TrajectoryData>;
 
 /// @throws ToolError if the file cannot be opened or holds no sound trajectory stream
 [[nodiscard]] TrajectoryFile readTrajectoryFile(std::filesystem::path const& path);

@@ -22,6 +22,10 @@ void check(TrajectoryNode const& node, std::filesystem::path const& name)
     if (!std::isfinite(node.time) || !node.pose.allFinite()) {
         throw fileError(name, "a pose or its time is not finite; import the recording again without it");
     }
+    if (std::abs(node.time) > farthestTime) {
+        throw fileError(name,
+                        "a pose lies more than 2900 years from time zero, beyond what a recording counts");
+    }
     if (std::abs(node.pose.rotation().norm() - 1.0) > unitTolerance) {
         throw fileError(name, "a pose's quaternion is not of unit length");
     }

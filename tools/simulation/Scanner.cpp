@@ -24,20 +24,6 @@ enum Purpose : std::uint64_t
     IntensityNoise = 3
 };
 
-constexpr double radians(double degrees)
-{
-    return degrees * std::numbers::pi / 180.0;
-}
-
-Eigen::Isometry3d mounted(Vector3d const& place, double yaw, double pitch)
-{
-    Eigen::Isometry3d position = Eigen::Isometry3d::Identity();
-    position.translate(place);
-    position.rotate(Eigen::AngleAxisd(radians(yaw), Vector3d::UnitZ()));
-    position.rotate(Eigen::AngleAxisd(radians(pitch), Vector3d::UnitY()));
-    return position;
-}
-
 /// Bright surfaces that face the scanner send more back.
 std::uint16_t intensityOf(double reflectance, RayHit const& hit, double noise)
 {
@@ -46,16 +32,6 @@ std::uint16_t intensityOf(double reflectance, RayHit const& hit, double noise)
 }
 
 } // namespace
-
-std::vector<MountedDevice> instrument()
-{
-    return {
-        {Device::Device0, Eigen::Isometry3d::Identity()},
-        {Device::Device1, mounted({0.12, 0.0, 0.18}, 25.0, 65.0)},   // sweeps walls, floor and ceiling
-        {Device::Device2, mounted({-0.08, 0.0, 0.30}, 180.0, 15.0)}, // sweeps the walls all around
-        {Device::Device3, mounted({0.05, 0.0, 0.45}, 0.0, 90.0)},
-    };
-}
 
 void scan(Scanner const& scanner,
           Motion const& motion,

@@ -4,27 +4,13 @@
 #include "tools/io/PlyWriter.h"
 #include "tools/simulation/Motion.h"
 
-#include <roamscan/trajectorydata/Device.h>
-
 #include <Eigen/Geometry>
 
 #include <cstdint>
 #include <functional>
-#include <vector>
 
 namespace oV::Roamscan::tool
 {
-
-/// A device of the carried instrument and where it is mounted.
-struct MountedDevice
-{
-    Device device = Device::Device0;
-    Eigen::Isometry3d position = Eigen::Isometry3d::Identity(); ///< Device frame to the body frame.
-};
-
-/// The instrument: the reference (Device0), two rangefinder heads, tilted differently, that spin about their
-/// own z axis (Device1, Device2), and a camera above them (Device3) that looks along its z axis.
-[[nodiscard]] std::vector<MountedDevice> instrument();
 
 /// A rangefinder that spins about its z axis and measures at right angles to it.
 struct Scanner

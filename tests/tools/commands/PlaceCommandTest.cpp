@@ -1,17 +1,21 @@
 #include "tools/io/PlyReader.h"
 #include "tools/io/PlyWriter.h"
+#include "tools/io/SensorFile.h"
 #include "tools/io/TrajectoryFile.h"
 #include "tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <memory>
 #include <regex>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace oV::Roamscan::tool
@@ -69,7 +73,58 @@ protected:
         writer.finish();
     }
 
+    /// The points (1, 0, 0) and (2, 0, 0) in one sample of "top" at 100.25 s, the second half a second later,
+    /// and (5, 0, 0) in one of "under" at 100.5 s.
+    [[nodiscard]] static SensorData smallSensors()
+    {
+        SensorData data;
+        auto const sample = [](double time, std::vector<mapping::TimedRangefinderPoint> points) {
+            return std::make_shared<mapping::RangefinderData const>(
+                mapping::TimeStamp(time),
+                mapping::Vector3<double>(),
+                mapping::TimedPointCloud(std::move(points)));
+        };
+        data.rangefinderData["under"][10'050'000'000] = sample(100.5, {{{5.0F, 0.0F, 0.0F}, 0.0F, {}}});
+        data.rangefinderData["top"][10'025'000'000] =
+            sample(100.25, {{{1.0F, 0.0F, 0.0F}, 0.0F, {}}, {{2.0F, 0.0F, 0.0F}, 0.5F, {}}});
+        data.sensorPoses["top"] = {{0.0F, 0.0F, 2.0F}, {0.0F, 0.0F, 0.0F, 1.0F}};
+        return data;
+    }
+
+    /// Makes up a walk: a.trajectory, a.sensors, scan.ply and building.json.
+    void simulate(std::vector<std::string> const& options) const
+    {
+        std::vector<std::string> words{"simulate", file("walk")};
+        words.insert(words.end(), options.begin(), options.end());
+        ToolRun const simulated = run(words);
+        ASSERT_EQ(simulated.status, 0) << simulated.err;
+        std::filesystem::rename(file("walk/walk.trajectory"), file("a.trajectory"));
+        std::filesystem::rename(file("walk/walk.sensors"), file("a.sensors"));
+        std::filesystem::rename(file("walk/scan.ply"), file("scan.ply"));
+        std::filesystem::rename(file("walk/building.json"), file("building.json"));
+    }
+
+    void writeSensorStream(SensorData const& data) const
+    {
+        std::ofstream stream(file("a.sensors"), std::ios::binary);
+        writeSensors(data, stream, "a.sensors");
+    }
+
     [[nodiscard]] ToolRun place(std::vector<std::string> const& more, int from = 1, int to = 0) const
+    {
+        return placeScan({"--points", file("scan.ply")}, more, from, to);
+    }
+
+    [[nodiscard]] ToolRun placeSensors(std::vector<std::string> const& more, int from = 1, int to = 0) const
+    {
+        return placeScan({"--sensors", file("a.sensors")}, more, from, to);
+    }
+
+private:
+    [[nodiscard]] ToolRun placeScan(std::vector<std::string> const& scan,
+                                    std::vector<std::string> const& more,
+                                    int from,
+                                    int to) const
     {
         std::vector<std::string> words{"place",
                                        "--trajectory",
@@ -77,9 +132,8 @@ protected:
                                        "--from",
                                        std::to_string(from),
                                        "--to",
-                                       std::to_string(to),
-                                       "--points",
-                                       file("scan.ply")};
+                                       std::to_string(to)};
+        words.insert(words.end(), scan.begin(), scan.end());
         words.insert(words.end(), more.begin(), more.end());
         return run(words);
     }
@@ -89,55 +143,66 @@ protected:
 
 TEST_F(PlaceCommandTest, ASimulatedWalkComesOutAtItsWalls)
 {
-    ASSERT_EQ(run({"simulate", file("walk"), "--seconds", "6"}).status, 0);
-    ToolRun const placing = run({"place",
-                                 "--trajectory",
-                                 file("walk/walk.trajectory"),
-                                 "--from",
-                                 "1",
-                                 "--to",
-                                 "0",
-                                 "--points",
-                                 file("walk/scan.ply"),
-                                 "--building",
-                                 file("walk/building.json"),
-                                 "--cloud",
-                                 file("cloud.ply"),
-                                 "--picture",
-                                 file("plan.png")});
+    simulate({"--seconds", "1"});
+    ToolRun const placing = place(
+        {"--building", file("building.json"), "--cloud", file("cloud.ply"), "--picture", file("plan.png")});
     ASSERT_EQ(placing.status, 0) << placing.err;
     EXPECT_EQ(placing.err, "");
     Result const result(placing.out);
-    std::size_t const all = readPlyFile(file("walk/scan.ply")).size();
+    std::size_t const all = readPlyFile(file("scan.ply")).size();
     EXPECT_EQ(result.all, all);
-    // 0.4 of 6.4 s lie outside, and one point in 200 has no time.
-    EXPECT_NEAR(static_cast<double>(result.placed) / static_cast<double>(all), 6.0 / 6.4 * 0.995, 0.003);
+    // 0.4 of 1.4 s lie outside, and one point in 200 has no time.
+    EXPECT_NEAR(static_cast<double>(result.placed) / static_cast<double>(all), 1.0 / 1.4 * 0.995, 0.003);
     EXPECT_LT(result.rms, 0.01);
     EXPECT_GT(result.rms, 0.001);
     EXPECT_EQ(readPlyFile(file("cloud.ply")).size(), result.placed);
     EXPECT_EQ(read("plan.png").substr(1, 3), "PNG");
-    EXPECT_EQ(names(), (Names{"cloud.ply", "plan.png", "walk"}));
+
+    // The sensor stream has the same points but for those without a time.
+    ToolRun const other = placeSensors({"--building", file("building.json"), "--cloud", file("other.ply")});
+    ASSERT_EQ(other.status, 0) << other.err;
+    Result const ofSensors(other.out);
+    EXPECT_EQ(ofSensors.placed, result.placed);
+    EXPECT_NEAR(static_cast<double>(ofSensors.placed) / static_cast<double>(ofSensors.all), 1.0 / 1.4, 0.003);
+    EXPECT_EQ(ofSensors.rms, result.rms);
+    ScanPoints const cloud = readPlyFile(file("cloud.ply"));
+    ScanPoints const otherCloud = readPlyFile(file("other.ply"));
+    ASSERT_EQ(otherCloud.size(), cloud.size());
+    for (std::size_t i = 0; i < cloud.size(); ++i) {
+        ASSERT_NEAR(otherCloud.times[i], cloud.times[i], 1e-9);
+        ASSERT_NEAR(otherCloud.points[i].position.x, cloud.points[i].position.x, 1e-5F);
+        ASSERT_NEAR(otherCloud.points[i].position.y, cloud.points[i].position.y, 1e-5F);
+    }
 }
 
 TEST_F(PlaceCommandTest, EveryTargetComesOutAtTheWalls)
 {
-    ASSERT_EQ(run({"simulate", file("walk"), "--seconds", "3"}).status, 0);
-    std::filesystem::rename(file("walk/walk.trajectory"), file("a.trajectory"));
-    std::filesystem::rename(file("walk/scan.ply"), file("scan.ply"));
+    simulate({"--seconds", "0.3"});
     for (int const to : {0, 1, 2, 3}) {
-        ToolRun const placing = place({"--building", file("walk/building.json")}, 1, to);
+        ToolRun const placing = place({"--building", file("building.json")}, 1, to);
         ASSERT_EQ(placing.status, 0) << placing.err;
         EXPECT_LT(Result(placing.out).rms, 0.01) << "to " << to;
     }
-    ToolRun const wrong = place({"--building", file("walk/building.json")}, 2, 0);
+    ToolRun const wrong = place({"--building", file("building.json")}, 2, 0);
     EXPECT_GT(Result(wrong.out).rms, 0.05) << "the scan of one head placed as the other's must not fit";
+}
+
+TEST_F(PlaceCommandTest, EveryRangefinderBelongsToItsDevice)
+{
+    simulate({"--seconds", "0.3"});
+    for (int const head : {1, 2}) {
+        std::vector<std::string> const more{
+            "--rangefinder", "scanner" + std::to_string(head), "--building", file("building.json")};
+        EXPECT_LT(Result(placeSensors(more, head, 0).out).rms, 0.01) << head;
+        EXPECT_GT(Result(placeSensors(more, 3 - head, 0).out).rms, 0.05) << head;
+    }
 }
 
 TEST_F(PlaceCommandTest, ARecordingOfYearsOfSecondsComesOutAtItsWalls)
 {
     std::string poses;
-    for (int i = 0; i < 300; ++i) {
-        double const a = 0.02 * i;
+    for (int i = 0; i < 20; ++i) {
+        double const a = 0.1 * i;
         std::ostringstream line;
         line.precision(17);
         line << 1403715524.907143 + 0.05 * i << ' ' << 2.0 * std::sin(a) << ' ' << std::cos(a) << ' ' << 1.0
@@ -145,20 +210,75 @@ TEST_F(PlaceCommandTest, ARecordingOfYearsOfSecondsComesOutAtItsWalls)
         poses += line.str();
     }
     ASSERT_EQ(run({"import", "--format", "tum", write("poses.txt", poses), file("r.trajectory")}).status, 0);
-    ASSERT_EQ(run({"simulate", file("walk"), "--along", file("r.trajectory")}).status, 0);
-    ToolRun const placing = run({"place",
-                                 "--trajectory",
-                                 file("walk/walk.trajectory"),
-                                 "--from",
-                                 "1",
-                                 "--to",
-                                 "0",
-                                 "--points",
-                                 file("walk/scan.ply"),
-                                 "--building",
-                                 file("walk/building.json")});
-    ASSERT_EQ(placing.status, 0) << placing.err;
-    EXPECT_LT(Result(placing.out).rms, 0.01);
+    simulate({"--along", file("r.trajectory")});
+    for (ToolRun const& placing :
+         {place({"--building", file("building.json")}), placeSensors({"--building", file("building.json")})})
+    {
+        ASSERT_EQ(placing.status, 0) << placing.err;
+        EXPECT_LT(Result(placing.out).rms, 0.01);
+    }
+}
+
+TEST_F(PlaceCommandTest, APointOfABurstIsPlacedAtItsOwnTime)
+{
+    writeSmallRecording();
+    TrajectoryData data;
+    data.nodes.emplace_back(100.0, TrafoT<double>::Translation({0.0, 0.0, 0.0}));
+    data.nodes.emplace_back(101.0, TrafoT<double>::Translation({0.0, 8.0, 0.0}));
+    data.devicePositions[Device::Device0] = TrafoT<double>::Identity();
+    data.devicePositions[Device::Device1] = TrafoT<double>::Translation({0.0, 0.0, 2.0});
+    std::ofstream trajectory(file("a.trajectory"), std::ios::binary);
+    writeTrajectory(data, trajectory, "a.trajectory");
+    trajectory.close();
+    writeSensorStream(smallSensors());
+
+    ToolRun const first = placeSensors({"--cloud", file("cloud.ply")});
+    EXPECT_EQ(lastLine(first.out), "placed 2 of 2 points") << first.err;
+    ScanPoints const cloud = readPlyFile(file("cloud.ply"));
+    ASSERT_EQ(cloud.size(), 2U);
+    EXPECT_EQ(cloud.points[0].position, (Bv_1_1::Vec3d<float>{1.0F, 2.0F, 2.0F}));
+    EXPECT_EQ(cloud.times[0], 100.25);
+    EXPECT_EQ(cloud.points[1].position, (Bv_1_1::Vec3d<float>{2.0F, 6.0F, 2.0F}));
+    EXPECT_EQ(cloud.times[1], 100.75);
+
+    ToolRun const named = placeSensors({"--rangefinder", "under", "--cloud", file("cloud.ply")});
+    EXPECT_EQ(lastLine(named.out), "placed 1 of 1 points") << named.err;
+    EXPECT_EQ(readPlyFile(file("cloud.ply")).points.at(0).position, (Bv_1_1::Vec3d<float>{5.0F, 4.0F, 2.0F}));
+}
+
+TEST_F(PlaceCommandTest, ASensorStreamThatDoesNotFitIsTold)
+{
+    writeSmallRecording();
+    auto const reason = [&](SensorData const& data, std::vector<std::string> const& more = {}) {
+        writeSensorStream(data);
+        ToolRun const placing = placeSensors(more);
+        EXPECT_EQ(placing.status, 1);
+        EXPECT_EQ(placing.out, "");
+        EXPECT_EQ(lineCount(placing.err), 1) << placing.err;
+        std::string const begin = "roamscan: " + file("a.sensors").string() + ": ";
+        EXPECT_EQ(placing.err.substr(0, begin.size()), begin);
+        return placing.err.substr(std::min(begin.size(), placing.err.size()));
+    };
+    EXPECT_EQ(reason(smallSensors(), {"--rangefinder", "imu"}),
+              "it has no rangefinder \"imu\"; there are: \"top\" and \"under\"\n");
+    SensorData rotated = smallSensors();
+    rotated.applyPoses();
+    EXPECT_EQ(reason(rotated),
+              "the samples of \"top\" are rotated by its pose already; name the stream as it was recorded\n");
+    writeSensorStream(rotated); // "under" has no pose
+    EXPECT_EQ(placeSensors({"--rangefinder", "under"}).status, 0);
+    SensorData poses;
+    poses.sensorPoses["top"] = {};
+    EXPECT_EQ(reason(poses), "there is no rangefinder in it\n");
+    SensorData pointless;
+    pointless.rangefinderData["top"][0] = std::make_shared<mapping::RangefinderData const>(
+        mapping::TimeStamp(0.0), mapping::Vector3<double>(), mapping::TimedPointCloud());
+    EXPECT_EQ(reason(pointless), "there is no point in it\n");
+    SensorData elsewhen = smallSensors();
+    elsewhen.modifyTime([](int64 tick) { return tick + 100'000'000'000; });
+    EXPECT_EQ(reason(elsewhen).substr(0, 36), "none of its 2 points could be placed");
+    write("a.sensors", "rubbish that is no stream");
+    EXPECT_NE(placeSensors({}).err.find("is no sensor stream"), std::string::npos);
 }
 
 TEST_F(PlaceCommandTest, EveryPointIsAccountedForInPlainWords)
@@ -250,7 +370,9 @@ TEST_F(PlaceCommandTest, NoFileIsNamedTwice)
     writeSmallRecording();
     EXPECT_EQ(place({"--cloud", file("scan.ply")}).status, 1);
     EXPECT_EQ(place({"--cloud", file("x"), "--picture", file("x")}).status, 1);
-    EXPECT_EQ(names(), (Names{"a.trajectory", "scan.ply"}));
+    writeSensorStream(smallSensors());
+    EXPECT_NE(placeSensors({"--cloud", file("a.sensors")}).err.find("is named twice"), std::string::npos);
+    EXPECT_EQ(names(), (Names{"a.sensors", "a.trajectory", "scan.ply"}));
 }
 
 } // namespace oV::Roamscan::tool

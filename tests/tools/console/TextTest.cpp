@@ -28,4 +28,12 @@ TEST(Text, ExcerptIsShortAndPlain)
     EXPECT_EQ(excerpt("\xff\x01"), "\"??\"");
 }
 
+TEST(Text, ListsReadAsASentence)
+{
+    EXPECT_EQ(listed({}), "none");
+    EXPECT_EQ(listed({"a"}), "a");
+    EXPECT_EQ(listed({"a", "b"}), "a and b");
+    EXPECT_EQ(listed({"a", "b", "c"}), "a, b and c");
+}
+
 } // namespace oV::Roamscan::tool

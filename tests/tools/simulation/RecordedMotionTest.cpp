@@ -76,6 +76,10 @@ TEST(RecordedMotion, WhatCannotBeFollowedIsRefused)
     EXPECT_NE(refusal({good, node(1.0, {0, nan, 0})}).find("not finite"), std::string::npos);
     EXPECT_NE(refusal({good, node(1.0, {0, 20'000, 0})}).find("10 km"), std::string::npos);
     EXPECT_NE(refusal({good, node(90'000.0, {0, 0, 0})}).find("longer than a day"), std::string::npos);
+    EXPECT_NE(refusal({node(1e11, {0, 0, 0}), node(1e11 + 1.0, {1, 0, 0})}).find("2900 years"),
+              std::string::npos);
+    EXPECT_NE(refusal({node(-1e11, {0, 0, 0}), node(1.0 - 1e11, {1, 0, 0})}).find("2900 years"),
+              std::string::npos);
     TrajectoryNode stretched = node(1.0, {0, 0, 0});
     stretched.pose.rotation().coeffs() *= 1.1;
     EXPECT_NE(refusal({good, stretched}).find("unit length"), std::string::npos);

@@ -1,6 +1,7 @@
 #include "tools/simulation/Scanner.h"
 
 #include "tools/geometry/NearestSurface.h"
+#include "tools/simulation/Instrument.h"
 #include "tools/simulation/RoomPlan.h"
 #include "tools/simulation/WalkMotion.h"
 
@@ -122,7 +123,7 @@ TEST(Scanner, PointsLieOnTheSurfacesAtTheTruePoses)
 {
     Building const building = roomPlan();
     NearestSurface const nearest(building);
-    WalkMotion const motion(roundWalk(), 5.0, 0.0);
+    WalkMotion const motion(roundWalk(), 0.6, 0.0); // some twenty turns
     Scanner scanner;
     scanner.mounting = instrument()[1].position;
     scanner.rangeDeviation = 0.0;
@@ -145,20 +146,6 @@ TEST(Scanner, SameSeedSamePoints)
     };
     EXPECT_EQ(bytes(1), bytes(1));
     EXPECT_NE(bytes(1), bytes(2));
-}
-
-TEST(Instrument, HasTwoHeadsThatAreTiltedDifferently)
-{
-    auto const devices = instrument();
-    ASSERT_EQ(devices.size(), 4U);
-    for (std::size_t i = 0; i < devices.size(); ++i) {
-        EXPECT_EQ(static_cast<std::size_t>(devices[i].device), i);
-    }
-    EXPECT_TRUE(devices[0].position.isApprox(Eigen::Isometry3d::Identity()));
-    Vector3d const first = devices[1].position.linear().col(2);
-    Vector3d const second = devices[2].position.linear().col(2);
-    EXPECT_GT(std::acos(first.dot(second)), 0.5);
-    EXPECT_GT(devices[3].position.translation().z(), devices[2].position.translation().z());
 }
 
 } // namespace oV::Roamscan::tool

@@ -1,0 +1,46 @@
+#include "tools/simulation/BurstCollector.h"
+
+#include <roamscan/time/TimeConversion.h>
+
+#include <cmath>
+#include <memory>
+#include <utility>
+
+namespace oV::Roamscan::tool
+{
+
+void BurstCollector::add(CloudPoint const& point)
+{
+    if (std::isnan(point.time)) {
+        return;
+    }
+    if (!burst_.empty() && point.time - start_ >= duration_) {
+        finishBurst();
+    }
+    if (burst_.empty()) {
+        start_ = point.time;
+    }
+    burst_.push_back({{point.x, point.y, point.z}, static_cast<float>(point.time - start_), {}});
+}
+
+SampleMap<mapping::RangefinderData> BurstCollector::take()
+{
+    finishBurst();
+    return std::exchange(samples_, {});
+}
+
+void BurstCollector::finishBurst()
+{
+    if (burst_.empty()) {
+        return;
+    }
+    // The points are measured from where the sensor's own frame begins.
+    mapping::Vector3<double> const origin;
+    samples_.insert_or_assign(samples_.end(),
+                              TimeConversion::convertToIntegerTime(start_),
+                              std::make_shared<mapping::RangefinderData const>(
+                                  mapping::TimeStamp(start_), origin, mapping::TimedPointCloud(burst_)));
+    burst_.clear(); // keeps its room
+}
+
+} // namespace oV::Roamscan::tool
