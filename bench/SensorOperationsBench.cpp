@@ -2,6 +2,7 @@
 /// Operations on a whole sensor store: the view by time, moving in time, rotating by poses, merging.
 
 #include "Roads.h"
+#include "support/ProcessMemory.h"
 #include "support/SensorArrays.h"
 #include "support/Walk.h"
 
@@ -37,6 +38,7 @@ Contestant timedOn(std::string label, std::string const& name, double items, aut
         std::move(label), "sensors/" + name, Workload{items}, [prepare, act](benchmark::State& state) {
             for ([[maybe_unused]] auto _ : state) {
                 auto prepared = prepare();
+                releaseFreeMemory();
                 auto const start = std::chrono::steady_clock::now();
                 auto const result = act(*prepared);
                 auto const stop = std::chrono::steady_clock::now();
@@ -137,14 +139,14 @@ Comparison compareShift()
             {Reference{timedOn("insertion by key", "shift/lookup", items, copyOfTwoSensors, shiftByLookup)}}};
 }
 
-// Rotating: as many equal range sensors as asked for, of 400,000 points in all.
+// Rotating: as many equal range sensors as asked for, of 2,000,000 points in all.
 
 std::unique_ptr<SensorData> equalSensors(int count)
 {
     static std::map<int, SensorData> stores;
     if (!stores.contains(count)) {
         SensorData const one =
-            storeFromArrays(recordedArrays(0, 20'000 / static_cast<std::size_t>(count), 20));
+            storeFromArrays(recordedArrays(0, 100'000 / static_cast<std::size_t>(count), 20));
         for (int i = 0; i < count; ++i) {
             std::string const name = "lidar " + std::to_string(i);
             stores[count].rangefinderData[name] = one.rangefinderData.at("lidar");

@@ -190,38 +190,39 @@ std::uint64_t sizeOf(flatbuffers::Vector<Element> const* vector)
     return vector == nullptr ? 0 : vector->size();
 }
 
-std::uint64_t unpackedSize(schema::RangefinderSample const& sample)
+// Counts what has been unpacked, so that a buffer whose tables share each other is given up once it grows out
+// of proportion.
+class UnpackedSize
+{
+public:
+    explicit UnpackedSize(std::size_t bufferSize) : bufferSize_(bufferSize) {}
+
+    /// False once it is too much.
+    [[nodiscard]] bool add(std::uint64_t size)
+    {
+        total_ += size;
+        return detail::unpackedSizeIsReasonable(total_, bufferSize_);
+    }
+
+private:
+    std::size_t bufferSize_;
+    std::uint64_t total_ = 0;
+};
+
+std::uint64_t sizeInStore(schema::RangefinderSample const& sample)
 {
     return sizeof(mapping::RangefinderData) +
            sizeof(mapping::TimedRangefinderPoint) * sizeOf(sample.points());
 }
 
-std::uint64_t unpackedSize(schema::ImuSample const& /*sample*/)
+std::uint64_t sizeInStore(schema::ImuSample const& /*sample*/)
 {
     return sizeof(mapping::ImuData);
 }
 
-template <typename Sensor>
-std::uint64_t unpackedSize(TableVector<Sensor> const* sensors)
+std::uint64_t sizeInStore(flatbuffers::String const* name)
 {
-    std::uint64_t size = 0;
-    for (flatbuffers::uoffset_t i = 0; i < sizeOf(sensors); ++i) {
-        auto const* const sensor = sensors->Get(i);
-        size += sizeof(std::string) + sizeOf(sensor->name());
-        for (flatbuffers::uoffset_t j = 0; j < sizeOf(sensor->samples()); ++j) {
-            size += unpackedSize(*sensor->samples()->Get(j));
-        }
-    }
-    return size;
-}
-
-std::uint64_t unpackedSize(TableVector<schema::SensorPose> const* poses)
-{
-    std::uint64_t size = 0;
-    for (flatbuffers::uoffset_t i = 0; i < sizeOf(poses); ++i) {
-        size += sizeof(std::string) + sizeof(mapping::Rigid3<float>) + sizeOf(poses->Get(i)->name());
-    }
-    return size;
+    return sizeof(std::string) + sizeOf(name);
 }
 
 // Makes records a block at a time: one allocation serves many, and so does one count of owners. A record
@@ -284,19 +285,23 @@ std::shared_ptr<mapping::RangefinderData const> unpackSample(RecordBlocks<mappin
                         mapping::TimedPointCloud(std::move(points)));
 }
 
-// False if a sample lacks one of its vectors. A sensor without samples leaves no entry.
+// False if a sample lacks one of its vectors, or if it all is too much. A sensor without samples leaves no
+// entry.
 template <typename T, typename Sensor>
-bool unpackSensors(SensorData::Samples<T>& sensors, TableVector<Sensor> const* tables)
+bool unpackSensors(SensorData::Samples<T>& sensors, TableVector<Sensor> const* tables, UnpackedSize& size)
 {
     for (flatbuffers::uoffset_t i = 0; i < sizeOf(tables); ++i) {
         auto const* const samples = tables->Get(i)->samples();
         if (sizeOf(samples) == 0) {
             continue;
         }
+        if (!size.add(sizeInStore(tables->Get(i)->name()))) {
+            return false;
+        }
         SampleMap<T>& target = sensors[nameOf(tables->Get(i)->name())];
         RecordBlocks<T> records(samples->size());
         for (auto const* const sample : *samples) {
-            auto record = unpackSample(records, *sample);
+            auto record = size.add(sizeInStore(*sample)) ? unpackSample(records, *sample) : nullptr;
             if (!record) {
                 return false;
             }
@@ -309,13 +314,15 @@ bool unpackSensors(SensorData::Samples<T>& sensors, TableVector<Sensor> const* t
     return true;
 }
 
-// False if a pose table lacks its pose.
+// False if a pose table lacks its pose, or if it all is too much.
 bool unpackPoses(std::unordered_map<std::string, mapping::Rigid3<float>>& poses,
-                 TableVector<schema::SensorPose> const* tables)
+                 TableVector<schema::SensorPose> const* tables,
+                 UnpackedSize& size)
 {
     for (flatbuffers::uoffset_t i = 0; i < sizeOf(tables); ++i) {
         auto const* const table = tables->Get(i);
-        if (table->pose() == nullptr) {
+        if (table->pose() == nullptr ||
+            !size.add(sizeInStore(table->name()) + sizeof(mapping::Rigid3<float>))) {
             return false;
         }
         poses[nameOf(table->name())] = fromRecord(*table->pose());
@@ -337,12 +344,10 @@ std::shared_ptr<SensorData> SensorData::read(std::istream& stream)
     if (root == nullptr) {
         return nullptr;
     }
-    auto const size = unpackedSize(root->rangefinderSensors()) + unpackedSize(root->imuSensors()) +
-                      unpackedSize(root->poses());
-    if (!detail::unpackedSizeIsReasonable(size, bytes.size()) ||
-        !unpackSensors(store->imuData, root->imuSensors()) ||
-        !unpackSensors(store->rangefinderData, root->rangefinderSensors()) ||
-        !unpackPoses(store->sensorPoses, root->poses()))
+    UnpackedSize size(bytes.size());
+    if (!unpackSensors(store->imuData, root->imuSensors(), size) ||
+        !unpackSensors(store->rangefinderData, root->rangefinderSensors(), size) ||
+        !unpackPoses(store->sensorPoses, root->poses(), size))
     {
         return nullptr;
     }
