@@ -121,7 +121,7 @@ TEST(OutOfMemory, InAReadHandsOutNothing)
 {
     std::stringstream stream;
     ASSERT_TRUE(severalSensors().write(stream));
-    for (long allocations = 1; allocations < 400; allocations += 37) {
+    for (long allocations = 1; allocations < 200; allocations += 19) {
         stream.clear();
         stream.seekg(0);
         std::shared_ptr<SensorData> store;
