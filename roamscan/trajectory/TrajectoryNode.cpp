@@ -22,6 +22,7 @@ TrajectoryNode::TrajectoryNode(TrajectoryNode const& other) = default;
 // Every member's copy, so that the source stays whole. None of them owns anything that a move could take
 // over.
 TrajectoryNode::TrajectoryNode(TrajectoryNode&& other) noexcept
+    // NOLINTNEXTLINE(performance-move-constructor-init): a copy on purpose
     : TrajectoryNode(static_cast<TrajectoryNode const&>(other))
 {}
 

@@ -201,7 +201,7 @@ TEST(IRoamscanData, RotatesByTheMatrixInDoubleAndNarrowsOnce)
 {
     support::RandomPoses random(70);
     for (int i = 0; i < 1000; ++i) {
-        auto const pose = random.pose(1e6);
+        auto pose = random.pose(1e6);
         Trajectory const trajectory(TimeStamp(0), TimeStamp(1), [&pose](double) { return pose; });
         OnePoint data;
         data.time = 50000000;

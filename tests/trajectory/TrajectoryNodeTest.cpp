@@ -97,15 +97,19 @@ TEST(TrajectoryNode, CopiesAreMemberWise)
     expectSame(assigned, source);
 }
 
+// What stays behind in a source is part of the contract.
+// NOLINTBEGIN(bugprone-use-after-move,performance-move-const-arg)
 TEST(TrajectoryNode, MoveConstructionLeavesTheSourceUnchanged)
 {
     TrajectoryNode source = numbered(100);
     TrajectoryNode const moved(std::move(source));
     expectSame(moved, numbered(100));
-    expectSame(source,
-               numbered(100)); // NOLINT(bugprone-use-after-move): what stays behind is part of the contract
+    expectSame(source, numbered(100));
 }
+// NOLINTEND(bugprone-use-after-move,performance-move-const-arg)
 
+// What stays behind in a source is part of the contract.
+// NOLINTBEGIN(bugprone-use-after-move,performance-move-const-arg)
 TEST(TrajectoryNode, MoveAssignmentExchangesTranslationAndMatricesAndCopiesTheRest)
 {
     TrajectoryNode a;
@@ -120,8 +124,9 @@ TEST(TrajectoryNode, MoveAssignmentExchangesTranslationAndMatricesAndCopiesTheRe
     expected.pose.translation() = Eigen::Vector3d(1, 2, 3);
     expected.matrixA.setConstant(8);
     expected.matrixB.setConstant(9);
-    expectSame(b, expected); // NOLINT(bugprone-use-after-move): what stays behind is part of the contract
+    expectSame(b, expected);
 }
+// NOLINTEND(bugprone-use-after-move,performance-move-const-arg)
 
 TEST(TrajectoryNode, MoveAssignmentToItselfChangesNothing)
 {

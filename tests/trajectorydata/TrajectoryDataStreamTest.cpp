@@ -103,7 +103,9 @@ void expectSame(TrajectoryData const& actual, TrajectoryData const& expected)
         ASSERT_TRUE(sameBits(a.pose, b.pose)) << "node " << i;
         ASSERT_EQ(support::bits(a.time), support::bits(b.time)) << "node " << i;
         ASSERT_EQ(a.type, b.type) << "node " << i;
+        // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): every bit counts, also those of NaNs
         ASSERT_EQ(std::memcmp(a.matrixA.data(), b.matrixA.data(), 72), 0) << "node " << i;
+        // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): every bit counts, also those of NaNs
         ASSERT_EQ(std::memcmp(a.matrixB.data(), b.matrixB.data(), 72), 0) << "node " << i;
         ASSERT_EQ(a.flag, b.flag) << "node " << i;
     }

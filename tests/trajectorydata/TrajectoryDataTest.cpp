@@ -81,19 +81,20 @@ TEST(TrajectoryData, AssignmentToItselfChangesNothing)
     EXPECT_EQ(store.devicePositions.size(), 1U);
 }
 
+// What stays behind in a source is part of the contract.
+// NOLINTBEGIN(bugprone-use-after-move,performance-move-const-arg)
 TEST(TrajectoryData, MovedFromIsCopied)
 {
     TrajectoryData source = smallStore();
     TrajectoryData const copy(std::move(source));
-    EXPECT_EQ(source.nodes.size(),
-              2U); // NOLINT(bugprone-use-after-move): what stays behind is part of the contract
+    EXPECT_EQ(source.nodes.size(), 2U);
     EXPECT_EQ(copy.nodes.size(), 2U);
     TrajectoryData assigned;
     assigned = std::move(source);
-    EXPECT_EQ(source.nodes.size(),
-              2U); // NOLINT(bugprone-use-after-move): what stays behind is part of the contract
+    EXPECT_EQ(source.nodes.size(), 2U);
     EXPECT_EQ(assigned.nodes.size(), 2U);
 }
+// NOLINTEND(bugprone-use-after-move,performance-move-const-arg)
 
 TEST(TrajectoryData, HasNoVirtualOperations)
 {

@@ -1,9 +1,9 @@
 #include <roamscan/frame/platform/detail/UntouchedMemory.h>
 
 #include <cstdint>
+#include <cstdlib>
 
 #if defined(__linux__)
-#include <stdlib.h>
 #include <sys/mman.h>
 #endif
 
