@@ -124,7 +124,8 @@ struct ROAMSCAN_EXPORT SensorData
     [[nodiscard]] static std::shared_ptr<SensorData> read(std::istream& stream);
 
     /// Writes one frame at the stream's position; nothing is flushed. True if the stream is good afterwards.
-    /// False also, with nothing written, if the store does not fit the format's limit of 2 GiB.
+    /// False also, with nothing written, if the store's buffer could pass the format's limit of 2 GiB,
+    /// counted with every table at its largest.
     [[nodiscard]] bool write(std::ostream& stream) const;
 };
 

@@ -79,7 +79,9 @@ void SensorData::applyPoses()
     if (!sensorPoses.empty()) {
         // Each name is looked up in one sample map alone, and no map changes its shape, so the tasks share
         // nothing that is written.
-        tbb::task_group_context context;
+        // Isolated: a task group of the caller that is cancelled must not skip sensors and still have the
+        // flag set.
+        tbb::task_group_context context(tbb::task_group_context::isolated);
         tbb::parallel_for_each(
             sensorPoses.begin(),
             sensorPoses.end(),

@@ -140,7 +140,7 @@ void packStore(flatbuffers::FlatBufferBuilder& builder, SensorData const& store)
     builder.Finish(schema::CreateSensorDataRoot(builder, rangefinders, imus, poses, store.posesApplied));
 }
 
-// No more than the buffer will take: for each entry its offset and its largest padded table, for each name
+// The buffer takes no more than this: for each entry its offset and its largest padded table, for each name
 // its length, text and padding, for each sensor and burst also the head of a vector.
 std::uint64_t bufferSizeBound(SensorData const& store)
 {

@@ -64,6 +64,10 @@ TEST(Merge, WithItselfChangesNothing)
     SensorData const& same = a;
     a += same;
     EXPECT_EQ(a.imuData, before.imuData);
+    EXPECT_EQ(a.absolutePoseData, before.absolutePoseData);
+    EXPECT_EQ(a.secondRangefinderData, before.secondRangefinderData);
+    EXPECT_EQ(a.scanningStatusData, before.scanningStatusData);
+    EXPECT_EQ(a.posesApplied, before.posesApplied);
     EXPECT_EQ(a.rangefinderData, before.rangefinderData);
     EXPECT_EQ(a.sensorPoses, before.sensorPoses);
 }
@@ -140,6 +144,55 @@ TEST(Merge, IsTheUnionWithTheReceiverWinningOverRandomRecordings)
         expected.insert(b.imuData["imu"].begin(), b.imuData["imu"].end());
         a += b;
         ASSERT_EQ(a.imuData["imu"], expected);
+    }
+}
+
+template <typename T>
+void expectMerged(SampleMap<T> const& merged, SampleMap<T> const& own, SampleMap<T> const& others)
+{
+    ASSERT_EQ(merged.size(), 2U);
+    EXPECT_EQ(merged.at(100000000), own.at(100000000)) << "the receiver's own at the tick of both";
+    EXPECT_EQ(merged.at(200000000), others.at(200000000)) << "the very record of the other";
+}
+
+TEST(Merge, JoinsTheSamplesOfASensorInEveryKind)
+{
+    SensorData a = oneSampleOfEachKind(1.0);
+    SensorData const own(a);
+    SensorData b = oneSampleOfEachKind(1.0);
+    SensorData const later = oneSampleOfEachKind(2.0);
+    b += later;
+    a += b;
+    expectMerged(a.imuData.at("imu"), own.imuData.at("imu"), later.imuData.at("imu"));
+    expectMerged(
+        a.absolutePoseData.at("gps"), own.absolutePoseData.at("gps"), later.absolutePoseData.at("gps"));
+    expectMerged(a.rangefinderData.at("lid"), own.rangefinderData.at("lid"), later.rangefinderData.at("lid"));
+    expectMerged(a.secondRangefinderData.at("lid2"),
+                 own.secondRangefinderData.at("lid2"),
+                 later.secondRangefinderData.at("lid2"));
+    expectMerged(a.scanningStatusData.at("status"),
+                 own.scanningStatusData.at("status"),
+                 later.scanningStatusData.at("status"));
+}
+
+TEST(Merge, ThatIsRefusedLeavesEverythingInEitherDirection)
+{
+    for (bool const rotated : {false, true}) {
+        SensorData a = oneSampleOfEachKind(1.0);
+        a.posesApplied = rotated;
+        SensorData const before(a);
+        SensorData b = oneSampleOfEachKind(2.0);
+        b.imuData["new"][1] = imuSample(0, {});
+        b.sensorPoses["new"] = {};
+        b.posesApplied = !rotated;
+        EXPECT_THROW(a += b, oV::InternalErrorException);
+        EXPECT_EQ(a.imuData, before.imuData);
+        EXPECT_EQ(a.absolutePoseData, before.absolutePoseData);
+        EXPECT_EQ(a.rangefinderData, before.rangefinderData);
+        EXPECT_EQ(a.secondRangefinderData, before.secondRangefinderData);
+        EXPECT_EQ(a.scanningStatusData, before.scanningStatusData);
+        EXPECT_EQ(a.sensorPoses, before.sensorPoses);
+        EXPECT_EQ(a.posesApplied, rotated);
     }
 }
 

@@ -261,4 +261,50 @@ TEST(ApplyPoses, ManySensorsAreRotatedAtOnce)
     EXPECT_EQ(before.imuData.at("sensor 0").at(0)->getLinearAcceleration(), (Vector{1, 0, 0}));
 }
 
+TEST(ApplyPoses, TheInertialRotationIsTheNearestToTheMatrixOfTheQuaternionAsItStands)
+{
+    // Of x = 0, y = 0, z = 2, w = 2 the matrix has the columns (-7, 8) and (-8, -7). Brought to unit length
+    // first, the quaternion would give a quarter turn.
+    SensorData data;
+    store(data.imuData["imu"], imuSample(1.0, {1, 0, 0}, {0, 1, 0}));
+    data.sensorPoses["imu"] = {{0, 0, 0}, {0, 0, 2, 2}};
+    data.applyPoses();
+    auto const& record = *data.imuData["imu"].begin()->second;
+    double const length = std::sqrt(113.0);
+    expectNear(record.getLinearAcceleration(), -7 / length, 8 / length, 0);
+    expectNear(record.getAngularVelocity(), -8 / length, -7 / length, 0);
+}
+
+TEST(ApplyPoses, InertialReadingsAreRotatedInDoublePrecision)
+{
+    SensorData data;
+    store(data.imuData["imu"], imuSample(1.0, {0.1, 0.2, 0.3}, {0.4, 0.5, 0.6}));
+    data.sensorPoses["imu"] = {{1, 2, 3}, {0, 0, 0, 1}};
+    data.applyPoses();
+    auto const& record = *data.imuData["imu"].begin()->second;
+    EXPECT_EQ(record.getLinearAcceleration(), (Vector{0.1, 0.2, 0.3}));
+    EXPECT_EQ(record.getAngularVelocity(), (Vector{0.4, 0.5, 0.6}));
+}
+
+TEST(ApplyPoses, TheSecondRangeSetIsRotatedLikeTheFirstAndPointsKeepTheirOrder)
+{
+    SensorData data;
+    store(data.secondRangefinderData["lid"],
+          rangeSample(1.0, {4, 5, 6}, {{{1, 0, 0}, 1, {{1, 2, 3}}}, {{0, 1, 0}, 2, {}}, {{0, 0, 1}, 3, {}}}));
+    data.sensorPoses["lid"] = quarterTurn();
+    data.applyPoses();
+    auto const& [key, record] = *data.secondRangefinderData["lid"].begin();
+    EXPECT_EQ(key, 100000000);
+    EXPECT_EQ(record->getOrigin(), (Vector{4, 5, 6}));
+    auto const& points = record->getRanges().get();
+    ASSERT_EQ(points.size(), 3U);
+    expectNear(points[0].position, 0, 1, 0);
+    expectNear(points[1].position, -1, 0, 0);
+    expectNear(points[2].position, 0, 0, 1);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        EXPECT_EQ(points[i].time, static_cast<float>(i + 1));
+        EXPECT_TRUE(points[i].auxiliaries.empty());
+    }
+}
+
 } // namespace

@@ -8,6 +8,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <new>
 #include <sstream>
@@ -554,6 +555,148 @@ TEST(SensorDataStream, ReadsAndWritesClearTheGlobalByteOrderFlag)
     oV::Endianness::bigEndian = true;
     EXPECT_NE(readBack(frame), nullptr);
     EXPECT_FALSE(oV::Endianness::bigEndian);
+}
+
+// More literal bytes: what is left out, and the fields of a sample with magnetic field. By places in the
+// buffer.
+
+TEST(SensorDataStream, WhatIsEmptyOrZeroHasNoFieldInTheseBytes)
+{
+    SensorData data;
+    store(data.rangefinderData[""], rangeSample(0.0, {1, 2, 3}, {}));
+    std::string const frame = u64(80)                                        //
+                              + u32(12) + u16(0)                             //  0 root at 12, padding
+                              + u16(6) + u16(8) + u16(4)                     //  6 vtable of the root
+                              + u32(6) + u32(4)                              // 12 the root, sensors
+                              + u32(1) + u32(12)                             // 20 one sensor, at 36
+                              + u16(8) + u16(8) + u16(0) + u16(4)            // 28 its vtable: no name
+                              + u32(8) + u32(4)                              // 36 the sensor, samples
+                              + u32(1) + u32(16)                             // 44 one sample, at 64
+                              + u16(0)                                       // 52 padding
+                              + u16(10) + u16(16) + u16(0) + u16(0) + u16(4) // 54 its vtable: origin alone
+                              + u32(10) + f32({1, 2, 3});                    // 64 the sample, origin
+    EXPECT_EQ(written(data), frame);
+    auto const back = readBack(frame);
+    ASSERT_NE(back, nullptr);
+    expectSame(*back, data);
+}
+
+TEST(SensorDataStream, ASensorWithoutNameAndSamplesIsATableWithoutFields)
+{
+    SensorData data;
+    data.rangefinderData[""];
+    std::string const frame = u64(36) + u32(12) + u16(0) // root at 12, padding
+                              + u16(6) + u16(8) + u16(4) // its vtable
+                              + u32(6) + u32(4)          // 12 the root, rangefinderSensors
+                              + u32(1) + u32(8)          // 20 one sensor, at 32
+                              + u16(4) + u16(4)          // 28 its vtable
+                              + u32(4);                  // 32 the sensor
+    EXPECT_EQ(written(data), frame);
+    auto const back = readBack(frame);
+    ASSERT_NE(back, nullptr);
+    expectSame(*back, SensorData());
+}
+
+TEST(SensorDataStream, ASampleWithMagneticFieldIsTheseBytes)
+{
+    SensorData data;
+    store(data.imuData[""], imuSampleWithField(1.5, {1, 2, 3}, {4, 5, 6}, {7, 8, 9}));
+    std::string const frame = u64(104)                            //
+                              + u32(4)                            //  0 root at 4
+                              + u32(0xFFFFFFF0) + u32(4)          //  4 vtable at 20, imuSensors
+                              + u32(1) + u32(12)                  // 12 one sensor, at 28
+                              + u16(8) + u16(8) + u16(0) + u16(4) // 20 its vtable, the root's too
+                              + u32(8) + u32(4)                   // 28 the sensor, samples
+                              + u32(1) + u32(16)                  // 36 one sample, at 56
+                              + u16(12) + u16(48) + u16(40) + u16(4) + u16(16) + u16(28) // 44 its vtable
+                              + u32(12)                                                  // 56 the sample
+                              + f32({1, 2, 3}) // 60 linearAcceleration
+                              + f32({4, 5, 6}) // 72 angularVelocity
+                              + f32({7, 8, 9}) // 84 magneticField
+                              + f64({1.5});    // 96 time
+    EXPECT_EQ(written(data), frame);
+    auto const back = readBack(frame);
+    ASSERT_NE(back, nullptr);
+    expectSame(*back, data);
+}
+
+TEST(SensorDataStream, AFieldOfANewerFileIsSkipped)
+{
+    auto const data = readBack(u64(32) + u32(20)                              // root at 20
+                               + u16(14) + u16(12) + u16(0) + u16(0) + u16(0) //  4 its vtable: no vectors,
+                               + u16(4) + u16(8) + u16(0) //    posesApplied, a fifth field; padding
+                               + u32(16) + bytes({1, 0, 0, 0}) + u32(77)); // 20 the root
+    ASSERT_NE(data, nullptr);
+    EXPECT_TRUE(data->posesApplied);
+    EXPECT_TRUE(data->imuData.empty() && data->rangefinderData.empty() && data->sensorPoses.empty());
+}
+
+// Two names become one, as no store writes them.
+std::string withOneName(std::string frame)
+{
+    return frame.replace(frame.find("name b"), 6, "name a");
+}
+
+TEST(SensorDataStream, OfTwoPosesOfOneNameTheLaterInTheFileStays)
+{
+    SensorData data;
+    data.sensorPoses["name a"] = {{1, 0, 0}, {}};
+    data.sensorPoses["name b"] = {{2, 0, 0}, {}};
+    auto const later = std::next(data.sensorPoses.begin())->second;
+    auto const back = readBack(withOneName(written(data)));
+    ASSERT_NE(back, nullptr);
+    ASSERT_EQ(back->sensorPoses.size(), 1U);
+    EXPECT_EQ(back->sensorPoses.at("name a"), later);
+}
+
+TEST(SensorDataStream, TwoSensorTablesOfOneNameFillOneSensorAndTheLaterInTheFileWins)
+{
+    SensorData data;
+    store(data.imuData["name a"], imuSample(1.0, {1, 0, 0}));
+    store(data.imuData["name a"], imuSample(2.0, {1, 0, 0}));
+    store(data.imuData["name b"], imuSample(2.0, {2, 0, 0}));
+    store(data.imuData["name b"], imuSample(3.0, {2, 0, 0}));
+    auto const later = std::next(data.imuData.begin())->second.at(200000000);
+    auto const back = readBack(withOneName(written(data)));
+    ASSERT_NE(back, nullptr);
+    ASSERT_EQ(back->imuData.size(), 1U);
+    auto const& samples = back->imuData.at("name a");
+    ASSERT_EQ(samples.size(), 3U);
+    EXPECT_EQ(samples.at(200000000)->getLinearAcceleration(), later->getLinearAcceleration());
+}
+
+TEST(SensorDataStream, PointsKeepTheirOrderOnTheWayAndBack)
+{
+    SensorData data;
+    store(data.rangefinderData["lid"],
+          rangeSample(1.0, {}, {{{1, 2, 3}, 4, {}}, {{5, 6, 7}, 8, {}}, {{9, 10, 11}, 12, {}}}));
+    std::string const frame = written(data);
+    EXPECT_NE(frame.find(u32(3) + f32({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12})), std::string::npos);
+    auto const back = readBack(frame);
+    ASSERT_NE(back, nullptr);
+    expectSame(*back, data);
+}
+
+TEST(SensorDataStream, AMisalignedFieldIsRefused)
+{
+    std::string const sound = frameOfSmallStore();
+    EXPECT_TRUE(isRefusedWithAGoodStream(withU16(sound, originEntry, 9)));
+    EXPECT_TRUE(isRefusedWithAGoodStream(withU16(sound, accelerationEntry, 6)));
+    EXPECT_TRUE(isRefusedWithAGoodStream(withU16(sound, 138 + 4, 24)))
+        << "a time at a multiple of four alone";
+}
+
+TEST(SensorDataStream, AStoreWhoseBufferWouldPassTwoGigabytesIsNotWritten)
+{
+    SensorData data;
+    auto const record = rangeSample(0.0, {}, std::vector<mapping::TimedRangefinderPoint>(1U << 16U));
+    for (int i = 0; i < 2048; ++i) { // a megabyte each, of one and the same record
+        data.rangefinderData["lid"][i] = record;
+    }
+    std::ostringstream stream;
+    EXPECT_FALSE(data.write(stream));
+    EXPECT_TRUE(stream.good());
+    EXPECT_EQ(stream.str(), "");
 }
 
 } // namespace

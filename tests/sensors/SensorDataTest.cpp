@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
 #include <type_traits>
 #include <utility>
 
@@ -153,6 +154,41 @@ TEST(SensorData, OneNameMayStandInSeveralFields)
     support::store(data.rangefinderData["same"], rangeSample(1.0, {}, {}));
     EXPECT_EQ(data.createTimedData()->at(100000000).imuData.size(), 1U);
     EXPECT_EQ(data.createTimedData()->at(100000000).rangefinderData.size(), 1U);
+}
+
+TEST(SensorData, ItsFieldsAndThoseOfATimedEntryStandInTheFixedOrder)
+{
+    SensorData data;
+    auto& [imu, absolute, range, secondRange, status, poses, applied] = data;
+    EXPECT_TRUE(&imu == &data.imuData && &absolute == &data.absolutePoseData);
+    EXPECT_TRUE(&range == &data.rangefinderData && &secondRange == &data.secondRangefinderData);
+    EXPECT_TRUE(&status == &data.scanningStatusData && &poses == &data.sensorPoses);
+    EXPECT_TRUE(&applied == &data.posesApplied);
+    SensorData::TimedData entry;
+    auto& [imuAt, absoluteAt, rangeAt, secondRangeAt, statusAt] = entry;
+    EXPECT_TRUE(&imuAt == &entry.imuData && &absoluteAt == &entry.absolutePoseData);
+    EXPECT_TRUE(&rangeAt == &entry.rangefinderData && &secondRangeAt == &entry.secondRangefinderData);
+    EXPECT_TRUE(&statusAt == &entry.scanningStatusData);
+}
+
+TEST(SensorData, StoresThatShareRecordsMayBeUsedFromDifferentThreads)
+{
+    SensorData rotated;
+    for (int i = 0; i < 500; ++i) {
+        rotated.imuData["imu"][i] = imuSample(secondsOf(i), {1, 0, 0});
+    }
+    rotated.sensorPoses["imu"] = {{0, 0, 0}, {0, 0, 1, 0}};
+    SensorData moved(rotated);
+    SensorData const kept(rotated);
+    std::thread first([&] { rotated.applyPoses(); });
+    std::thread second([&] { moved.modifyTime([](int64 time) { return time + 1000; }); });
+    auto const view = kept.createTimedData();
+    first.join();
+    second.join();
+    EXPECT_EQ(view->size(), 500U);
+    EXPECT_EQ(view->at(7).imuData.at("imu")->getLinearAcceleration(), (Vector{1, 0, 0}));
+    EXPECT_NEAR(rotated.imuData.at("imu").at(7)->getLinearAcceleration().x, -1, 1e-6);
+    EXPECT_EQ(moved.imuData.at("imu").begin()->first, 1000);
 }
 
 } // namespace

@@ -54,6 +54,7 @@ TEST(ModifyTime, AConstantMovesEveryKindAndLeavesTheRestOfTheRecords)
     auto const& [secondKey, second] = *data.secondRangefinderData.at("lid2").begin();
     EXPECT_EQ(secondKey, 200000000);
     EXPECT_EQ(second->getTimeStamp(), mapping::TimeStamp(2.0));
+    EXPECT_EQ(second->getOrigin(), (Vector{4, 5, 6}));
     EXPECT_EQ(second->getRanges().get(),
               (std::vector<mapping::TimedRangefinderPoint>{{{4, 5, 6}, 0.5F, {{4, 5, 6}}}}));
 
@@ -195,6 +196,23 @@ TEST(ModifyTime, AFunctionThatThrowsLeavesItsMemberAndThoseAfterItAsTheyWere)
             EXPECT_EQ(data.imuData.at("imu").begin()->second, before.imuData.at("imu").begin()->second);
         }
     }
+}
+
+TEST(ModifyTime, EveryKindGetsNewRecordsAndCopiesKeepTheOldOnes)
+{
+    SensorData data = oneSampleOfEachKind(1.5);
+    SensorData const before(data);
+    data.modifyTime([](int64 time) { return time + 1; });
+    auto const expectReplaced = [](auto const& now, auto const& then) {
+        EXPECT_NE(now.begin()->second, then.begin()->second);
+        EXPECT_EQ(then.begin()->first, 150000000);
+        EXPECT_EQ(then.begin()->second->getTimeStamp(), mapping::TimeStamp(1.5));
+    };
+    expectReplaced(data.imuData.at("imu"), before.imuData.at("imu"));
+    expectReplaced(data.rangefinderData.at("lid"), before.rangefinderData.at("lid"));
+    expectReplaced(data.secondRangefinderData.at("lid2"), before.secondRangefinderData.at("lid2"));
+    expectReplaced(data.absolutePoseData.at("gps"), before.absolutePoseData.at("gps"));
+    expectReplaced(data.scanningStatusData.at("status"), before.scanningStatusData.at("status"));
 }
 
 } // namespace

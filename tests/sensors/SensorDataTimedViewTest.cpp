@@ -131,4 +131,44 @@ TEST(TimedView, IsTheSameAsInsertingEverySampleByItsKey)
     }
 }
 
+TEST(TimedView, EachCallMakesANewOne)
+{
+    SensorData const data = oneSampleOfEachKind(1.0);
+    auto const first = data.createTimedData();
+    auto const second = data.createTimedData();
+    EXPECT_NE(first, second);
+    first->clear();
+    EXPECT_EQ(second->size(), 1U);
+}
+
+TEST(TimedView, PosesAndTheirFlagPlayNoPart)
+{
+    SensorData data = oneSampleOfEachKind(1.0);
+    data.sensorPoses["nobody"] = {};
+    data.posesApplied = true;
+    auto const view = data.createTimedData();
+    ASSERT_EQ(view->size(), 1U);
+    EXPECT_EQ(view->at(100000000).imuData.at("imu"), data.imuData["imu"].begin()->second);
+    EXPECT_FALSE(view->at(100000000).imuData.contains("nobody"));
+}
+
+TEST(TimedView, OnlyTheMapsOfKindsThatHaveASampleAtTheTickAreFilled)
+{
+    SensorData data;
+    data.imuData["a"][1] = imuSample(0, {});
+    data.absolutePoseData["a"][2] = absoluteSample(0);
+    data.rangefinderData["a"][3] = rangeSample(0, {}, {});
+    data.secondRangefinderData["a"][4] = rangeSample(0, {}, {});
+    data.scanningStatusData["a"][5] = statusSample(0);
+    auto const view = data.createTimedData();
+    ASSERT_EQ(view->size(), 5U);
+    for (auto const& [key, entry] : *view) {
+        EXPECT_EQ(entry.imuData.size(), key == 1 ? 1U : 0U);
+        EXPECT_EQ(entry.absolutePoseData.size(), key == 2 ? 1U : 0U);
+        EXPECT_EQ(entry.rangefinderData.size(), key == 3 ? 1U : 0U);
+        EXPECT_EQ(entry.secondRangefinderData.size(), key == 4 ? 1U : 0U);
+        EXPECT_EQ(entry.scanningStatusData.size(), key == 5 ? 1U : 0U);
+    }
+}
+
 } // namespace
