@@ -21,9 +21,16 @@ install(
     EXPORT RoamscanDataStructuresTargets
     NAMESPACE RoamscanDataStructures::
     DESTINATION "${packageDir}")
+# The component Imagery, which alone asks for JSON and OpenCV.
+install(TARGETS RoamscanImagery EXPORT RoamscanImageryTargets)
+install(
+    EXPORT RoamscanImageryTargets
+    NAMESPACE RoamscanDataStructures::
+    DESTINATION "${packageDir}")
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/RoamscanDataStructuresConfig.cmake.in"
                               "${PROJECT_BINARY_DIR}/RoamscanDataStructuresConfig.cmake" INSTALL_DESTINATION "${packageDir}")
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/RoamscanDataStructuresConfigVersion.cmake"
                                  COMPATIBILITY SameMinorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/RoamscanDataStructuresConfig.cmake"
-              "${PROJECT_BINARY_DIR}/RoamscanDataStructuresConfigVersion.cmake" DESTINATION "${packageDir}")
+              "${PROJECT_BINARY_DIR}/RoamscanDataStructuresConfigVersion.cmake"
+              "${PROJECT_SOURCE_DIR}/cmake/FindOpenCVImages.cmake" DESTINATION "${packageDir}")
