@@ -3,13 +3,12 @@
 #include "tools/CommandLine.h"
 
 #include <gtest/gtest.h>
+#include <support/TemporaryFolder.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <exception>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -29,50 +28,17 @@ struct ToolRun
 class ToolFixture : public testing::Test
 {
 protected:
-    ToolFixture()
-    {
-        auto const& test = *testing::UnitTest::GetInstance()->current_test_info();
-        std::string const name = std::string(test.test_suite_name()) + "." + test.name();
-        std::error_code failure;
-        for (int attempt = 0; folder_.empty(); ++attempt) {
-            auto candidate = std::filesystem::temp_directory_path() / (name + "-" + std::to_string(attempt));
-            if (std::filesystem::create_directory(candidate, failure)) {
-                folder_ = std::move(candidate);
-            } else if (failure) {
-                throw std::filesystem::filesystem_error("no folder for the test", candidate, failure);
-            }
-        }
-    }
-    ~ToolFixture() override
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
-
-    [[nodiscard]] std::filesystem::path file(std::string const& name) const { return folder_ / name; }
+    [[nodiscard]] std::filesystem::path file(std::string const& name) const { return folder_.file(name); }
 
     std::filesystem::path write(std::string const& name, std::string const& bytes) const
     {
-        std::ofstream(file(name), std::ios::binary) << bytes;
-        return file(name);
+        return folder_.write(name, bytes);
     }
 
-    [[nodiscard]] std::string read(std::string const& name) const
-    {
-        std::ifstream stream(file(name), std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    }
+    [[nodiscard]] std::string read(std::string const& name) const { return folder_.read(name); }
 
     /// The names of what is in the folder, in order.
-    [[nodiscard]] std::vector<std::string> names() const
-    {
-        std::vector<std::string> found;
-        for (auto const& entry : std::filesystem::directory_iterator(folder_)) {
-            found.push_back(entry.path().filename().string());
-        }
-        std::sort(found.begin(), found.end());
-        return found;
-    }
+    [[nodiscard]] std::vector<std::string> names() const { return folder_.names(); }
 
     /// Runs the program with the words as arguments.
     [[nodiscard]] static ToolRun run(std::vector<std::string> const& words)
@@ -91,7 +57,7 @@ protected:
     }
 
 private:
-    std::filesystem::path folder_;
+    support::TemporaryFolder folder_;
 };
 
 /// The message of the failure that `action` ends with; empty if it does not fail.

@@ -1,0 +1,244 @@
+#include <roamscan/frame/ov/InternalErrorException.h>
+#include <roamscan/frame/ov/Models.h>
+#include <roamscan/frame/ov/detail/IOCodeException.h>
+#include <roamscan/frame/ov/detail/ThrowInternalError.h>
+#include <roamscan/imagery/LargeImageSerialization.h>
+
+#include <opencv2/core.hpp>
+#include <opencv2/imgcodecs.hpp>
+#include <tbb/blocked_range.h>
+#include <tbb/concurrent_vector.h>
+#include <tbb/parallel_for.h>
+#include <tbb/partitioner.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace oV::Roamscan::LargeImageSerialization
+{
+
+namespace
+{
+
+using Bv_1_1::Directory;
+using Bv_1_1::File;
+using Bv_1_1::SmartPtr;
+using Bv_1_1::String;
+
+constexpr int tileWidth = 1000;
+
+// Whose fault a failure is.
+constexpr int inputOutputFailure = 18;
+constexpr int mismatchOfTiles = 3;
+
+constexpr char const* source = "LargeImageSerialization";
+constexpr char const* writing = "oV::Roamscan::LargeImageSerialization::serializeImage";
+constexpr char const* reading = "oV::Roamscan::LargeImageSerialization::readImage";
+constexpr char const* decoding = "oV::Roamscan::LargeImageSerialization::readImage, decoding a tile";
+
+constexpr int logSeverity = 1;
+
+// The folder of the tiles, and how they are named in it.
+class TilePlaces
+{
+public:
+    TilePlaces(SmartPtr<File const> const& file, char const* function)
+    {
+        if (!file) {
+            detail::throwInternalError(L"No file given.", function, source, __LINE__);
+        }
+        directory_ = file->getDirectory();
+        tileDirectory_ = directory_->appendLevel(file->getName());
+        extension_ = file->getExtension();
+    }
+
+    // A directory that cannot be made shows when the first tile is written.
+    void makeDirectories() const
+    {
+        (void)directory_->create();
+        (void)tileDirectory_->create();
+    }
+
+    [[nodiscard]] SmartPtr<File const> tile(std::size_t index) const
+    {
+        String name = String::EMPTY;
+        name << static_cast<unsigned long long>(index) << L"." << extension_;
+        return File::fromString(*tileDirectory_, name);
+    }
+
+private:
+    SmartPtr<Directory const> directory_;
+    SmartPtr<Directory const> tileDirectory_;
+    String extension_;
+};
+
+[[nodiscard]] bool writeTile(String const& path, cv::Mat const& tile)
+{
+    try {
+        return cv::imwrite(path.stringAnsi(), tile, {});
+    } catch (cv::Exception const& failure) {
+        Models::the().appendLogMsgExt(
+            String::fromNarrow(failure.what()), logSeverity, source, __LINE__, writing);
+        return false;
+    }
+}
+
+[[nodiscard]] std::vector<String> pathsOfTiles(TilePlaces const& places)
+{
+    std::vector<String> paths;
+    for (auto tile = places.tile(0); tile->exists(); tile = places.tile(paths.size())) {
+        paths.push_back(tile->getPath());
+    }
+    return paths;
+}
+
+// Decodes the tiles of a picture, several at a time.
+class TileReader
+{
+public:
+    explicit TileReader(std::vector<String> paths) : paths_(std::move(paths)), tiles_(paths_.size()) {}
+
+    void decodeAll()
+    {
+        if (paths_.empty()) {
+            return;
+        }
+        tbb::parallel_for(
+            tbb::blocked_range<std::size_t>(0, paths_.size()),
+            [this](tbb::blocked_range<std::size_t> const& range) {
+                for (std::size_t i = range.begin(); i != range.end(); ++i) {
+                    decodeOrFile(i);
+                }
+            },
+            tbb::simple_partitioner()); // a task for each tile
+    }
+
+    // Throws the error that was filed first, here where the caller can catch it.
+    void throwFirstError() const
+    {
+        if (errors_.empty()) {
+            return;
+        }
+        auto const& [code, message] = errors_.front();
+        if (code == mismatchOfTiles) {
+            throw InternalErrorException(
+                message, String::fromNarrow(reading), String::fromNarrow(source), __LINE__);
+        }
+        throw IOCodeException(
+            String::fromNarrow(reading), String::fromNarrow(source), __LINE__, code, message);
+    }
+
+    // Side by side, in the order of their numbers. Each tile goes as soon as its pixels are copied, so that
+    // two whole pictures are never held.
+    [[nodiscard]] cv::Mat compose()
+    {
+        constexpr std::int64_t widest = std::numeric_limits<int>::max();
+        if (totalWidth_ > widest) {
+            detail::throwInternalError(L"Img is too wide.", reading, source, __LINE__);
+        }
+        cv::Mat picture(height_, static_cast<int>(totalWidth_), type_);
+        int x = 0;
+        for (cv::Mat& tile : tiles_) {
+            cv::Mat view = picture(cv::Rect(x, 0, tile.cols, tile.rows));
+            tile.copyTo(view);
+            x += view.cols;
+            tile.release();
+        }
+        return picture;
+    }
+
+    [[nodiscard]] bool foundTiles() const { return totalWidth_ != unknown && height_ != unknown; }
+
+private:
+    static constexpr int unknown = -1;
+
+    void decodeOrFile(std::size_t index)
+    {
+        if (!errors_.empty()) {
+            return; // the picture is lost; what is under way elsewhere comes to its own end
+        }
+        try {
+            decode(index);
+        } catch (cv::Exception const& failure) {
+            log(String::fromNarrow(failure.what()), __LINE__);
+            errors_.emplace_back(inputOutputFailure, L"Error reading image from " + paths_[index]);
+        } catch (InternalErrorException const& failure) {
+            log(failure.getDesc(), __LINE__);
+            errors_.emplace_back(mismatchOfTiles, failure.getDesc());
+        }
+    }
+
+    void decode(std::size_t index)
+    {
+        cv::Mat tile = cv::imread(paths_[index].stringAnsi(), cv::IMREAD_UNCHANGED);
+        totalWidth_ += tile.cols;
+        if (!agrees(height_, tile.rows)) {
+            detail::throwInternalError(L"Img dimensions mismatch.", decoding, source, __LINE__);
+        }
+        if (!agrees(type_, tile.type())) {
+            detail::throwInternalError(L"Img types mismatch.", decoding, source, __LINE__);
+        }
+        tiles_[index] = std::move(tile);
+    }
+
+    // Whether the tile's value is that of the tile that came first, which sets it.
+    static bool agrees(std::atomic<int>& common, int value)
+    {
+        int first = unknown;
+        return common.compare_exchange_strong(first, value) || first == value;
+    }
+
+    static void log(String const& message, int line)
+    {
+        Models::the().appendLogMsgExt(message, logSeverity, source, line, decoding);
+    }
+
+    std::vector<String> paths_;
+    std::vector<cv::Mat> tiles_; // each place is one task's own
+    tbb::concurrent_vector<std::pair<int, String>> errors_;
+    std::atomic<std::int64_t> totalWidth_ = 0;
+    std::atomic<int> height_ = unknown;
+    std::atomic<int> type_ = unknown;
+};
+
+} // namespace
+
+void serializeImage(cv::Mat const& image, SmartPtr<File const> file)
+{
+    TilePlaces const places(file, writing);
+    places.makeDirectories();
+    std::size_t index = 0;
+    for (int x = 0; x < image.cols;) {
+        int const width = std::min(tileWidth, image.cols - x);
+        cv::Mat const tile = image(cv::Rect(x, 0, width, image.rows)); // shares the pixels
+        String const path = places.tile(index)->getPath();
+        if (!writeTile(path, tile)) {
+            throw IOCodeException(String::fromNarrow(writing),
+                                  String::fromNarrow(source),
+                                  __LINE__,
+                                  inputOutputFailure,
+                                  L"Error writing image to " + path);
+        }
+        x += tile.cols;
+        ++index;
+    }
+}
+
+cv::Mat readImage(SmartPtr<File const> file)
+{
+    TileReader reader(pathsOfTiles(TilePlaces(file, reading)));
+    reader.decodeAll();
+    reader.throwFirstError();
+    if (!reader.foundTiles()) {
+        detail::throwInternalError(L"Did not find any sub images.", reading, source, __LINE__);
+    }
+    return reader.compose();
+}
+
+} // namespace oV::Roamscan::LargeImageSerialization
