@@ -98,7 +98,12 @@ private:
     return paths;
 }
 
-// Decodes the tiles of a picture, several at a time.
+// Decodes the tiles of a picture, several at a time, and puts them side by side.
+//
+// All tiles of a picture but the last are full, so the last one tells how wide the picture is. It is decoded
+// first, and those that come after it are put into their places at once: their memory is free for the next
+// ones while it is still at hand, and a read holds the picture once. Where a tile is not full after all, the
+// picture is composed anew in the end.
 class TileReader
 {
 public:
@@ -109,11 +114,12 @@ public:
         if (paths_.empty()) {
             return;
         }
+        std::size_t const last = paths_.size() - 1;
         tbb::parallel_for(
             tbb::blocked_range<std::size_t>(0, paths_.size()),
-            [this](tbb::blocked_range<std::size_t> const& range) {
+            [this, last](tbb::blocked_range<std::size_t> const& range) {
                 for (std::size_t i = range.begin(); i != range.end(); ++i) {
-                    decodeOrFile(i);
+                    takeTile(i == 0 ? last : i - 1);
                 }
             },
             tbb::simple_partitioner()); // a task for each tile
@@ -134,19 +140,20 @@ public:
             String::fromNarrow(reading), String::fromNarrow(source), __LINE__, code, message);
     }
 
-    // Side by side, in the order of their numbers. Each tile goes as soon as its pixels are copied, so that
-    // two whole pictures are never held.
+    // Side by side, in the order of their numbers.
     [[nodiscard]] cv::Mat compose()
     {
-        constexpr std::int64_t widest = std::numeric_limits<int>::max();
         if (totalWidth_ > widest) {
             detail::throwInternalError(L"Img is too wide.", reading, source, __LINE__);
         }
-        cv::Mat picture(height_, static_cast<int>(totalWidth_), type_);
+        cv::Mat picture =
+            allFullButTheLast() ? room_ : cv::Mat(height_, static_cast<int>(totalWidth_), type_);
         int x = 0;
         for (cv::Mat& tile : tiles_) {
             cv::Mat view = picture(cv::Rect(x, 0, tile.cols, tile.rows));
-            tile.copyTo(view);
+            if (tile.data != view.data) {
+                tile.copyTo(view);
+            }
             x += view.cols;
             tile.release();
         }
@@ -157,6 +164,18 @@ public:
 
 private:
     static constexpr int unknown = -1;
+    static constexpr std::int64_t widest = std::numeric_limits<int>::max();
+
+    void takeTile(std::size_t index)
+    {
+        decodeOrFile(index);
+        if (isLast(index)) {
+            makeRoom(tiles_[index]);
+        }
+        if (hasRoom_.load(std::memory_order_acquire)) {
+            putInPlace(index);
+        }
+    }
 
     void decodeOrFile(std::size_t index)
     {
@@ -187,6 +206,41 @@ private:
         tiles_[index] = std::move(tile);
     }
 
+    [[nodiscard]] bool isLast(std::size_t index) const { return index + 1 == tiles_.size(); }
+
+    [[nodiscard]] bool isFull(cv::Mat const& tile) const
+    {
+        return tile.cols == tileWidth && tile.rows == room_.rows && tile.type() == room_.type();
+    }
+
+    // For the whole picture, if all tiles before the last one are full.
+    void makeRoom(cv::Mat const& lastTile)
+    {
+        auto const before = static_cast<std::int64_t>(tiles_.size() - 1) * tileWidth;
+        if (before + lastTile.cols <= widest) {
+            room_.create(lastTile.rows, static_cast<int>(before) + lastTile.cols, lastTile.type());
+            hasRoom_.store(true, std::memory_order_release);
+        }
+    }
+
+    void putInPlace(std::size_t index)
+    {
+        cv::Mat& tile = tiles_[index];
+        if (isLast(index) || isFull(tile)) {
+            int const x = static_cast<int>(index) * tileWidth;
+            cv::Mat view = room_(cv::Rect(x, 0, tile.cols, tile.rows));
+            tile.copyTo(view);
+            tile = view; // and the decoded one goes
+        }
+    }
+
+    [[nodiscard]] bool allFullButTheLast() const
+    {
+        return hasRoom_ && std::all_of(tiles_.begin(), tiles_.end() - 1, [this](cv::Mat const& tile) {
+                   return isFull(tile);
+               });
+    }
+
     // Whether the tile's value is that of the tile that came first, which sets it.
     static bool agrees(std::atomic<int>& common, int value)
     {
@@ -200,7 +254,10 @@ private:
     }
 
     std::vector<String> paths_;
-    std::vector<cv::Mat> tiles_; // each place is one task's own
+    std::vector<cv::Mat>
+        tiles_;    // each place is one task's own; a view of the room once the tile is in its place
+    cv::Mat room_; // set before hasRoom_ is
+    std::atomic<bool> hasRoom_ = false;
     tbb::concurrent_vector<std::pair<int, String>> errors_;
     std::atomic<std::int64_t> totalWidth_ = 0;
     std::atomic<int> height_ = unknown;

@@ -353,6 +353,31 @@ TEST_F(LargeImageSerialization, TilesMayHaveAnyWidth)
     EXPECT_EQ(back.at<unsigned char>(1, 1702), 2);
 }
 
+TEST_F(LargeImageSerialization, TilesThatAreNotFullArePutSideBySideAllTheSame)
+{
+    // Some of them are together as wide as if all were full.
+    for (std::vector<int> const& widths : {std::vector{1000, 999, 1000, 1000},
+                                           std::vector{999, 1000, 1000, 1},
+                                           std::vector{1000, 1, 1500},
+                                           std::vector{500, 1000, 1500},
+                                           std::vector{500, 1000, 1500, 1000},
+                                           std::vector{1500, 500, 1000, 20}})
+    {
+        cv::Mat expected;
+        for (std::size_t i = 0; i < widths.size(); ++i) {
+            cv::Mat const tile = makeImage(3, widths[i]) + cv::Scalar::all(static_cast<double>(i));
+            writeTile(std::to_string(i) + ".png", tile);
+            if (expected.empty()) {
+                expected = tile;
+            } else {
+                cv::hconcat(expected, tile, expected);
+            }
+        }
+        EXPECT_TRUE(sameImage(readImage(place()), expected)) << testing::PrintToString(widths);
+        std::filesystem::remove_all(folder_.file("pano"));
+    }
+}
+
 TEST_F(LargeImageSerialization, ReadingWithoutATileDoesNotFindAnySubImage)
 {
     expectInternal(failureOf([&] { (void)readImage(place()); }), "Did not find any sub images.", readName);
