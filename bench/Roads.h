@@ -11,12 +11,14 @@ namespace bench
 
 [[nodiscard]] std::vector<Comparison> streamMemoryRoad();
 [[nodiscard]] std::vector<Comparison> sensorMemoryRoad();
+[[nodiscard]] std::vector<Comparison> panoramaMemoryRoad();
 [[nodiscard]] std::vector<Comparison> poseSamplingRoad();
 [[nodiscard]] std::vector<Comparison> trajectoryBuildingRoad();
 [[nodiscard]] std::vector<Comparison> trajectoryStreamRoad();
 [[nodiscard]] std::vector<Comparison> scanPointRoad();
 [[nodiscard]] std::vector<Comparison> sensorStreamRoad();
 [[nodiscard]] std::vector<Comparison> sensorOperationsRoad();
+[[nodiscard]] std::vector<Comparison> panoramaRoad();
 
 /// All of them. Memory comes first, while the process is small: a child that inherits a used heap would hide
 /// in it what it takes.
@@ -25,12 +27,14 @@ namespace bench
     std::vector<Comparison> all;
     for (auto const road : {streamMemoryRoad,
                             sensorMemoryRoad,
+                            panoramaMemoryRoad,
                             poseSamplingRoad,
                             trajectoryBuildingRoad,
                             trajectoryStreamRoad,
                             scanPointRoad,
                             sensorStreamRoad,
-                            sensorOperationsRoad})
+                            sensorOperationsRoad,
+                            panoramaRoad})
     {
         auto comparisons = road();
         all.insert(all.end(), comparisons.begin(), comparisons.end());
