@@ -102,12 +102,13 @@ void AnchorSections::insertSection(TimeWindow window)
 
     // The sections fuse in their order, each with the window as those before have left it.
     TimeWindow fused = window;
-    sections_.erase(std::remove_if(first,
-                                   last,
-                                   [&window, &fused](TimeWindow const& section) {
-                                       return isSwallowedBy(window, section) || fuses(fused, section);
-                                   }),
-                    last);
+    Iterator kept = first;
+    for (Iterator section = first; section != last; ++section) {
+        if (!isSwallowedBy(window, *section) && !fuses(fused, *section)) {
+            *kept++ = *section;
+        }
+    }
+    sections_.erase(kept, last);
     auto const place = std::upper_bound(sections_.begin(), sections_.end() - 1, fused.start, startsLater);
     std::move_backward(place, sections_.end() - 1, sections_.end());
     *place = fused;

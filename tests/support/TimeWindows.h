@@ -1,0 +1,39 @@
+#pragma once
+
+#include <roamscan/geometry/AnchorSections.h>
+#include <roamscan/geometry/TimeWindow.h>
+
+#include <ostream>
+#include <vector>
+
+namespace oV::Roamscan
+{
+
+/// How a failing test shows a window; found by its namespace.
+inline void PrintTo(TimeWindow const& window, std::ostream* stream)
+{
+    auto const print = [stream](int64 time) {
+        if (time == TimeWindow::unsetTime) {
+            *stream << "unset";
+        } else {
+            *stream << time;
+        }
+    };
+    *stream << '(';
+    print(window.start);
+    *stream << ", ";
+    print(window.end);
+    *stream << ')';
+}
+
+} // namespace oV::Roamscan
+
+namespace support
+{
+
+inline std::vector<oV::Roamscan::TimeWindow> windowsOf(oV::Roamscan::AnchorSections const& sections)
+{
+    return {sections.begin(), sections.end()};
+}
+
+} // namespace support
