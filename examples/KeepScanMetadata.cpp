@@ -1,0 +1,101 @@
+/// @file
+/// Writes the metadata of an anchor scan to a JSON file, and reads it again.
+
+#include <roamscan/imagery/AnchorScanMetadata.h>
+
+#include <nlohmann/json.hpp>
+
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
+
+using nlohmann::json;
+using oV::Roamscan::AnchorScanMetadata;
+
+namespace
+{
+
+/// A folder of its own for this program, which goes away with it.
+class TemporaryFolder
+{
+public:
+    TemporaryFolder()
+        : path_(std::filesystem::temp_directory_path() /
+                ("roamscan-metadata-" + std::to_string(std::random_device{}())))
+    {
+        std::filesystem::create_directory(path_);
+    }
+    TemporaryFolder(TemporaryFolder const&) = delete;
+    TemporaryFolder& operator=(TemporaryFolder const&) = delete;
+    ~TemporaryFolder()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+
+    [[nodiscard]] std::filesystem::path file(std::string const& name) const { return path_ / name; }
+
+private:
+    std::filesystem::path path_;
+};
+
+AnchorScanMetadata scanWithTwoPictures()
+{
+    using Picture = AnchorScanMetadata::PanoramaPicture;
+
+    AnchorScanMetadata scan;
+    scan.id = 3;
+    scan.horizontalVelocity = 0.5;
+    scan.horizontalAngle = 6.28;
+    scan.startTime = 1'000'000'000;
+    scan.endTime = 2'256'000'000;
+    for (std::string const name : {"left.jpg", "right.jpg"}) {
+        Picture& picture = scan.panoramaPictures.emplace_back();
+        picture.fileName = name;
+        picture.content = Picture::Content::ContentUnstitched;
+        picture.imageOrientation = Picture::ImageOrientation::OrientationUpright;
+        picture.time = scan.startTime;
+    }
+    return scan;
+}
+
+void keep(AnchorScanMetadata const& scan, std::filesystem::path const& file)
+{
+    std::ofstream stream(file);
+    stream.exceptions(std::ios::failbit | std::ios::badbit);
+    stream << json(scan).dump(2) << '\n';
+    stream.close();
+}
+
+/// Throws the JSON library's own exceptions for text that is no JSON, or no metadata.
+AnchorScanMetadata recall(std::filesystem::path const& file)
+{
+    std::ifstream stream(file);
+    AnchorScanMetadata scan; // a new one: pictures are appended to those that are there
+    json::parse(stream).get_to(scan);
+    return scan;
+}
+
+} // namespace
+
+int main()
+{
+    try {
+        TemporaryFolder const folder;
+        auto const file = folder.file("scan.json");
+        keep(scanWithTwoPictures(), file);
+        AnchorScanMetadata const scan = recall(file);
+        std::printf("scan %u with %zu pictures:", scan.id, scan.panoramaPictures.size());
+        for (auto const& picture : scan.panoramaPictures) {
+            std::printf(" %s", picture.fileName.c_str());
+        }
+        std::printf("\n");
+        return json(scan) == json(scanWithTwoPictures()) ? 0 : 1;
+    } catch (std::exception const& failure) {
+        std::fprintf(stderr, "%s\n", failure.what());
+        return 1;
+    }
+}
