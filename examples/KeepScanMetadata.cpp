@@ -1,15 +1,15 @@
 /// @file
 /// Writes the metadata of an anchor scan to a JSON file, and reads it again.
 
+#include "TemporaryFolder.h"
+
 #include <roamscan/imagery/AnchorScanMetadata.h>
 
 #include <nlohmann/json.hpp>
 
 #include <cstdio>
 #include <exception>
-#include <filesystem>
 #include <fstream>
-#include <random>
 #include <string>
 
 using nlohmann::json;
@@ -17,30 +17,6 @@ using oV::Roamscan::AnchorScanMetadata;
 
 namespace
 {
-
-/// A folder of its own for this program, which goes away with it.
-class TemporaryFolder
-{
-public:
-    TemporaryFolder()
-        : path_(std::filesystem::temp_directory_path() /
-                ("roamscan-metadata-" + std::to_string(std::random_device{}())))
-    {
-        std::filesystem::create_directory(path_);
-    }
-    TemporaryFolder(TemporaryFolder const&) = delete;
-    TemporaryFolder& operator=(TemporaryFolder const&) = delete;
-    ~TemporaryFolder()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-
-    [[nodiscard]] std::filesystem::path file(std::string const& name) const { return path_ / name; }
-
-private:
-    std::filesystem::path path_;
-};
 
 AnchorScanMetadata scanWithTwoPictures()
 {

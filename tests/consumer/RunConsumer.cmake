@@ -1,4 +1,4 @@
-# Installs the library into a fresh folder, then configures, builds and runs the consumer against it.
+# Installs the library into a fresh folder, then configures, builds and runs the consumers against it.
 #   cmake -DBINARY_DIR= -DCONSUMER_DIR= -DWORK_DIR= -DGENERATOR= -DCXX= [-DROAMSCAN_SOURCE=] -P RunConsumer.cmake
 
 function(run)
@@ -24,4 +24,5 @@ else()
 endif()
 run("${CMAKE_COMMAND}" -S "${CONSUMER_DIR}" -B "${WORK_DIR}/build" -G "${GENERATOR}" ${options})
 run("${CMAKE_COMMAND}" --build "${WORK_DIR}/build")
-run("${WORK_DIR}/build/consumer")
+run("${CMAKE_COMMAND}" -E chdir "${WORK_DIR}" "${WORK_DIR}/build/consumer")
+run("${CMAKE_COMMAND}" -E chdir "${WORK_DIR}" "${WORK_DIR}/build/imagery_consumer")
