@@ -56,23 +56,13 @@ public:
         } catch (CLI::ParseError const& stopped) { // also for --help and --version, which are no failures
             return app_.exit(stopped, out, err) == 0 ? 0 : 1;
         }
-        if (app_.got_subcommand("info")) {
-            return runInfo(info_, out, err) ? 0 : 1;
-        }
-        if (app_.got_subcommand("import")) {
-            import_.format = formats.at(formatName_);
-            runImport(import_, out);
-        } else if (app_.got_subcommand("simulate")) {
-            runSimulate(simulate_, out);
-        } else {
-            place_.from = static_cast<Device>(fromDevice_);
-            place_.to = static_cast<Device>(toDevice_);
-            runPlace(place_, out);
-        }
-        return 0;
+        return actions_.at(app_.get_subcommands().front())(out, err) ? 0 : 1;
     }
 
 private:
+    /// Runs a command, and tells whether all of it went well; failures that end it are thrown.
+    using Action = std::function<bool(std::ostream& out, std::ostream& err)>;
+
     static inline std::map<std::string, PoseFormat> const formats{
         {"tum", PoseFormat::Tum}, {"euroc", PoseFormat::Euroc}, {"kitti", PoseFormat::Kitti}};
 
@@ -86,6 +76,11 @@ private:
         command->add_option("IN", import_.input, "The text")->required();
         command->add_option("OUT", import_.output, "The trajectory to write")->required();
         command->footer("Example:\n  roamscan import --format euroc data.csv flight.trajectory\n");
+        actions_[command] = [this](std::ostream& out, std::ostream& /*err*/) {
+            import_.format = formats.at(formatName_);
+            runImport(import_, out);
+            return true;
+        };
     }
 
     void addSimulate()
@@ -102,6 +97,10 @@ private:
         command->add_option("--along", simulate_.along, "Follow the poses of this trajectory instead")
             ->excludes(seconds);
         command->footer("Example:\n  roamscan simulate walk --along flight.trajectory\n");
+        actions_[command] = [this](std::ostream& out, std::ostream& /*err*/) {
+            runSimulate(simulate_, out);
+            return true;
+        };
     }
 
     void addPlace()
@@ -127,6 +126,12 @@ private:
             "--building", place_.building, "Measure the points against these true surfaces (JSON)");
         command->footer("Example:\n  roamscan place --trajectory walk/walk.trajectory --from 1 --to 0 "
                         "--sensors walk/walk.sensors --cloud cloud.ply --picture plan.png\n");
+        actions_[command] = [this](std::ostream& out, std::ostream& /*err*/) {
+            place_.from = static_cast<Device>(fromDevice_);
+            place_.to = static_cast<Device>(toDevice_);
+            runPlace(place_, out);
+            return true;
+        };
     }
 
     void addInfo()
@@ -136,8 +141,10 @@ private:
         command->add_option("FILE", info_.files, "Trajectory or sensor streams")->required();
         command->add_flag("--json", info_.json, "One JSON array with an object for each file");
         command->footer("Example:\n  roamscan info walk/walk.trajectory walk/walk.sensors --json\n");
+        actions_[command] = [this](std::ostream& out, std::ostream& err) { return runInfo(info_, out, err); };
     }
 
+    std::map<CLI::App const*, Action> actions_;
     CLI::App app_{"Carries scan points along a trajectory into the world."};
     std::string formatName_;
     int fromDevice_ = 0;
