@@ -1,0 +1,23 @@
+#pragma once
+
+#include <roamscan/frame/bvbase/Vec3d.h>
+
+namespace oV
+{
+
+/// The host's fit of a plane to points. Of it, only the result is known here.
+struct BvFitPlane
+{
+    /// What a fit finds; zero unless given. All in the frame and the unit of the points.
+    struct PlaneParam
+    {
+        Bv_1_1::Vec3d<double> position;   ///< Centre of the plane.
+        Bv_1_1::Vec3d<double> normal;     ///< Unit length.
+        Bv_1_1::Vec3d<double> firstAxis;  ///< Major axis in the plane, unit length.
+        Bv_1_1::Vec3d<double> secondAxis; ///< Minor axis in the plane, unit length.
+        double majorLength = 0.0;         ///< Length along the first axis.
+        double minorLength = 0.0;         ///< Length along the second axis.
+    };
+};
+
+} // namespace oV
