@@ -1,0 +1,406 @@
+#include "support/RandomPoses.h"
+
+#include <roamscan/geometry/ToleranceThresholds.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <limits>
+#include <map>
+#include <numbers>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+namespace
+{
+
+using oV::Roamscan::ToleranceThresholds;
+using oV::Roamscan::TrafoT;
+using Name = ToleranceThresholds::ThresholdName;
+
+using Vector = Eigen::Matrix<double, 3, 1>;
+using Poses = std::vector<TrafoT<double>>;
+using Points = std::vector<Vector>;
+
+constexpr double pi = std::numbers::pi;
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr std::array<Name, 4> allNames = {Name::MaxPhi, Name::MinPhi, Name::MaxTheta, Name::MinTheta};
+
+Poses const onlyIdentity = {TrafoT<double>::Identity()};
+
+// A point at this azimuth in the plane of x and y.
+Vector at(double distance, double azimuth)
+{
+    return {distance * std::cos(azimuth), distance * std::sin(azimuth), 0};
+}
+
+// From 0.5 rad in bin 100 to 1.5 rad in bin 200: one hundredth of a radian for each bin.
+ToleranceThresholds ramp()
+{
+    return {onlyIdentity, {at(1, 0.5), at(2, 1.5)}};
+}
+
+void expectEmpty(ToleranceThresholds thresholds)
+{
+    EXPECT_THROW((void)thresholds.getThreshold(Name::MaxPhi, 1), std::out_of_range);
+}
+
+TEST(ToleranceThresholds, NamesHaveTheirNumbers)
+{
+    static_assert(std::is_same_v<std::underlying_type_t<Name>, int>);
+    EXPECT_EQ(static_cast<int>(Name::MaxPhi), 0);
+    EXPECT_EQ(static_cast<int>(Name::MinPhi), 1);
+    EXPECT_EQ(static_cast<int>(Name::MaxTheta), 2);
+    EXPECT_EQ(static_cast<int>(Name::MinTheta), 3);
+}
+
+// The angles
+
+TEST(ToleranceThresholds, WithoutPosesEveryBinHoldsTheStartingValues)
+{
+    ToleranceThresholds thresholds({}, {Vector(1, 0, 0), Vector(0, 2, 0)});
+    for (double const distance : {0.0, 1.0, 1.5, 2.0, 3.0}) {
+        EXPECT_EQ(thresholds.getThreshold(Name::MaxPhi, distance), -1000.0);
+        EXPECT_EQ(thresholds.getThreshold(Name::MinPhi, distance), 1000.0);
+        EXPECT_EQ(thresholds.getThreshold(Name::MaxTheta, distance), -1000.0);
+        EXPECT_EQ(thresholds.getThreshold(Name::MinTheta, distance), 1000.0);
+    }
+}
+
+TEST(ToleranceThresholds, OnePoseAndPointsAlongXGiveZeroAndAQuarterTurn)
+{
+    ToleranceThresholds thresholds(onlyIdentity, {Vector(1, 0, 0), Vector(2, 0, 0)});
+    for (double const distance : {0.5, 1.0, 1.5, 1.99, 2.0, 10.0}) {
+        EXPECT_EQ(thresholds.getThreshold(Name::MaxPhi, distance), 0.0);
+        EXPECT_EQ(thresholds.getThreshold(Name::MinPhi, distance), 0.0);
+        EXPECT_EQ(thresholds.getThreshold(Name::MaxTheta, distance), std::acos(0.0));
+        EXPECT_EQ(thresholds.getThreshold(Name::MinTheta, distance), std::acos(0.0));
+    }
+}
+
+TEST(ToleranceThresholds, ThetaIsTheAngleFromZ)
+{
+    ToleranceThresholds up(onlyIdentity, {Vector(0, 0, 1), Vector(0, 0, 2)});
+    EXPECT_EQ(up.getThreshold(Name::MaxTheta, 1), 0.0);
+    ToleranceThresholds down(onlyIdentity, {Vector(0, 0, -1), Vector(0, 0, -2)});
+    EXPECT_EQ(down.getThreshold(Name::MaxTheta, 1), pi);
+}
+
+TEST(ToleranceThresholds, SeesAPointInTheFrameOfThePose)
+{
+    // The scanner stands at (1, 0, 0) and looks along y: the point (1, 2, 0) lies ahead of it, on its x axis.
+    double const half = std::numbers::sqrt2 / 2;
+    TrafoT<double> const pose(Vector(1, 0, 0), Eigen::Quaternion<double>(half, 0, 0, half), true);
+    ToleranceThresholds thresholds({pose}, {Vector(1, 2, 0), Vector(1, 3, 0)});
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1), 0, 1e-15);
+    EXPECT_NEAR(thresholds.getThreshold(Name::MinPhi, 1), 0, 1e-15);
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxTheta, 1), pi / 2, 1e-15);
+}
+
+TEST(ToleranceThresholds, BoundsReachOverAllPoses)
+{
+    // From (1, 1, 1), (1, -1, 0) and (1, 0, -1) the point (2, 0, 0) is seen in these directions.
+    Poses const poses = {TrafoT<double>::Translation({1, 1, 1}),
+                         TrafoT<double>::Translation({1, -1, 0}),
+                         TrafoT<double>::Translation({1, 0, -1})};
+    ToleranceThresholds thresholds(poses, {Vector(2, 0, 0), Vector(2.003, 0, 0)});
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 2), pi / 4, 0.002);
+    EXPECT_NEAR(thresholds.getThreshold(Name::MinPhi, 2), -pi / 4, 0.002);
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxTheta, 2), std::acos(-1 / std::sqrt(3)), 0.002);
+    EXPECT_NEAR(thresholds.getThreshold(Name::MinTheta, 2), pi / 4, 0.002);
+}
+
+TEST(ToleranceThresholds, AnAzimuthIsNotTurnedAcrossPi)
+{
+    // Straight behind, seen once from the left and once from the right.
+    Poses const poses = {TrafoT<double>::Translation({0, 0.1, 0}), TrafoT<double>::Translation({0, -0.1, 0})};
+    ToleranceThresholds thresholds(poses, {Vector(-1, 0, 0), Vector(-1.003, 0, 0)});
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1), pi - 0.1, 0.001);
+    EXPECT_NEAR(thresholds.getThreshold(Name::MinPhi, 1), -pi + 0.1, 0.001);
+}
+
+TEST(ToleranceThresholds, APointAtAPosesOwnPlaceHasNoPolarAngle)
+{
+    // Two poses and the point in bin 100 at the first one's, in either order.
+    TrafoT<double> const there = TrafoT<double>::Translation({1, 0, 0});
+    TrafoT<double> const apart = TrafoT<double>::Translation({0, -1, 0});
+    for (Poses const& poses : {Poses{there, apart}, Poses{apart, there}, Poses{there}}) {
+        ToleranceThresholds thresholds(poses, {Vector(1, 0, 0), Vector(3, 0, 0)});
+        EXPECT_TRUE(std::isnan(thresholds.getThreshold(Name::MaxTheta, 1)));
+        EXPECT_TRUE(std::isnan(thresholds.getThreshold(Name::MinTheta, 1)));
+        EXPECT_EQ(thresholds.getThreshold(Name::MinPhi, 1), 0.0);
+        EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1), poses.size() == 1 ? 0 : pi / 4, 1e-15);
+    }
+}
+
+TEST(ToleranceThresholds, APoseOfNaNMakesAllBoundsNaN)
+{
+    ToleranceThresholds thresholds({TrafoT<double>::Identity(), TrafoT<double>::Invalid()},
+                                   {Vector(1, 0, 0), Vector(2, 0, 0)});
+    for (Name const name : allNames) {
+        EXPECT_TRUE(std::isnan(thresholds.getThreshold(name, 1)));
+    }
+}
+
+// The table
+
+TEST(ToleranceThresholds, RunsStraightBetweenTheBinsOfThePoints)
+{
+    ToleranceThresholds thresholds = ramp();
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.26), 0.75, 1e-14); // bin 125
+    EXPECT_NEAR(thresholds.getThreshold(Name::MinPhi, 1.76), 1.25, 1e-14); // bin 175
+}
+
+TEST(ToleranceThresholds, ALookupIsOneBinBehind)
+{
+    ToleranceThresholds thresholds = ramp();
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.5), 0.99, 1e-14); // bin 150 gives bin 149
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.01), 0.5, 1e-14); // bin 101 gives bin 100
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.02), 0.51, 1e-14);
+}
+
+TEST(ToleranceThresholds, ATableFromBinZeroIsOneBinBehindToo)
+{
+    ToleranceThresholds thresholds(onlyIdentity, {at(0.001, 0.0), at(1, 1.0)}); // bins 0 and 100
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 0.5), 0.49, 1e-14);
+    EXPECT_EQ(thresholds.getThreshold(Name::MaxPhi, 0.0), 0.0);
+    EXPECT_EQ(thresholds.getThreshold(Name::MaxPhi, 0.01), 0.0);
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 0.02), 0.01, 1e-14);
+}
+
+TEST(ToleranceThresholds, BeyondTheLastBinTheLastBinAnswers)
+{
+    ToleranceThresholds thresholds = ramp();
+    for (double const distance : {2.0, 2.5, 1e6, 1e300, infinity}) {
+        EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, distance), 1.49, 1e-14) << distance;
+    }
+}
+
+TEST(ToleranceThresholds, BelowTheFirstBinTheFirstBinAnswers)
+{
+    ToleranceThresholds thresholds = ramp();
+    for (double const distance : {1.0, 0.99, 0.0, -1.0, -1e300, -infinity, nan}) {
+        EXPECT_EQ(thresholds.getThreshold(Name::MaxPhi, distance), std::atan2(std::sin(0.5), std::cos(0.5)))
+            << distance;
+    }
+}
+
+TEST(ToleranceThresholds, DistancesAreRoundedToTheNearestBin)
+{
+    ToleranceThresholds thresholds = ramp();
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.5049), 0.99, 1e-14); // bin 150
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.4951), 0.99, 1e-14);
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.5051), 1.0, 1e-14); // bin 151
+}
+
+TEST(ToleranceThresholds, TheLastPointsOwnBinIsLeftOutWhereItIsRoundedUp)
+{
+    // 200.7 bins away, in bin 201: the table goes up to bin 200.
+    ToleranceThresholds thresholds(onlyIdentity, {at(1.01, 0.0), at(2.007, 1.0)});
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 10), 0.99, 1e-14);
+}
+
+TEST(ToleranceThresholds, TheLastPointsOwnBinIsInTheTableWhereItIsRoundedDown)
+{
+    // 200.3 bins away, in bin 200.
+    Vector const last = at(2.003, 1.0);
+    ToleranceThresholds thresholds(onlyIdentity, {at(1, 0.0), last});
+    EXPECT_EQ(thresholds.getThreshold(Name::MaxPhi, 10), std::atan2(last.y(), last.x()));
+}
+
+TEST(ToleranceThresholds, OfSeveralPointsInOneBinTheLastCounts)
+{
+    ToleranceThresholds thresholds(onlyIdentity, {at(1, 2.0), at(1.001, -2.0), at(0.999, 0.25), at(2, 0.25)});
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1), 0.25, 1e-15);
+    EXPECT_NEAR(thresholds.getThreshold(Name::MinPhi, 1), 0.25, 1e-15);
+}
+
+TEST(ToleranceThresholds, TheLastPointSaysHowFarTheTableGoes)
+{
+    // Bins 50 to 150 either way, at one hundredth of a radian each.
+    Points const points = {at(0.5, 0.5), at(1.5, 1.5), at(1, 1.0)};
+    ToleranceThresholds shorter(onlyIdentity, points);
+    EXPECT_NEAR(shorter.getThreshold(Name::MaxPhi, 10), 0.99, 1e-14);
+    ToleranceThresholds longer(onlyIdentity, {points[0], points[2], points[1]});
+    EXPECT_NEAR(longer.getThreshold(Name::MaxPhi, 10), 1.49, 1e-14);
+}
+
+TEST(ToleranceThresholds, TheNearestPointLastLeavesNothing)
+{
+    expectEmpty({onlyIdentity, {at(2, 0), at(1, 0)}});
+}
+
+TEST(ToleranceThresholds, ALastPointAtTheOriginLeavesNothing)
+{
+    expectEmpty({onlyIdentity, {at(1, 0), Vector::Zero()}});
+}
+
+TEST(ToleranceThresholds, ANameThatIsMissingIsEnteredWithZero)
+{
+    ToleranceThresholds thresholds = ramp();
+    EXPECT_EQ(thresholds.getThreshold(static_cast<Name>(4), 1.5), 0.0);
+    EXPECT_EQ(thresholds.getThreshold(static_cast<Name>(4), 1.5), 0.0);
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.5), 0.99, 1e-14);
+}
+
+TEST(ToleranceThresholds, CopiesAnswerTheSame)
+{
+    ToleranceThresholds const source = ramp();
+    ToleranceThresholds constructed(source);
+    ToleranceThresholds assigned({}, {});
+    assigned = source;
+    EXPECT_NEAR(constructed.getThreshold(Name::MaxPhi, 1.5), 0.99, 1e-14);
+    EXPECT_NEAR(assigned.getThreshold(Name::MaxPhi, 1.5), 0.99, 1e-14);
+}
+
+// What has no meaning is safe
+
+TEST(ToleranceThresholds, AnEmptyTableIsToldInWords)
+{
+    ToleranceThresholds thresholds(onlyIdentity, {});
+    for (int i = 0; i < 2; ++i) {
+        try {
+            (void)thresholds.getThreshold(Name::MaxPhi, 1);
+            FAIL() << "nothing was thrown";
+        } catch (std::out_of_range const& failure) {
+            EXPECT_EQ(std::string(failure.what()), "Cannot look up a tolerance threshold in an empty table");
+        }
+    }
+}
+
+TEST(ToleranceThresholds, WithoutPointsTheTableIsEmpty)
+{
+    expectEmpty({{}, {}});
+    expectEmpty({onlyIdentity, {}});
+}
+
+TEST(ToleranceThresholds, ALastPointWithoutADistanceLeavesNothing)
+{
+    expectEmpty({onlyIdentity, {at(1, 0), at(2, 0), Vector(nan, 0, 0)}});
+    expectEmpty({onlyIdentity, {Vector(nan, 0, 0)}});
+}
+
+TEST(ToleranceThresholds, APointInNoBinIsLeftOut)
+{
+    for (double const x : {nan, infinity, 1e300, 21474836.48}) {
+        ToleranceThresholds thresholds(onlyIdentity, {at(1, 0.5), Vector(x, 0, 0), at(2, 1.5)});
+        EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 0), 0.5, 1e-14) << x;
+        EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.5), 0.99, 1e-14) << x;
+        EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1e9), 1.49, 1e-14) << x;
+    }
+}
+
+TEST(ToleranceThresholds, ALastPointFarOutEndsTheTableAtTheFarthestSample)
+{
+    for (double const x : {infinity, 1e300, 1e9}) {
+        ToleranceThresholds thresholds(onlyIdentity, {at(1, 0.5), at(2, 1.5), Vector(x, 0, 0)});
+        EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.5), 0.99, 1e-14) << x;
+        EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1e9), 1.5, 1e-14) << x;
+        expectEmpty({onlyIdentity, {Vector(x, 0, 0)}});
+    }
+}
+
+TEST(ToleranceThresholds, TheLastBinOfAllIsABin)
+{
+    ToleranceThresholds thresholds(onlyIdentity,
+                                   {at(21474836.46, 0.5), at(21474836.47, 0.75), Vector(1e300, 0, 0)});
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 21474836.47), 0.5, 1e-14);
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1e8), 0.75, 1e-14);
+}
+
+TEST(ToleranceThresholds, AFarPointBeforeTheLastCostsNothing)
+{
+    // It would fill two thousand million bins.
+    ToleranceThresholds thresholds(onlyIdentity, {at(1, 0.0), at(2e7, 1.0), at(2, 0.0)});
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 10), 0.0, 1e-6);
+}
+
+// The law
+
+// By matrices and arrays, over every bin that there may be.
+struct PlainThresholds
+{
+    PlainThresholds(Poses const& poses, Points const& points)
+    {
+        std::map<int, std::array<double, 4>> samples;
+        for (Vector const& point : points) {
+            std::array<double, 4> bounds = {-1000, 1000, -1000, 1000};
+            for (auto const& pose : poses) {
+                Vector const q =
+                    pose.rotation().toRotationMatrix().transpose() * (point - pose.translation());
+                double const phi = std::atan2(q.y(), q.x());
+                double const theta = std::atan2(std::hypot(q.x(), q.y()), q.z());
+                bounds = {std::max(bounds[0], phi),
+                          std::min(bounds[1], phi),
+                          std::max(bounds[2], theta),
+                          std::min(bounds[3], theta)};
+            }
+            samples[static_cast<int>(std::round(point.norm() * 100))] = bounds;
+        }
+        for (int bin = 0; bin < points.back().norm() * 100; ++bin) {
+            auto const upper = samples.lower_bound(bin);
+            if (upper == samples.end() || (upper == samples.begin() && upper->first != bin)) {
+                continue;
+            }
+            auto const lower = upper->first == bin ? upper : std::prev(upper);
+            double const f = upper == lower ? 0
+                                            : static_cast<double>(bin - lower->first) /
+                                                  static_cast<double>(upper->first - lower->first);
+            for (std::size_t i = 0; i < 4; ++i) {
+                table[bin][i] = lower->second[i] + (upper->second[i] - lower->second[i]) * f;
+            }
+        }
+    }
+
+    [[nodiscard]] double get(Name name, int bin) const
+    {
+        auto const found = table.lower_bound(bin);
+        auto const entry = found == table.begin() ? found : std::prev(found);
+        return entry->second[static_cast<std::size_t>(name)];
+    }
+
+    std::map<int, std::array<double, 4>> table;
+};
+
+TEST(ToleranceThresholds, AnswersAsWrittenDownPlainly)
+{
+    for (std::uint64_t seed = 1; seed <= 60; ++seed) {
+        SCOPED_TRACE(seed);
+        support::RandomPoses random(seed);
+        Poses poses;
+        for (int i = 0; i < 5; ++i) {
+            poses.push_back(random.pose(0.3));
+        }
+        Points points;
+        for (int i = 0; i < 8; ++i) {
+            Vector const direction(random.number(-1, 1), random.number(-1, 1), random.number(-1, 1));
+            points.emplace_back(direction.normalized() * random.number(0.5, 3));
+        }
+        if (seed % 2 == 0) {
+            std::sort(points.begin(), points.end(), [](Vector const& a, Vector const& b) {
+                return a.norm() < b.norm();
+            });
+        }
+        PlainThresholds const expected(poses, points);
+        ToleranceThresholds actual(poses, points);
+        if (expected.table.empty()) {
+            expectEmpty(actual);
+            continue;
+        }
+        for (int bin = 0; bin < 320; ++bin) {
+            for (Name const name : allNames) {
+                ASSERT_NEAR(actual.getThreshold(name, bin / 100.0), expected.get(name, bin), 1e-12) << bin;
+            }
+        }
+    }
+}
+
+} // namespace
