@@ -2,6 +2,7 @@
 
 #include "tools/commands/ImportCommand.h"
 #include "tools/commands/InfoCommand.h"
+#include "tools/commands/PanoramaCommand.h"
 #include "tools/commands/PlaceCommand.h"
 #include "tools/commands/SimulateCommand.h"
 #include "tools/console/Text.h"
@@ -47,6 +48,7 @@ public:
         addSimulate();
         addPlace();
         addInfo();
+        addPanorama();
     }
 
     int run(int argumentCount, char const* const* arguments, std::ostream& out, std::ostream& err)
@@ -144,6 +146,29 @@ private:
         actions_[command] = [this](std::ostream& out, std::ostream& err) { return runInfo(info_, out, err); };
     }
 
+    void addPanorama()
+    {
+        CLI::App* const command =
+            app_.add_subcommand("panorama", "Split a wide picture into tiles, or join them");
+        command->require_subcommand(1);
+        CLI::App* const split = command->add_subcommand("split", "Make tiles of a picture");
+        split->add_option("IN", panorama_.input, "The picture in one file")->required();
+        split
+            ->add_option(
+                "OUT", panorama_.output, "The place of the tiles: pano.png for PNG tiles in the folder pano")
+            ->required();
+        CLI::App* const join = command->add_subcommand("join", "Make one picture of tiles");
+        join->add_option(
+                "IN", panorama_.input, "The place of the tiles: pano.png for PNG tiles in the folder pano")
+            ->required();
+        join->add_option("OUT", panorama_.output, "The picture to write")->required();
+        command->footer("Example:\n  roamscan panorama join walk/panorama.png panorama.jpg\n");
+        actions_[command] = [this, split](std::ostream& out, std::ostream& /*err*/) {
+            (split->parsed() ? runPanoramaSplit : runPanoramaJoin)(panorama_, out);
+            return true;
+        };
+    }
+
     std::map<CLI::App const*, Action> actions_;
     CLI::App app_{"Carries scan points along a trajectory into the world."};
     std::string formatName_;
@@ -153,6 +178,7 @@ private:
     SimulateOptions simulate_;
     PlaceOptions place_;
     InfoOptions info_;
+    PanoramaOptions panorama_;
 };
 
 void printFailure(std::ostream& err, std::string const& why)

@@ -2,12 +2,10 @@
 
 #include "tools/console/ToolError.h"
 #include "tools/io/OutputPlace.h"
+#include "tools/io/Pictures.h"
 
-#include <roamscan/frame/bvbase/String.h>
 #include <roamscan/frame/ov/VisibleException.h>
 #include <roamscan/imagery/LargeImageSerialization.h>
-
-#include <opencv2/imgcodecs.hpp>
 
 #include <algorithm>
 #include <string>
@@ -20,18 +18,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-
-void requirePictureName(fs::path const& picture)
-{
-    std::string const extension = picture.extension().string();
-    if (extension.size() < 2) {
-        throw fileError(picture, "does not tell the picture's format; end the name in .png, for example");
-    }
-    if (!cv::haveImageWriter("picture" + extension)) {
-        throw fileError(picture,
-                        "there is no way to write " + extension + " pictures; use .png, for example");
-    }
-}
 
 bool isTile(fs::directory_entry const& entry, fs::path const& extension)
 {
@@ -71,20 +57,15 @@ bool standsThere(fs::path const& folder, fs::path const& extension)
     return true;
 }
 
-Bv_1_1::SmartPtr<Bv_1_1::File const> placeOf(fs::path const& path)
-{
-    return Bv_1_1::File::fromPath(Bv_1_1::String::fromUtf16(path.u16string()));
-}
-
 } // namespace
 
 OutputTiles::OutputTiles(fs::path const& picture) : picture_(picture)
 {
-    requirePictureName(picture);
+    requirePictureFormat(picture);
     folder_ = realTarget(fs::path(picture).replace_extension());
     (void)standsThere(folder_, picture.extension());
     temporary_ = temporaryBeside(folder_);
-    place_ = placeOf(fs::path(temporary_) += picture.extension());
+    place_ = placeOfTiles(fs::path(temporary_) += picture.extension());
     std::error_code failure;
     if (!fs::create_directory(temporary_, failure)) {
         throw fileError(folder_, "cannot be made: " + failure.message());

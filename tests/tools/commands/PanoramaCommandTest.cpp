@@ -1,0 +1,179 @@
+#include "tools/support/ToolFixture.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
+#include <opencv2/imgcodecs.hpp>
+
+#include <filesystem>
+#include <string>
+
+namespace oV::Roamscan::tool
+{
+
+namespace
+{
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+cv::Mat makePicture(int rows, int columns, int type = CV_8UC3)
+{
+    cv::Mat picture(rows, columns, type);
+    cv::RNG(7).fill(picture, cv::RNG::UNIFORM, 0, 65536);
+    return picture;
+}
+
+class PanoramaCommandTest : public ToolFixture
+{
+protected:
+    std::string writePicture(std::string const& name, cv::Mat const& picture) const
+    {
+        EXPECT_TRUE(cv::imwrite(file(name).string(), picture));
+        return file(name).string();
+    }
+
+    [[nodiscard]] cv::Mat picture(std::string const& name) const
+    {
+        return cv::imread(file(name).string(), cv::IMREAD_UNCHANGED);
+    }
+
+    [[nodiscard]] bool holds(std::string const& name, cv::Mat const& expected) const
+    {
+        cv::Mat const found = picture(name);
+        return found.size() == expected.size() && found.type() == expected.type() &&
+               cv::norm(found, expected, cv::NORM_INF) == 0.0;
+    }
+
+    void expectFailure(ToolRun const& result, std::string const& message) const
+    {
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.out, "");
+        EXPECT_THAT(result.err, StartsWith("roamscan: "));
+        EXPECT_THAT(result.err, HasSubstr(message));
+        EXPECT_EQ(lineCount(result.err), 1) << result.err;
+    }
+};
+
+} // namespace
+
+TEST_F(PanoramaCommandTest, SplitMakesTilesOfAPicture)
+{
+    cv::Mat const whole = makePicture(4, 2500);
+    auto const in = writePicture("in.png", whole);
+    ToolRun const split = run({"panorama", "split", in, file("pano.png")});
+    EXPECT_EQ(split.status, 0) << split.err;
+    EXPECT_EQ(split.out, "2500 x 4 pixels in 3 tiles\n");
+    EXPECT_THAT(names(), ElementsAre("in.png", "pano"));
+    EXPECT_TRUE(holds("pano/0.png", whole(cv::Rect(0, 0, 1000, 4))));
+    EXPECT_TRUE(holds("pano/2.png", whole(cv::Rect(2000, 0, 500, 4))));
+}
+
+TEST_F(PanoramaCommandTest, JoinMakesOnePictureOfTiles)
+{
+    cv::Mat const whole = makePicture(4, 2500, CV_16UC4);
+    auto const in = writePicture("in.png", whole);
+    std::filesystem::create_directory(file("a b"));
+    ASSERT_EQ(run({"panorama", "split", in, file("a b/pano.png")}).status, 0);
+    ToolRun const join = run({"panorama", "join", file("a b/pano.png"), file("out.png")});
+    EXPECT_EQ(join.status, 0) << join.err;
+    EXPECT_EQ(join.out, "2500 x 4 pixels in 3 tiles\n");
+    EXPECT_TRUE(holds("out.png", whole));
+}
+
+TEST_F(PanoramaCommandTest, ANarrowPictureIsOneTile)
+{
+    auto const in = writePicture("in.png", makePicture(2, 7));
+    EXPECT_EQ(run({"panorama", "split", in, file("pano.png")}).out, "7 x 2 pixels in 1 tile\n");
+}
+
+TEST_F(PanoramaCommandTest, SplitChangesTheFormatByTheExtension)
+{
+    auto const in = writePicture("in.png", makePicture(2, 1500));
+    EXPECT_EQ(run({"panorama", "split", in, file("pano.jpg")}).status, 0);
+    EXPECT_EQ(read("pano/1.jpg").substr(0, 2), "\xFF\xD8");
+}
+
+TEST_F(PanoramaCommandTest, SplitLeavesNoTilesOfAWiderPictureBehind)
+{
+    cv::Mat const second = makePicture(2, 1200);
+    auto const wide = writePicture("wide.png", makePicture(2, 3500));
+    auto const narrow = writePicture("narrow.png", second);
+    ASSERT_EQ(run({"panorama", "split", wide, file("pano.png")}).status, 0);
+    ASSERT_EQ(run({"panorama", "split", narrow, file("pano.png")}).status, 0);
+    EXPECT_FALSE(std::filesystem::exists(file("pano/2.png")));
+    EXPECT_EQ(run({"panorama", "join", file("pano.png"), file("out.png")}).status, 0);
+    EXPECT_TRUE(holds("out.png", second));
+}
+
+TEST_F(PanoramaCommandTest, SplitOfWhatIsNoPictureFailsAndKeepsTheTilesThatWereThere)
+{
+    cv::Mat const whole = makePicture(2, 10);
+    ASSERT_EQ(run({"panorama", "split", writePicture("in.png", whole), file("pano.png")}).status, 0);
+    auto const text = write("text.png", "no picture");
+    expectFailure(run({"panorama", "split", text, file("pano.png")}),
+                  "text.png: is no picture in a format that can be read");
+    EXPECT_TRUE(holds("pano/0.png", whole));
+    EXPECT_THAT(names(), ElementsAre("in.png", "pano", "text.png"));
+}
+
+TEST_F(PanoramaCommandTest, SplitOfAMissingFileSaysSo)
+{
+    expectFailure(run({"panorama", "split", file("missing.png"), file("pano.png")}),
+                  "missing.png: there is no such file");
+}
+
+TEST_F(PanoramaCommandTest, AnExtensionOfNoFormatIsRefusedBeforeAnythingIsDone)
+{
+    auto const in = writePicture("in.png", makePicture(2, 10));
+    for (std::string const verb : {"split", "join"}) {
+        expectFailure(run({"panorama", verb, in, file("pano.nothing")}),
+                      "there is no way to write .nothing pictures");
+        expectFailure(run({"panorama", verb, in, file("pano")}), "does not tell the picture's format");
+    }
+    EXPECT_THAT(names(), ElementsAre("in.png"));
+}
+
+TEST_F(PanoramaCommandTest, SplitWhereAFileStandsFailsAndKeepsIt)
+{
+    auto const in = writePicture("in.png", makePicture(2, 10));
+    write("pano", "a file");
+    EXPECT_EQ(run({"panorama", "split", in, file("pano.png")}).status, 1);
+    EXPECT_EQ(read("pano"), "a file");
+    EXPECT_THAT(names(), ElementsAre("in.png", "pano"));
+}
+
+TEST_F(PanoramaCommandTest, JoinWithoutTilesSaysWhichIsMissing)
+{
+    expectFailure(run({"panorama", "join", file("pano.png"), file("out.png")}),
+                  "pano.png: has no tiles: there is no " + file("pano/0.png").string());
+    EXPECT_THAT(names(), testing::IsEmpty());
+}
+
+TEST_F(PanoramaCommandTest, JoinOfTilesThatDoNotMatchFailsAndKeepsWhatWasThere)
+{
+    std::filesystem::create_directory(file("pano"));
+    writePicture("pano/0.png", makePicture(2, 10));
+    writePicture("pano/1.png", makePicture(3, 10));
+    write("out.png", "before");
+    expectFailure(run({"panorama", "join", file("pano.png"), file("out.png")}), "Img dimensions mismatch.");
+    EXPECT_EQ(read("out.png"), "before");
+    EXPECT_THAT(names(), ElementsAre("out.png", "pano"));
+}
+
+TEST_F(PanoramaCommandTest, JoinOfTilesThatAreNoPicturesFails)
+{
+    std::filesystem::create_directory(file("pano"));
+    write("pano/0.png", "no picture");
+    expectFailure(run({"panorama", "join", file("pano.png"), file("out.png")}),
+                  "its tiles are no pictures that can be read");
+}
+
+TEST_F(PanoramaCommandTest, WantsToKnowWhetherToSplitOrToJoin)
+{
+    EXPECT_EQ(run({"panorama"}).status, 1);
+    EXPECT_EQ(run({"panorama", "fold", "a", "b"}).status, 1);
+}
+
+} // namespace oV::Roamscan::tool

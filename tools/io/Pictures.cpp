@@ -1,0 +1,103 @@
+#include "tools/io/Pictures.h"
+
+#include "tools/console/ToolError.h"
+#include "tools/io/InputFile.h"
+
+#include <roamscan/frame/ov/InternalErrorException.h>
+#include <roamscan/frame/ov/VisibleException.h>
+#include <roamscan/imagery/LargeImageSerialization.h>
+
+#include <opencv2/core.hpp>
+#include <opencv2/imgcodecs.hpp>
+
+#include <string>
+#include <utility>
+
+namespace oV::Roamscan::tool
+{
+
+namespace
+{
+
+std::filesystem::path tilePath(std::filesystem::path const& file, std::size_t index)
+{
+    std::filesystem::path const folder = file.parent_path() / file.stem();
+    return folder / (std::to_string(index) + file.extension().string());
+}
+
+} // namespace
+
+cv::Mat readPicture(std::filesystem::path const& file)
+{
+    (void)openInput(file); // says why, if it cannot be read
+    try {
+        cv::Mat picture = cv::imread(file.string(), cv::IMREAD_UNCHANGED);
+        if (!picture.empty()) {
+            return picture;
+        }
+    } catch (cv::Exception const& failure) {
+        throw fileError(file, "cannot be decoded: " + failure.err);
+    }
+    throw fileError(file, "is no picture in a format that can be read, such as PNG or JPEG");
+}
+
+void requirePictureFormat(std::filesystem::path const& file)
+{
+    std::string const extension = file.extension().string();
+    if (extension.size() < 2) {
+        throw fileError(file, "does not tell the picture's format; end the name in .png, for example");
+    }
+    if (!cv::haveImageWriter("picture" + extension)) {
+        throw fileError(file, "there is no way to write " + extension + " pictures; use .png, for example");
+    }
+}
+
+std::vector<unsigned char> encodePicture(cv::Mat const& picture, std::filesystem::path const& file)
+{
+    std::vector<unsigned char> bytes;
+    try {
+        if (cv::imencode(file.extension().string(), picture, bytes)) {
+            return bytes;
+        }
+    } catch (cv::Exception const& failure) {
+        throw fileError(file, "cannot hold this picture: " + failure.err);
+    }
+    throw fileError(file, "cannot hold this picture; choose another format, such as .png");
+}
+
+Bv_1_1::SmartPtr<Bv_1_1::File const> placeOfTiles(std::filesystem::path const& file)
+{
+    return Bv_1_1::File::fromPath(Bv_1_1::String::fromUtf16(file.u16string()));
+}
+
+std::size_t countTiles(std::filesystem::path const& file)
+{
+    std::size_t count = 0;
+    std::error_code ignored;
+    while (std::filesystem::is_regular_file(tilePath(file, count), ignored)) {
+        ++count;
+    }
+    return count;
+}
+
+cv::Mat readTiles(std::filesystem::path const& file)
+{
+    if (countTiles(file) == 0) {
+        throw fileError(file, "has no tiles: there is no " + tilePath(file, 0).string());
+    }
+    try {
+        cv::Mat picture = LargeImageSerialization::readImage(placeOfTiles(file));
+        if (!picture.empty()) {
+            return picture;
+        }
+    } catch (InternalErrorException const& failure) {
+        throw fileError(file, std::string("its tiles do not go together: ") + failure.getDesc().stringAnsi());
+    } catch (VisibleException const& failure) {
+        throw fileError(file, failure.getDesc().stringAnsi());
+    } catch (cv::Exception const& failure) {
+        throw fileError(file, "its tiles cannot be put side by side: " + failure.err);
+    }
+    throw fileError(file, "its tiles are no pictures that can be read");
+}
+
+} // namespace oV::Roamscan::tool
