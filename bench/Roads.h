@@ -19,6 +19,7 @@ namespace bench
 [[nodiscard]] std::vector<Comparison> sensorStreamRoad();
 [[nodiscard]] std::vector<Comparison> sensorOperationsRoad();
 [[nodiscard]] std::vector<Comparison> panoramaRoad();
+[[nodiscard]] std::vector<Comparison> anchorSectionsRoad();
 
 /// All of them. Memory comes first, while the process is small: a child that inherits a used heap would hide
 /// in it what it takes.
@@ -34,7 +35,8 @@ namespace bench
                             scanPointRoad,
                             sensorStreamRoad,
                             sensorOperationsRoad,
-                            panoramaRoad})
+                            panoramaRoad,
+                            anchorSectionsRoad})
     {
         auto comparisons = road();
         all.insert(all.end(), comparisons.begin(), comparisons.end());

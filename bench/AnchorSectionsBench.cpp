@@ -1,0 +1,191 @@
+/// @file
+/// Anchor sections: inserting windows in no order, and asking for times. Beside the same steps written down
+/// plainly, and, where it is built in, beside Boost's interval set.
+
+#include "Roads.h"
+
+#include <roamscan/geometry/AnchorSections.h>
+
+#include <support/LiteralAnchorSections.h>
+
+#ifdef ROAMSCAN_BENCH_PEERS
+#include "peers/IntervalSet.h"
+#endif
+
+#include <memory>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace bench
+{
+
+namespace
+{
+
+using oV::Roamscan::AnchorSections;
+using oV::Roamscan::TimeWindow;
+using support::LiteralAnchorSections;
+
+constexpr int repetitions = 7;
+constexpr char const* road = "Anchor sections";
+
+constexpr std::size_t windowCount = 10'000;
+constexpr std::size_t lookupCount = 1'000'000;
+constexpr std::size_t slowLookupCount = 10'000; // is enough of what takes so long
+
+enum class Kind
+{
+    Apart, // nine windows of ten stay sections of their own
+    Fusing // there is a section for every twenty windows
+};
+
+std::string nameOf(Kind kind)
+{
+    return kind == Kind::Apart ? "mostly apart" : "mostly fusing";
+}
+
+// The same windows and times in each run.
+struct Subjects
+{
+    explicit Subjects(Kind kind)
+    {
+        constexpr int64 spacing = 1'000'000; // ticks from one start to the next, on average
+        constexpr int64 lastTime = spacing * static_cast<int64>(windowCount);
+        std::mt19937_64 generator(20);
+        std::uniform_int_distribution<int64> time(0, lastTime);
+        std::uniform_int_distribution<int64> length(1, kind == Kind::Apart ? spacing / 10 : 6 * spacing);
+        for (std::size_t i = 0; i < windowCount; ++i) {
+            int64 const start = time(generator);
+            windows.emplace_back(start, start + length(generator));
+        }
+        for (std::size_t i = 0; i < lookupCount; ++i) {
+            times.push_back(time(generator));
+        }
+        for (TimeWindow const& window : windows) {
+            ours.insertSection(window);
+            literal.insertSection(window);
+        }
+        requireAgreement(literal);
+#ifdef ROAMSCAN_BENCH_PEERS
+        for (TimeWindow const& window : windows) {
+            intervals.insertSection(window);
+        }
+        requireAgreement(intervals);
+#endif
+    }
+
+    // Whoever gives another answer is not to be compared with.
+    void requireAgreement(auto const& other) const
+    {
+        bool isSame = std::vector<TimeWindow>(ours.begin(), ours.end()) == other.sections();
+        for (std::size_t i = 0; i < lookupCount; i += lookupCount / slowLookupCount) {
+            isSame = isSame && ours.isAnchor(times[i]) == other.isAnchor(times[i]);
+        }
+        if (!isSame) {
+            throw std::logic_error("anchor sections differ");
+        }
+    }
+
+    std::vector<TimeWindow> windows;
+    std::vector<int64> times;
+    AnchorSections ours;
+    LiteralAnchorSections literal;
+#ifdef ROAMSCAN_BENCH_PEERS
+    IntervalSet intervals;
+#endif
+};
+
+Subjects const& subjectsOf(Kind kind)
+{
+    static std::unique_ptr<Subjects const> subjects[2];
+    auto& wanted = subjects[static_cast<std::size_t>(kind)];
+    if (!wanted) {
+        wanted = std::make_unique<Subjects const>(kind);
+    }
+    return *wanted;
+}
+
+template <typename Sections>
+Contestant insertion(std::string label, std::string const& name, Kind kind)
+{
+    Workload const work{static_cast<double>(windowCount)};
+    return timedLoop(std::move(label), name, work, [kind](benchmark::State& state) {
+        auto const& subjects = subjectsOf(kind);
+        for ([[maybe_unused]] auto _ : state) {
+            Sections sections;
+            for (TimeWindow const& window : subjects.windows) {
+                sections.insertSection(window);
+            }
+            benchmark::DoNotOptimize(&sections);
+            benchmark::ClobberMemory();
+        }
+    });
+}
+
+template <typename Sections>
+Contestant
+lookup(std::string label, std::string const& name, Kind kind, std::size_t count, Sections Subjects::*sections)
+{
+    Workload const work{static_cast<double>(count)};
+    return timedLoop(std::move(label), name, work, [kind, count, sections](benchmark::State& state) {
+        auto const& subjects = subjectsOf(kind);
+        for ([[maybe_unused]] auto _ : state) {
+            for (std::size_t i = 0; i < count; ++i) {
+                bool isAnchor = (subjects.*sections).isAnchor(subjects.times[i]);
+                benchmark::DoNotOptimize(isAnchor);
+            }
+        }
+    });
+}
+
+Comparison compareInsertion(Kind kind)
+{
+    std::string const name = "anchors/insert/" + std::to_string(static_cast<int>(kind));
+    Comparison comparison{
+        road,
+        "insertSection, 10,000 windows, " + nameOf(kind),
+        nanoseconds,
+        repetitions,
+        insertion<AnchorSections>("insertSection", name + "/sections", kind),
+        {Reference{insertion<LiteralAnchorSections>("plain vector", name + "/plain", kind)}}};
+#ifdef ROAMSCAN_BENCH_PEERS
+    Reference peer{insertion<IntervalSet>("icl::interval_set", name + "/icl", kind)};
+    peer.isPeer = true;
+    comparison.references.push_back(std::move(peer));
+#endif
+    return comparison;
+}
+
+Comparison compareLookup(Kind kind)
+{
+    std::string const name = "anchors/lookup/" + std::to_string(static_cast<int>(kind));
+    Comparison comparison{
+        road,
+        "isAnchor, random times, windows " + nameOf(kind),
+        nanoseconds,
+        repetitions,
+        lookup("isAnchor", name + "/sections", kind, lookupCount, &Subjects::ours),
+        {Reference{lookup("plain vector", name + "/plain", kind, slowLookupCount, &Subjects::literal)}}};
+#ifdef ROAMSCAN_BENCH_PEERS
+    Reference peer{lookup("icl::interval_set", name + "/icl", kind, lookupCount, &Subjects::intervals)};
+    peer.isPeer = true;
+    comparison.references.push_back(std::move(peer));
+#endif
+    return comparison;
+}
+
+} // namespace
+
+std::vector<Comparison> anchorSectionsRoad()
+{
+    std::vector<Comparison> comparisons;
+    for (Kind const kind : {Kind::Apart, Kind::Fusing}) {
+        comparisons.push_back(compareInsertion(kind));
+        comparisons.push_back(compareLookup(kind));
+    }
+    return comparisons;
+}
+
+} // namespace bench
