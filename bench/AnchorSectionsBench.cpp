@@ -12,6 +12,7 @@
 #include "peers/IntervalSet.h"
 #endif
 
+#include <algorithm>
 #include <memory>
 #include <random>
 #include <stdexcept>
@@ -37,13 +38,22 @@ constexpr std::size_t slowLookupCount = 10'000; // is enough of what takes so lo
 
 enum class Kind
 {
-    Apart, // nine windows of ten stay sections of their own
-    Fusing // there is a section for every twenty windows
+    Apart,  // nine windows of ten stay sections of their own
+    Fusing, // there is a section for every twenty windows
+    InOrder // as those that are apart, by their starts
 };
 
 std::string nameOf(Kind kind)
 {
-    return kind == Kind::Apart ? "mostly apart" : "mostly fusing";
+    switch (kind) {
+    case Kind::Apart:
+        return "mostly apart";
+    case Kind::Fusing:
+        return "mostly fusing";
+    case Kind::InOrder:
+        return "mostly apart, in order";
+    }
+    throw std::invalid_argument("no kind of windows");
 }
 
 // The same windows and times in each run.
@@ -55,10 +65,15 @@ struct Subjects
         constexpr int64 lastTime = spacing * static_cast<int64>(windowCount);
         std::mt19937_64 generator(20);
         std::uniform_int_distribution<int64> time(0, lastTime);
-        std::uniform_int_distribution<int64> length(1, kind == Kind::Apart ? spacing / 10 : 6 * spacing);
+        std::uniform_int_distribution<int64> length(1, kind == Kind::Fusing ? 6 * spacing : spacing / 10);
         for (std::size_t i = 0; i < windowCount; ++i) {
             int64 const start = time(generator);
             windows.emplace_back(start, start + length(generator));
+        }
+        if (kind == Kind::InOrder) {
+            std::sort(windows.begin(), windows.end(), [](TimeWindow const& a, TimeWindow const& b) {
+                return a.start < b.start;
+            });
         }
         for (std::size_t i = 0; i < lookupCount; ++i) {
             times.push_back(time(generator));
@@ -99,7 +114,7 @@ struct Subjects
 
 Subjects const& subjectsOf(Kind kind)
 {
-    static std::unique_ptr<Subjects const> subjects[2];
+    static std::unique_ptr<Subjects const> subjects[3];
     auto& wanted = subjects[static_cast<std::size_t>(kind)];
     if (!wanted) {
         wanted = std::make_unique<Subjects const>(kind);
@@ -185,6 +200,7 @@ std::vector<Comparison> anchorSectionsRoad()
         comparisons.push_back(compareInsertion(kind));
         comparisons.push_back(compareLookup(kind));
     }
+    comparisons.push_back(compareInsertion(Kind::InOrder));
     return comparisons;
 }
 

@@ -1,6 +1,7 @@
 #include <roamscan/geometry/AnchorSections.h>
 
 #include <algorithm>
+#include <cstddef>
 
 namespace oV::Roamscan
 {
@@ -17,9 +18,23 @@ bool holdsAnInstant(TimeWindow const& window)
     return window.start < window.end;
 }
 
-bool startsLater(int64 time, TimeWindow const& section)
+// The first section that starts after the time. Windows most often come in order, so the end is tried first.
+// After that either half of what is left is as likely, and a branch would be foreseen wrongly every other
+// time: the outcome is multiplied instead, which leaves the compiler none.
+template <typename Position>
+Position firstStartingAfter(int64 time, Position begin, Position end)
 {
-    return time < section.start;
+    if (begin == end || (end - 1)->start <= time) {
+        return end;
+    }
+    // Among `count` sections from `begin` there is one to be found: the last of them, if no other.
+    std::ptrdiff_t count = end - begin;
+    while (count > 1) {
+        std::ptrdiff_t const half = count / 2;
+        begin += half * static_cast<std::ptrdiff_t>(begin[half - 1].start <= time);
+        count -= half;
+    }
+    return begin;
 }
 
 // Whether a section starts in the window, and ends in it or where it ends.
@@ -57,7 +72,7 @@ Range withinReach(TimeWindow const& window, Iterator begin, Iterator end)
         return {begin, end};
     }
     // Of the sections that start before the window, only the last one that holds an instant can reach it.
-    Iterator first = std::upper_bound(begin, end, window.start, startsLater);
+    Iterator first = firstStartingAfter(window.start, begin, end);
     while (first != begin) {
         --first;
         if (first->start < window.start && holdsAnInstant(*first)) {
@@ -96,9 +111,7 @@ void AnchorSections::insertSection(TimeWindow window)
     if (isInAnchorSection(window)) {
         return;
     }
-    // Only this can fail, and changes nothing then.
-    sections_.push_back(window);
-    auto const [first, last] = withinReach(window, sections_.begin(), sections_.end() - 1);
+    auto const [first, last] = withinReach(window, sections_.begin(), sections_.end());
 
     // The sections fuse in their order, each with the window as those before have left it.
     TimeWindow fused = window;
@@ -108,10 +121,15 @@ void AnchorSections::insertSection(TimeWindow window)
             *kept++ = *section;
         }
     }
-    sections_.erase(kept, last);
-    auto const place = std::upper_bound(sections_.begin(), sections_.end() - 1, fused.start, startsLater);
-    std::move_backward(place, sections_.end() - 1, sections_.end());
+    if (kept == last) {
+        sections_.insert(firstStartingAfter(window.start, sections_.begin(), sections_.end()), window);
+        return;
+    }
+    // One of those that it replaces leaves it the room. Those out of its reach start later.
+    Iterator const place = firstStartingAfter(fused.start, sections_.begin(), kept);
+    std::move_backward(place, kept, kept + 1);
     *place = fused;
+    sections_.erase(kept + 1, last);
 }
 
 void AnchorSections::includeAnchorSections(AnchorSections const& other)
@@ -139,7 +157,7 @@ bool AnchorSections::isAnchor(int64 time) const
 AnchorSections::const_iterator AnchorSections::getAnchorSection(int64 time) const
 {
     // Sections that hold an instant are disjoint: only the last of those that have started can hold this one.
-    ConstIterator section = std::upper_bound(begin(), end(), time, startsLater);
+    ConstIterator section = firstStartingAfter(time, begin(), end());
     while (section != begin()) {
         --section;
         if (holdsAnInstant(*section)) {
