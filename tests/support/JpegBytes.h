@@ -83,7 +83,7 @@ inline std::string startOfImage()
     return bytes({0xFF, 0xD8});
 }
 
-/// An APP1 segment of such a length, with 0 to 65535 whatever follows.
+/// An APP1 segment that says it has such a length, whatever follows.
 inline std::string app1(std::size_t length, std::string const& following)
 {
     return bytes({0xFF, 0xE1}) + number(ByteOrder::Big, length, 2) + following;

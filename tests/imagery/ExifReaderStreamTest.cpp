@@ -1,0 +1,320 @@
+/// @file
+/// What the reader asks of its stream, and how it takes streams that are in no good state, end early or
+/// cannot seek.
+
+#include <roamscan/imagery/ExifReader.h>
+
+#include <gtest/gtest.h>
+#include <support/JpegBytes.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <fstream>
+#include <ios>
+#include <istream>
+#include <sstream>
+#include <stdexcept>
+#include <streambuf>
+#include <string>
+#include <system_error>
+#include <tuple>
+#include <utility>
+
+#if defined(__linux__)
+#include <unistd.h>
+#endif
+
+namespace oV::Roamscan
+{
+
+namespace
+{
+
+using namespace std::string_literals;
+using PanoramaImageData::ExifData;
+using support::ByteOrder;
+using support::bytes;
+using support::cameraBlock;
+using support::segment;
+using support::startOfImage;
+
+auto textsOf(ExifData const& data)
+{
+    return std::tuple(data.dateTime, data.manufacturer, data.model, data.valid);
+}
+
+bool isDefault(ExifData const& data)
+{
+    return textsOf(data) == textsOf(ExifData());
+}
+
+bool isCamera(ExifData const& data)
+{
+    return textsOf(data) == std::tuple("2008:07:31 16:49:10\0"s, "ACME\0"s, "X100-S\0"s, true);
+}
+
+std::string cameraSegment()
+{
+    return segment(0xE1, support::exifName() + cameraBlock(ByteOrder::Little));
+}
+
+/// What a stream can do besides reading.
+enum class Seeking
+{
+    Possible,
+    Impossible,
+    TellsPlaceOnly
+};
+
+/// Bytes that nothing is read ahead of. Counts what is asked of it.
+class ObservedBuffer : public std::streambuf
+{
+public:
+    explicit ObservedBuffer(std::string content, Seeking seeking = Seeking::Possible)
+        : content_(std::move(content)), seeking_(seeking)
+    {}
+
+    [[nodiscard]] std::size_t bytesRead() const { return bytesRead_; }
+    [[nodiscard]] std::size_t furthest() const { return furthest_; }
+    [[nodiscard]] std::size_t calls() const { return calls_; }
+
+    void failFrom(std::size_t place) { failsFrom_ = place; }
+
+protected:
+    std::streamsize xsgetn(char* target, std::streamsize count) override
+    {
+        ++calls_;
+        std::size_t const taken = content_.copy(target, static_cast<std::size_t>(count), place_);
+        advance(taken);
+        return static_cast<std::streamsize>(taken);
+    }
+
+    int_type underflow() override
+    {
+        ++calls_;
+        return place_ < content_.size() ? traits_type::to_int_type(content_[place_]) : traits_type::eof();
+    }
+
+    int_type uflow() override
+    {
+        int_type const character = underflow();
+        advance(place_ < content_.size() ? 1 : 0);
+        return character;
+    }
+
+    pos_type seekoff(off_type offset, std::ios::seekdir direction, std::ios::openmode /*which*/) override
+    {
+        ++calls_;
+        bool const isHere = direction == std::ios::cur && offset == 0;
+        auto const target = static_cast<off_type>(place_) + offset;
+        if (seeking_ == Seeking::Impossible || (seeking_ == Seeking::TellsPlaceOnly && !isHere) ||
+            direction != std::ios::cur || target > static_cast<off_type>(content_.size()))
+        {
+            return {off_type(-1)};
+        }
+        place_ = static_cast<std::size_t>(target);
+        return {target};
+    }
+
+private:
+    void advance(std::size_t count)
+    {
+        place_ += count;
+        bytesRead_ += count;
+        furthest_ = std::max(furthest_, place_);
+        if (place_ > failsFrom_) {
+            throw std::runtime_error("the disk is broken");
+        }
+    }
+
+    std::string content_;
+    Seeking seeking_;
+    std::size_t place_ = 0;
+    std::size_t bytesRead_ = 0;
+    std::size_t furthest_ = 0;
+    std::size_t calls_ = 0;
+    std::size_t failsFrom_ = std::string::npos;
+};
+
+ExifData read(ObservedBuffer& buffer)
+{
+    std::istream stream(&buffer);
+    return readExifMetaData(stream);
+}
+
+ExifData readWith(std::string const& picture, Seeking seeking)
+{
+    ObservedBuffer buffer(picture, seeking);
+    return read(buffer);
+}
+
+/// A file of its own, which goes away afterwards.
+class PictureFile
+{
+public:
+    explicit PictureFile(std::string const& content)
+    {
+        auto const& test = *testing::UnitTest::GetInstance()->current_test_info();
+        path_ = std::filesystem::temp_directory_path() / ("roamscan-"s + test.name() + ".jpg");
+        std::ofstream(path_, std::ios::binary) << content;
+    }
+    PictureFile(PictureFile const&) = delete;
+    PictureFile& operator=(PictureFile const&) = delete;
+    ~PictureFile()
+    {
+        std::error_code ignored;
+        std::filesystem::remove(path_, ignored);
+    }
+
+    [[nodiscard]] ExifData read() const
+    {
+        std::ifstream stream(path_, std::ios::binary);
+        return readExifMetaData(stream);
+    }
+
+private:
+    std::filesystem::path path_;
+};
+
+} // namespace
+
+TEST(ExifReaderStream, NothingBehindTheBlockIsAskedFor)
+{
+    std::string const before = startOfImage() + segment(0xE0, std::string(5000, 'x')) +
+                               segment(0xFE, std::string(65533, 'x')) + cameraSegment();
+    ObservedBuffer buffer(before + std::string(8'000'000, 'x'));
+    EXPECT_TRUE(isCamera(read(buffer)));
+    // Start; two skipped segments and the one that is taken, four bytes each; the block.
+    EXPECT_EQ(buffer.bytesRead(), 2U + 3U * 4U + 82U + 2U);
+    EXPECT_EQ(buffer.furthest(), before.size() + 2U);
+    EXPECT_LE(buffer.calls(), 11U);
+}
+
+TEST(ExifReaderStream, AnotherKindOfApp1EndsTheReading)
+{
+    std::string const before = startOfImage() + segment(0xE1, "something else");
+    ObservedBuffer buffer(before + cameraSegment() + std::string(1000, 'x'));
+    EXPECT_TRUE(isDefault(read(buffer)));
+    EXPECT_EQ(buffer.furthest(), before.size() + 2U);
+}
+
+TEST(ExifReaderStream, AnUnknownMarkerEndsTheReading)
+{
+    ObservedBuffer buffer(bytes({0x89, 'P', 'N', 'G'}) + std::string(1000, 'x'));
+    EXPECT_TRUE(isDefault(read(buffer)));
+    EXPECT_EQ(buffer.bytesRead(), 2U);
+}
+
+TEST(ExifReaderStream, AStreamAtItsEndIsNotRead)
+{
+    std::istringstream stream(startOfImage() + cameraSegment());
+    stream.setstate(std::ios::eofbit);
+    EXPECT_TRUE(isDefault(readExifMetaData(stream)));
+    EXPECT_EQ(stream.rdstate(), std::ios::eofbit);
+    stream.clear();
+    EXPECT_EQ(stream.tellg(), std::istringstream::pos_type(0));
+}
+
+TEST(ExifReaderStream, AStreamThatHasFailedGivesNothing)
+{
+    for (auto const state : {std::ios::failbit, std::ios::badbit}) {
+        std::istringstream stream(startOfImage() + cameraSegment());
+        stream.setstate(state);
+        EXPECT_TRUE(isDefault(readExifMetaData(stream)));
+    }
+    std::istream nowhere(nullptr);
+    EXPECT_TRUE(isDefault(readExifMetaData(nowhere)));
+}
+
+TEST(ExifReaderStream, AStreamThatCannotSeekGivesNothing)
+{
+    EXPECT_TRUE(isCamera(readWith(startOfImage() + cameraSegment(), Seeking::Possible)));
+    EXPECT_TRUE(isDefault(readWith(startOfImage() + cameraSegment(), Seeking::Impossible)));
+}
+
+TEST(ExifReaderStream, AStreamThatOnlyKnowsItsPlaceGivesNothing)
+{
+    EXPECT_TRUE(isDefault(readWith(startOfImage() + cameraSegment(), Seeking::TellsPlaceOnly)));
+}
+
+TEST(ExifReaderStream, ASegmentOfNothingIsSeekedOverToo)
+{
+    std::string const picture = startOfImage() + segment(0xE0, "") + bytes({0xFF, 0x00});
+    ObservedBuffer sound(picture);
+    EXPECT_TRUE(isDefault(read(sound)));
+    EXPECT_EQ(sound.furthest(), picture.size());
+    ObservedBuffer unseekable(picture, Seeking::Impossible);
+    EXPECT_TRUE(isDefault(read(unseekable)));
+    EXPECT_EQ(unseekable.furthest(), picture.size() - 2);
+}
+
+TEST(ExifReaderStream, AStreamMayBeginInTheMiddleOfAnotherFile)
+{
+    std::istringstream stream("something else" + startOfImage() + segment(0xE0, "JFIF") + cameraSegment());
+    stream.seekg(14);
+    EXPECT_TRUE(isCamera(readExifMetaData(stream)));
+}
+
+TEST(ExifReaderStream, AStreamBufferThatThrowsIsABrokenStream)
+{
+    std::string const picture = startOfImage() + cameraSegment();
+    for (std::size_t const place : {0U, 2U, 4U}) {
+        ObservedBuffer buffer(picture);
+        buffer.failFrom(place);
+        EXPECT_TRUE(isDefault(read(buffer))) << place;
+    }
+}
+
+TEST(ExifReaderStream, AStreamThatWasToldToThrowThrows)
+{
+    auto const all = std::ios::failbit | std::ios::badbit | std::ios::eofbit;
+    std::istringstream sound(startOfImage() + cameraSegment() + "xx");
+    sound.exceptions(all);
+    EXPECT_TRUE(isCamera(readExifMetaData(sound)));
+    std::istringstream tooShort(startOfImage() + cameraSegment() + "x");
+    tooShort.exceptions(all);
+    EXPECT_THROW((void)readExifMetaData(tooShort), std::ios::failure);
+    std::istringstream broken(startOfImage() + support::app1(6, ""));
+    broken.exceptions(all);
+    EXPECT_TRUE(isDefault(readExifMetaData(broken)));
+}
+
+TEST(ExifReaderStream, FilesAreReadAsStreamsInMemoryAre)
+{
+    EXPECT_TRUE(isCamera(PictureFile(startOfImage() + cameraSegment()).read()));
+    EXPECT_TRUE(isDefault(PictureFile("").read()));
+    // On both sides of what a file's buffer holds at a time.
+    for (std::size_t size = 8160; size < 8220; ++size) {
+        std::string const before = startOfImage() + segment(0xE0, std::string(size, 'x'));
+        EXPECT_TRUE(isCamera(PictureFile(before + cameraSegment()).read())) << size;
+        EXPECT_TRUE(isCamera(PictureFile(before + segment(0xE2, "") + cameraSegment()).read())) << size;
+    }
+    std::string const far = segment(0xE0, std::string(65533, 'x')) + segment(0xE2, std::string(20000, 'x'));
+    EXPECT_TRUE(isCamera(PictureFile(startOfImage() + far + cameraSegment()).read()));
+}
+
+TEST(ExifReaderStream, AFileMayEndInASegmentThatIsSkipped)
+{
+    EXPECT_TRUE(isDefault(PictureFile(startOfImage() + bytes({0xFF, 0xE0, 0x10, 0x00, 'x'})).read()));
+    EXPECT_TRUE(isDefault(PictureFile(startOfImage() + bytes({0xFF, 0xE1, 0x10, 0x00, 'E'})).read()));
+    EXPECT_TRUE(isDefault(PictureFile(startOfImage() + bytes({0xFF, 0xE1, 0x10})).read()));
+}
+
+#if defined(__linux__)
+TEST(ExifReaderStream, APipeCannotSeekAndGivesNothing)
+{
+    std::string const picture = startOfImage() + cameraSegment();
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    ASSERT_EQ(write(ends[1], picture.data(), picture.size()), static_cast<ssize_t>(picture.size()));
+    close(ends[1]);
+    std::ifstream stream("/dev/fd/" + std::to_string(ends[0]), std::ios::binary);
+    ASSERT_TRUE(stream.is_open());
+    EXPECT_EQ(stream.peek(), 0xFF);
+    EXPECT_TRUE(isDefault(readExifMetaData(stream)));
+    close(ends[0]);
+}
+#endif
+
+} // namespace oV::Roamscan
