@@ -1,0 +1,78 @@
+/// @file
+/// Bytes from anywhere as JSON text of an anchor scan's metadata or of one picture. Whatever they are, they
+/// are read or refused with the JSON library's own exception, and what was read comes back through JSON as it
+/// was.
+
+#include "FrameInput.h"
+
+#include <roamscan/imagery/AnchorScanMetadata.h>
+
+#include <nlohmann/json.hpp>
+
+#include <cstdint>
+#include <cstring>
+
+namespace
+{
+
+using fuzz::require;
+using nlohmann::json;
+using oV::Roamscan::AnchorScanMetadata;
+using Picture = AnchorScanMetadata::PanoramaPicture;
+
+/// Numbers of JSON text are finite; two zeros of different sign are different bits.
+bool sameBits(double a, double b)
+{
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+bool same(Picture const& a, Picture const& b)
+{
+    return a.fileName == b.fileName && a.camSerialNumber == b.camSerialNumber && a.content == b.content &&
+           a.imageOrientation == b.imageOrientation && a.camManufacturer == b.camManufacturer &&
+           a.camModel == b.camModel && a.camFirmwareVersion == b.camFirmwareVersion && a.time == b.time;
+}
+
+bool same(AnchorScanMetadata const& a, AnchorScanMetadata const& b)
+{
+    if (a.panoramaPictures.size() != b.panoramaPictures.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < a.panoramaPictures.size(); ++i) {
+        if (!same(a.panoramaPictures[i], b.panoramaPictures[i])) {
+            return false;
+        }
+    }
+    return a.id == b.id && sameBits(a.horizontalVelocity, b.horizontalVelocity) &&
+           sameBits(a.horizontalAngle, b.horizontalAngle) && a.startTime == b.startTime &&
+           a.endTime == b.endTime;
+}
+
+template <typename Value>
+void readAndReturn(json const& document)
+{
+    Value value;
+    try {
+        document.get_to(value);
+    } catch (json::exception const& refused) {
+        require(refused.id == 302 || refused.id == 304 || refused.id == 403, "a refusal is one of the three");
+        return;
+    }
+    json const written = value;
+    Value again;
+    written.get_to(again);
+    require(same(value, again), "a value comes back from its JSON value");
+    Value fromText;
+    json::parse(written.dump()).get_to(fromText);
+    require(same(value, fromText), "a value comes back from its JSON text");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+{
+    json const document = json::parse(data, data + size, nullptr, false);
+    readAndReturn<AnchorScanMetadata>(document);
+    readAndReturn<Picture>(document);
+    return 0;
+}
