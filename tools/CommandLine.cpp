@@ -5,6 +5,7 @@
 #include "tools/commands/PanoramaCommand.h"
 #include "tools/commands/PlaceCommand.h"
 #include "tools/commands/SimulateCommand.h"
+#include "tools/commands/StillCommand.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
 
@@ -28,6 +29,7 @@ constexpr char const* examples = R"(Examples:
   roamscan simulate walk --seconds 60                            make up a walk with a scanner
   roamscan place --trajectory walk/walk.trajectory --from 1 --to 0 --sensors walk/walk.sensors --picture plan.png
                                                                  put the scan points where they belong
+  roamscan still --trajectory walk/walk.trajectory --speed 0.02  when the device stood still
   roamscan info walk/walk.sensors --json                         what is in a trajectory or sensor stream
 )";
 
@@ -47,6 +49,7 @@ public:
         addImport();
         addSimulate();
         addPlace();
+        addStill();
         addInfo();
         addPanorama();
     }
@@ -136,6 +139,25 @@ private:
         };
     }
 
+    void addStill()
+    {
+        CLI::App* const command = app_.add_subcommand("still", "Find when the device stood still");
+        command->add_option("--trajectory", still_.trajectory, "The trajectory of the recording")->required();
+        command->add_option(
+            "--speed", still_.settings.speed, "Slower than this is still, in metres a second (0.05)");
+        command->add_option(
+            "--rate", still_.settings.rate, "Turning slower than this is still, in degrees a second (3)");
+        command->add_option(
+            "--min-seconds", still_.settings.minSeconds, "Leave out what is shorter than this (1)");
+        command->add_flag("--json", still_.json, "One JSON object instead of a table");
+        command->footer(
+            "Example:\n  roamscan still --trajectory walk/walk.trajectory --min-seconds 5 --json\n");
+        actions_[command] = [this](std::ostream& out, std::ostream& /*err*/) {
+            runStill(still_, out);
+            return true;
+        };
+    }
+
     void addInfo()
     {
         CLI::App* const command =
@@ -177,6 +199,7 @@ private:
     ImportOptions import_;
     SimulateOptions simulate_;
     PlaceOptions place_;
+    StillOptions still_;
     InfoOptions info_;
     PanoramaOptions panorama_;
 };

@@ -31,7 +31,7 @@ TEST_F(CommandLineTest, HelpHasAnExampleOfEveryCommand)
 {
     ToolRun const help = run({"--help"});
     EXPECT_EQ(help.status, 0);
-    for (std::string const command : {"import", "simulate", "place", "info"}) {
+    for (std::string const command : {"import", "simulate", "place", "still", "info"}) {
         EXPECT_NE(help.out.find("  roamscan " + command + " "), std::string::npos) << help.out;
         ToolRun const one = run({command, "--help"});
         EXPECT_EQ(one.status, 0);
@@ -65,6 +65,9 @@ TEST_F(CommandLineTest, AWrongCallIsOneLineAndStatusOne)
               "c"},
              {"simulate", file("a"), "--seconds", "5", "--along", "b"},
              {"simulate", file("a"), "--seed", "-1"},
+             {"still"},
+             {"still", "a.trajectory"},
+             {"still", "--trajectory", "a.trajectory", "--speed", "walking"},
          })
     {
         ToolRun const wrong = run(words);

@@ -1,5 +1,7 @@
 #include "tools/commands/TrajectorySummary.h"
 
+#include "tools/motion/NodeOrder.h"
+
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -11,20 +13,6 @@ namespace
 {
 
 using NodePointers = std::vector<TrajectoryNode const*>;
-
-/// Of every run of equal times the last one.
-NodePointers withoutRepetitions(NodePointers const& sorted)
-{
-    NodePointers nodes;
-    for (TrajectoryNode const* const node : sorted) {
-        if (!nodes.empty() && nodes.back()->time == node->time) {
-            nodes.back() = node;
-        } else {
-            nodes.push_back(node);
-        }
-    }
-    return nodes;
-}
 
 TrajectorySummary::Span measure(NodePointers const& nodes)
 {
@@ -54,10 +42,8 @@ TrajectorySummary summarise(TrajectoryData const& data)
         }
     }
     summary.nodesWithoutTime = summary.nodes - timed.size();
-    auto const timeOf = [](TrajectoryNode const* node) { return node->time; };
-    summary.inOrder = std::ranges::is_sorted(timed, {}, timeOf);
-    std::ranges::stable_sort(timed, {}, timeOf);
-    NodePointers const nodes = withoutRepetitions(timed);
+    summary.inOrder = std::ranges::is_sorted(timed, {}, &TrajectoryNode::time);
+    NodePointers const nodes = inOrderOfTime(timed);
     summary.repeatedTimes = timed.size() - nodes.size();
     if (!nodes.empty()) {
         summary.span = measure(nodes);

@@ -1,6 +1,7 @@
 #include "tools/simulation/RecordedMotion.h"
 
 #include "tools/console/ToolError.h"
+#include "tools/motion/NodeOrder.h"
 #include "tools/simulation/SimulationLimits.h"
 
 #include <algorithm>
@@ -55,20 +56,15 @@ Eigen::Quaterniond rotationBy(Eigen::Vector3d const& turn)
 
 RecordedMotion::RecordedMotion(std::vector<TrajectoryNode> const& nodes, std::filesystem::path const& name)
 {
-    std::vector<std::size_t> order(nodes.size());
-    for (std::size_t i = 0; i < nodes.size(); ++i) {
-        check(nodes[i], name);
-        order[i] = i;
+    std::vector<TrajectoryNode const*> all;
+    for (TrajectoryNode const& node : nodes) {
+        check(node, name);
+        all.push_back(&node);
     }
-    std::ranges::stable_sort(order, {}, [&](std::size_t i) { return nodes[i].time; });
-    for (std::size_t i = 0; i < order.size(); ++i) {
-        TrajectoryNode const& node = nodes[order[i]];
-        if (i + 1 < order.size() && nodes[order[i + 1]].time == node.time) {
-            continue;
-        }
-        times_.push_back(node.time);
-        positions_.push_back(node.pose.translation());
-        rotations_.push_back(node.pose.rotation().normalized());
+    for (TrajectoryNode const* const node : inOrderOfTime(all)) {
+        times_.push_back(node->time);
+        positions_.push_back(node->pose.translation());
+        rotations_.push_back(node->pose.rotation().normalized());
     }
     if (times_.size() < 2) {
         throw fileError(name, "a motion needs poses at two different times at least");

@@ -1,0 +1,225 @@
+#include "tools/motion/StillStretches.h"
+
+#include "tools/motion/NodeOrder.h"
+#include "tools/simulation/SimulationLimits.h"
+
+#include <roamscan/time/TimeConversion.h>
+
+#include <Eigen/Geometry>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <vector>
+
+namespace oV::Roamscan::tool
+{
+
+namespace
+{
+
+using Eigen::Quaterniond;
+using Eigen::Vector3d;
+
+constexpr double shortestHalf = 0.25; // seconds
+constexpr double stepsInHalf = 4.0;
+constexpr double measurementsInHalf = 12.5; // every 20 ms with the shortest half
+constexpr double unitTolerance = 0.01;
+
+struct Pose
+{
+    double time = 0.0;
+    Vector3d position;
+    Quaterniond rotation;
+};
+
+using Poses = std::span<Pose const>;
+
+bool isUsable(TrajectoryNode const& node)
+{
+    return std::abs(node.time) <= farthestTime && node.pose.allFinite() &&
+           std::abs(node.pose.rotation().norm() - 1.0) <= unitTolerance;
+}
+
+std::vector<Pose> usablePoses(std::span<TrajectoryNode const> nodes, std::size_t& unusable)
+{
+    std::vector<TrajectoryNode const*> usable;
+    for (TrajectoryNode const& node : nodes) {
+        if (isUsable(node)) {
+            usable.push_back(&node);
+        }
+    }
+    unusable = nodes.size() - usable.size();
+    std::vector<Pose> poses;
+    for (TrajectoryNode const* const node : inOrderOfTime(usable)) {
+        poses.push_back({node->time, node->pose.translation(), node->pose.rotation().normalized()});
+    }
+    return poses;
+}
+
+/// Reorders the numbers, of which there must be one.
+double medianOf(std::vector<double>& numbers)
+{
+    auto const middle = numbers.begin() + static_cast<std::ptrdiff_t>(numbers.size() / 2);
+    std::nth_element(numbers.begin(), middle, numbers.end());
+    if (numbers.size() % 2 == 1) {
+        return *middle;
+    }
+    return *middle + (*std::max_element(numbers.begin(), middle) - *middle) / 2.0;
+}
+
+/// Of each of the poses' numbers the median.
+class MiddlePose
+{
+public:
+    [[nodiscard]] Pose of(Poses poses)
+    {
+        Pose middle;
+        middle.time = medianBy(poses, [](Pose const& pose) { return pose.time; });
+        for (Eigen::Index i = 0; i < 3; ++i) {
+            middle.position[i] = medianBy(poses, [i](Pose const& pose) { return pose.position[i]; });
+        }
+        // A rotation and its negative are the same; all are taken on the side of the first.
+        Quaterniond const& first = poses.front().rotation;
+        for (Eigen::Index i = 0; i < 4; ++i) {
+            middle.rotation.coeffs()[i] = medianBy(poses, [i, &first](Pose const& pose) {
+                double const number = pose.rotation.coeffs()[i];
+                return pose.rotation.dot(first) < 0.0 ? -number : number;
+            });
+        }
+        return middle;
+    }
+
+private:
+    template <typename Number>
+    double medianBy(Poses poses, Number const& number)
+    {
+        numbers_.clear();
+        for (Pose const& pose : poses) {
+            numbers_.push_back(number(pose));
+        }
+        return medianOf(numbers_);
+    }
+
+    std::vector<double> numbers_;
+};
+
+/// In degrees; more than any if one of them is too far from a rotation.
+double turnBetween(Quaterniond const& from, Quaterniond const& to)
+{
+    constexpr double shortest = 0.5;
+    if (!(from.norm() > shortest && to.norm() > shortest)) {
+        return std::numeric_limits<double>::infinity();
+    }
+    Quaterniond const turn = from.conjugate() * to;
+    return 2.0 * std::atan2(turn.vec().norm(), std::abs(turn.w())) * 180.0 / std::numbers::pi;
+}
+
+/// Finds the stretches between two gaps.
+class StretchFinder
+{
+public:
+    StretchFinder(StillSettings const& settings, double half, AnchorSections& sections)
+        : settings_(settings), half_(half), sections_(sections)
+    {}
+
+    /// The poses span two halves at least.
+    void search(Poses poses)
+    {
+        Pose const* from = nullptr;
+        Pose const* to = nullptr;
+        double lastMeasured = -std::numeric_limits<double>::infinity();
+        for (Pose const& pose : poses) {
+            if (pose.time - lastMeasured < half_ / measurementsInHalf && &pose != &poses.back()) {
+                continue;
+            }
+            lastMeasured = pose.time;
+            if (isStillAt(pose.time, poses)) {
+                from = from == nullptr ? &pose : from;
+                to = &pose;
+            } else if (from != nullptr) {
+                add(from->time, to->time);
+                from = nullptr;
+            }
+        }
+        if (from != nullptr) {
+            add(from->time, to->time);
+        }
+    }
+
+private:
+    [[nodiscard]] bool isStillAt(double time, Poses poses)
+    {
+        // At the two ends both halves still lie within what is known.
+        double const centre = std::max(poses.front().time + half_, std::min(time, poses.back().time - half_));
+        auto const begin = std::ranges::lower_bound(poses, centre - half_, {}, &Pose::time);
+        auto const middle = std::ranges::lower_bound(poses, centre, {}, &Pose::time);
+        auto const end = std::ranges::upper_bound(poses, centre + half_, {}, &Pose::time);
+        if (begin == middle || middle == end) {
+            return false;
+        }
+        Pose const before = middlePose_.of({begin, middle});
+        Pose const after = middlePose_.of({middle, end});
+        double const elapsed = after.time - before.time;
+        // What hangs on the very edge of the two halves would make noise look like motion, and the other way.
+        if (elapsed < half_ / 4.0) {
+            return false;
+        }
+        return (after.position - before.position).norm() < settings_.speed * elapsed &&
+               turnBetween(before.rotation, after.rotation) < settings_.rate * elapsed;
+    }
+
+    void add(double from, double to)
+    {
+        TimeWindow const window(TimeConversion::convertToIntegerTime(from),
+                                TimeConversion::convertToIntegerTime(to));
+        if (to - from >= settings_.minSeconds && window.valid()) {
+            sections_.insertSection(window);
+        }
+    }
+
+    StillSettings const& settings_;
+    double half_;
+    AnchorSections& sections_;
+    MiddlePose middlePose_;
+};
+
+double halfFor(Poses poses)
+{
+    std::vector<double> steps;
+    for (std::size_t i = 1; i < poses.size(); ++i) {
+        steps.push_back(poses[i].time - poses[i - 1].time);
+    }
+    return steps.empty() ? shortestHalf : std::max(shortestHalf, stepsInHalf * medianOf(steps));
+}
+
+} // namespace
+
+StillStretches findStillStretches(std::span<TrajectoryNode const> nodes, StillSettings const& settings)
+{
+    StillStretches result;
+    std::vector<Pose> const poses = usablePoses(nodes, result.unusable);
+    result.poses = poses.size();
+    double const half = halfFor(poses);
+    result.window = 2.0 * half;
+
+    StretchFinder finder(settings, half, result.sections);
+    for (std::size_t first = 0, last = 0; first < poses.size(); first = ++last) {
+        while (last + 1 < poses.size() && poses[last + 1].time - poses[last].time <= half) {
+            ++last;
+        }
+        if (last + 1 < poses.size()) {
+            ++result.gaps;
+            result.largestGap = std::max(result.largestGap, poses[last + 1].time - poses[last].time);
+        }
+        double const known = poses[last].time - poses[first].time;
+        if (known >= result.window) {
+            result.measured += known;
+            finder.search(Poses(poses).subspan(first, last - first + 1));
+        }
+    }
+    return result;
+}
+
+} // namespace oV::Roamscan::tool
