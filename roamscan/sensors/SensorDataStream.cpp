@@ -1,6 +1,7 @@
 /// @file
 /// SensorData to and from a stream, straight between store and buffer.
 
+#include <roamscan/frame/ov/detail/FlatBufferFrame.h>
 #include <roamscan/frame/ov/detail/FlatBufferRoot.h>
 #include <roamscan/frame/ov/detail/StreamFrame.h>
 #include <roamscan/sensors/SensorData.h>
@@ -12,7 +13,6 @@
 #include <istream>
 #include <memory>
 #include <ostream>
-#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -357,14 +357,10 @@ std::shared_ptr<SensorData> SensorData::read(std::istream& stream)
 
 bool SensorData::write(std::ostream& stream) const
 {
-    std::uint64_t const sizeBound = bufferSizeBound(*this);
-    if (sizeBound > detail::largestFlatBuffer) {
-        return false;
-    }
-    flatbuffers::FlatBufferBuilder builder(static_cast<std::size_t>(sizeBound));
-    packStore(builder, *this);
-    return detail::writeFrame(stream,
-                              std::as_bytes(std::span(builder.GetBufferPointer(), builder.GetSize())));
+    return detail::writeFlatBuffer(
+        stream, bufferSizeBound(*this), [this](flatbuffers::FlatBufferBuilder& builder) {
+            packStore(builder, *this);
+        });
 }
 
 } // namespace oV::Roamscan

@@ -3,6 +3,7 @@
 
 #include <roamscan/frame/bvbase/String.h>
 #include <roamscan/frame/ov/Models.h>
+#include <roamscan/frame/ov/detail/FlatBufferFrame.h>
 #include <roamscan/frame/ov/detail/FlatBufferRoot.h>
 #include <roamscan/frame/ov/detail/StreamFrame.h>
 #include <roamscan/frame/platform/detail/UntouchedMemory.h>
@@ -190,14 +191,10 @@ bool TrajectoryData::readFromStream(std::istream& stream)
 
 bool TrajectoryData::write(std::ostream& stream) const
 {
-    std::uint64_t const sizeBound = bufferSizeBound(*this);
-    if (!stream.good() || sizeBound > detail::largestFlatBuffer) {
-        return false;
-    }
-    flatbuffers::FlatBufferBuilder builder(static_cast<std::size_t>(sizeBound));
-    packStore(builder, *this);
-    return detail::writeFrame(stream,
-                              std::as_bytes(std::span(builder.GetBufferPointer(), builder.GetSize())));
+    return detail::writeFlatBuffer(
+        stream, bufferSizeBound(*this), [this](flatbuffers::FlatBufferBuilder& builder) {
+            packStore(builder, *this);
+        });
 }
 
 } // namespace oV::Roamscan
