@@ -42,7 +42,7 @@ public:
     /// left-handed. The id stays.
     void setFromPlaneFit(BvFitPlane::PlaneParam const& param);
 
-    /// The identifier, #invalidTarget until it is set.
+    /// The identifier, `invalidTarget` until it is set.
     [[nodiscard]] int const& id() const { return id_; }
     /// Sets the identifier.
     void id(int const& value) { id_ = value; }
