@@ -1,5 +1,6 @@
 #include "tools/CommandLine.h"
 
+#include "tools/commands/ExifCommand.h"
 #include "tools/commands/ImportCommand.h"
 #include "tools/commands/InfoCommand.h"
 #include "tools/commands/PanoramaCommand.h"
@@ -31,6 +32,7 @@ constexpr char const* examples = R"(Examples:
                                                                  put the scan points where they belong
   roamscan still --trajectory walk/walk.trajectory --speed 0.02  when the device stood still
   roamscan info walk/walk.sensors --json                         what is in a trajectory or sensor stream
+  roamscan exif panorama.jpg                                     when a picture was taken, and with which camera
 )";
 
 /// The command line, and what was found on it.
@@ -52,6 +54,7 @@ public:
         addStill();
         addInfo();
         addPanorama();
+        addExif();
     }
 
     int run(int argumentCount, char const* const* arguments, std::ostream& out, std::ostream& err)
@@ -191,6 +194,16 @@ private:
         };
     }
 
+    void addExif()
+    {
+        CLI::App* const command =
+            app_.add_subcommand("exif", "Tell when pictures were taken, and with which camera");
+        command->add_option("FILE", exif_.files, "Pictures in JPEG files")->required();
+        command->add_flag("--json", exif_.json, "One JSON array with an object for each file");
+        command->footer("Example:\n  roamscan exif panorama.jpg detail.jpg --json\n");
+        actions_[command] = [this](std::ostream& out, std::ostream& err) { return runExif(exif_, out, err); };
+    }
+
     std::map<CLI::App const*, Action> actions_;
     CLI::App app_{"Carries scan points along a trajectory into the world."};
     std::string formatName_;
@@ -202,6 +215,7 @@ private:
     StillOptions still_;
     InfoOptions info_;
     PanoramaOptions panorama_;
+    ExifOptions exif_;
 };
 
 void printFailure(std::ostream& err, std::string const& why)

@@ -29,15 +29,20 @@ std::string oneLine(std::string_view text)
     return line;
 }
 
+std::string plain(std::string_view text)
+{
+    std::string shown = oneLine(text);
+    std::replace_if(
+        shown.begin(), shown.end(), [](char c) { return static_cast<unsigned char>(c) > 0x7E; }, '?');
+    return shown;
+}
+
 std::string excerpt(std::string_view text)
 {
     constexpr std::size_t longest = 40;
     bool const cut = text.size() > longest;
-    std::string shown = oneLine(text.substr(0, longest));
     // Cutting may have split a character of several bytes; what is left of other alphabets is of no use here.
-    std::replace_if(
-        shown.begin(), shown.end(), [](char c) { return static_cast<unsigned char>(c) > 0x7E; }, '?');
-    return "\"" + shown + (cut ? "...\"" : "\"");
+    return "\"" + plain(text.substr(0, longest)) + (cut ? "...\"" : "\"");
 }
 
 std::string listed(std::vector<std::string> const& items)

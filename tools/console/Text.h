@@ -13,6 +13,9 @@ namespace oV::Roamscan::tool
 /// The text as part of one line on a terminal: control characters become '?'.
 [[nodiscard]] std::string oneLine(std::string_view text);
 
+/// The text as plain ASCII without control characters; each byte of anything else becomes '?'.
+[[nodiscard]] std::string plain(std::string_view text);
+
 /// The beginning of a text from a file, in quotes, fit for a message.
 [[nodiscard]] std::string excerpt(std::string_view text);
 

@@ -21,6 +21,12 @@ TEST(Text, OneLineHasNoControlCharacters)
     EXPECT_EQ(oneLine("größe"), "größe");
 }
 
+TEST(Text, PlainIsPrintableAscii)
+{
+    EXPECT_EQ(plain("aZ 09~\x7f\x1f\n"), "aZ 09~???");
+    EXPECT_EQ(plain("\xc3\xb6\x9b\xff"), "????");
+}
+
 TEST(Text, ExcerptIsShortAndPlain)
 {
     EXPECT_EQ(excerpt("1.5x"), "\"1.5x\"");
