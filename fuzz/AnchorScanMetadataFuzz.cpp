@@ -9,8 +9,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include <bit>
+#include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 namespace
 {
@@ -23,7 +24,7 @@ using Picture = AnchorScanMetadata::PanoramaPicture;
 /// Numbers of JSON text are finite; two zeros of different sign are different bits.
 bool sameBits(double a, double b)
 {
-    return std::memcmp(&a, &b, sizeof a) == 0;
+    return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
 }
 
 bool same(Picture const& a, Picture const& b)

@@ -338,8 +338,9 @@ TEST(StillStretches, TheOrderOfTheNodesDoesNotMatter)
     ASSERT_EQ(inOrder.size(), 4U);
     std::ranges::reverse(nodes);
     EXPECT_EQ(secondsOf(findStillStretches(nodes, {})), inOrder);
-    std::ranges::stable_partition(nodes,
-                                  [](TrajectoryNode const& node) { return std::fmod(node.time, 1.0) < 0.3; });
+    std::stable_partition(nodes.begin(), nodes.end(), [](TrajectoryNode const& node) {
+        return std::fmod(node.time, 1.0) < 0.3;
+    });
     EXPECT_EQ(secondsOf(findStillStretches(nodes, {})), inOrder);
 }
 
