@@ -4,9 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <map>
 #include <random>
 #include <string>
+#include <thread>
+#include <vector>
 
 namespace
 {
@@ -169,6 +172,25 @@ TEST(TimedView, OnlyTheMapsOfKindsThatHaveASampleAtTheTickAreFilled)
         EXPECT_EQ(entry.secondRangefinderData.size(), key == 4 ? 1U : 0U);
         EXPECT_EQ(entry.scanningStatusData.size(), key == 5 ? 1U : 0U);
     }
+}
+
+TEST(TimedView, ManyThreadsMayMakeTheirOwnFromOneStore)
+{
+    SensorData data;
+    for (int64 key = 0; key < 200; ++key) {
+        data.imuData["a"][key] = imuSample(0, {});
+        data.rangefinderData["b"][key * 3] = rangeSample(0, {}, {});
+    }
+    std::vector<std::size_t> sizes(4, 0);
+    std::vector<std::thread> threads;
+    for (std::size_t& size : sizes) {
+        threads.emplace_back([&data, &size] { size = data.createTimedData()->size(); });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    // 0 to 199, and of the multiples of 3 up to 597 those from 201 on.
+    EXPECT_EQ(sizes, std::vector<std::size_t>(4, 333));
 }
 
 } // namespace
