@@ -80,12 +80,18 @@ public:
         for (Eigen::Index i = 0; i < 3; ++i) {
             middle.position[i] = medianBy(poses, [i](Pose const& pose) { return pose.position[i]; });
         }
-        // A rotation and its negative are the same; all are taken on the side of the first.
-        Quaterniond const& first = poses.front().rotation;
+        // A rotation and its negative are the same. All are taken so that the number which is the largest for
+        // most of them is positive: no single pose can turn the others round.
+        Eigen::Vector4d sizes;
         for (Eigen::Index i = 0; i < 4; ++i) {
-            middle.rotation.coeffs()[i] = medianBy(poses, [i, &first](Pose const& pose) {
-                double const number = pose.rotation.coeffs()[i];
-                return pose.rotation.dot(first) < 0.0 ? -number : number;
+            sizes[i] = medianBy(poses, [i](Pose const& pose) { return std::abs(pose.rotation.coeffs()[i]); });
+        }
+        Eigen::Index largest = 0;
+        sizes.maxCoeff(&largest);
+        for (Eigen::Index i = 0; i < 4; ++i) {
+            middle.rotation.coeffs()[i] = medianBy(poses, [i, largest](Pose const& pose) {
+                auto const& numbers = pose.rotation.coeffs();
+                return numbers[largest] < 0.0 ? -numbers[i] : numbers[i];
             });
         }
         return middle;
@@ -156,26 +162,21 @@ private:
         auto const begin = std::ranges::lower_bound(poses, centre - half_, {}, &Pose::time);
         auto const middle = std::ranges::lower_bound(poses, centre, {}, &Pose::time);
         auto const end = std::ranges::upper_bound(poses, centre + half_, {}, &Pose::time);
-        if (begin == middle || middle == end) {
+        if (begin == middle || middle == end) { // by rounding only
             return false;
         }
         Pose const before = middlePose_.of({begin, middle});
         Pose const after = middlePose_.of({middle, end});
         double const elapsed = after.time - before.time;
-        // What hangs on the very edge of the two halves would make noise look like motion, and the other way.
-        if (elapsed < half_ / 4.0) {
-            return false;
-        }
         return (after.position - before.position).norm() < settings_.speed * elapsed &&
                turnBetween(before.rotation, after.rotation) < settings_.rate * elapsed;
     }
 
     void add(double from, double to)
     {
-        TimeWindow const window(TimeConversion::convertToIntegerTime(from),
-                                TimeConversion::convertToIntegerTime(to));
-        if (to - from >= settings_.minSeconds && window.valid()) {
-            sections_.insertSection(window);
+        if (to - from >= settings_.minSeconds) {
+            sections_.insertSection(
+                {TimeConversion::convertToIntegerTime(from), TimeConversion::convertToIntegerTime(to)});
         }
     }
 

@@ -241,6 +241,15 @@ TEST(StillStretches, TurningOnTheSpotIsMotion)
     EXPECT_EQ(findStillStretches(atRate(9.9), {0.05, 10.0, 1.0}).sections.size(), 1U);
 }
 
+TEST(StillStretches, RotationsWithoutAMiddleAreMotion)
+{
+    Nodes nodes = standing(0.0, 5.0);
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        nodes[i].pose.rotation().coeffs() = Eigen::Vector4d::Unit(static_cast<Eigen::Index>(i % 4));
+    }
+    EXPECT_EQ(findStillStretches(nodes, {}).sections.size(), 0U);
+}
+
 TEST(StillStretches, TurningBackIsNoStop)
 {
     // Ten metres to and fro in eight seconds: for a moment the speed is 0, and below the limit for 0.03 s.
@@ -262,6 +271,10 @@ TEST(StillStretches, SinglePosesFarOffAreNoMotion)
     for (std::size_t i = 7; i < nodes.size(); i += 10) {
         nodes[i] = nodeAt(nodes[i].time, {50, -20, 3}, 2.0);
     }
+    for (std::size_t i = 3; i < nodes.size(); i += 10) { // as far as a rotation can be
+        nodes[i] = nodeAt(nodes[i].time, {1, 2, 3}, std::numbers::pi);
+    }
+    addNoise(nodes, 51);
     EXPECT_EQ(secondsOf(findStillStretches(nodes, {})), (Stretches{{0.0, 10.0}}));
 }
 
@@ -271,6 +284,16 @@ TEST(StillStretches, AQuaternionAndItsNegativeAreNoMotion)
     for (std::size_t i = 0; i < nodes.size(); i += 2) {
         nodes[i].pose.rotation().coeffs() *= -1.0;
     }
+    EXPECT_EQ(secondsOf(findStillStretches(nodes, {})), (Stretches{{0.0, 10.0}}));
+}
+
+TEST(StillStretches, ARotationWhoseSignIsUndecidedIsNoMotion)
+{
+    // w and z are equally large and of opposite signs, so noise decides which of the two is made positive.
+    Nodes nodes = recorded(0.0, 10.0, 100.0, [](double time) {
+        return nodeAt(time, {1, 2, 3}, -std::numbers::pi / 2.0);
+    });
+    addNoise(nodes, 61);
     EXPECT_EQ(secondsOf(findStillStretches(nodes, {})), (Stretches{{0.0, 10.0}}));
 }
 
