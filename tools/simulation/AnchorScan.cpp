@@ -1,0 +1,55 @@
+#include "tools/simulation/AnchorScan.h"
+
+#include "tools/simulation/Instrument.h"
+
+#include <roamscan/time/TimeConversion.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace oV::Roamscan::tool
+{
+
+namespace
+{
+
+constexpr double span = 0.1; // seconds that the picture takes, with what comes before and after it
+
+AnchorScanMetadata::PanoramaPicture pictureOf(std::string const& name, double time)
+{
+    AnchorScanMetadata::PanoramaPicture picture;
+    picture.fileName = name;
+    picture.camSerialNumber = "SIM-1";
+    picture.content = AnchorScanMetadata::PanoramaPicture::Content::ContentStitched;
+    picture.imageOrientation = AnchorScanMetadata::PanoramaPicture::ImageOrientation::OrientationUpright;
+    picture.camManufacturer = "simulated";
+    picture.camModel = "simulated panorama camera";
+    picture.camFirmwareVersion = "1.0";
+    picture.time = TimeConversion::convertToIntegerTime(time);
+    return picture;
+}
+
+} // namespace
+
+AnchorScan anchorScan(Motion const& motion, Eigen::Matrix3d const& toPlan, std::string const& pictureName)
+{
+    double const start = motion.startTime();
+    double const stop = motion.stopTime();
+    double const time = start + (stop - start) / 2.0;
+    Eigen::Isometry3d const pose = motion.at(time);
+    Eigen::Vector3d const forwards = toPlan * pose.linear().col(0);
+
+    AnchorScan scan;
+    scan.camera.position = pose * instrument().back().position.translation();
+    scan.camera.toPlan = toPlan;
+    scan.camera.heading = std::atan2(forwards.y(), forwards.x());
+    scan.metadata.id = 1;
+    scan.metadata.horizontalVelocity = 0.0;
+    scan.metadata.horizontalAngle = scan.camera.heading;
+    scan.metadata.startTime = TimeConversion::convertToIntegerTime(std::max(start, time - span / 2.0));
+    scan.metadata.endTime = TimeConversion::convertToIntegerTime(std::min(stop, time + span / 2.0));
+    scan.metadata.panoramaPictures.push_back(pictureOf(pictureName, time));
+    return scan;
+}
+
+} // namespace oV::Roamscan::tool
