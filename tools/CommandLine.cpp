@@ -94,7 +94,7 @@ private:
     void addSimulate()
     {
         CLI::App* const command = app_.add_subcommand(
-            "simulate", "Make up a walk with a scanner, what it records, and the true surfaces");
+            "simulate", "Make up a walk with a scanner, what it records, the true surfaces, and a panorama");
         command->add_option("OUT_DIR", simulate_.folder, "The folder to write to")->required();
         CLI::Option* const seconds = command->add_option(
             "--seconds",
@@ -104,6 +104,9 @@ private:
             ->check(CLI::NonNegativeNumber);
         command->add_option("--along", simulate_.along, "Follow the poses of this trajectory instead")
             ->excludes(seconds);
+        command->add_option("--panorama",
+                            simulate_.panoramaColumns,
+                            "Columns of the panorama, up to 8000 (2400); 0 makes none");
         command->footer("Example:\n  roamscan simulate walk --along flight.trajectory\n");
         actions_[command] = [this](std::ostream& out, std::ostream& /*err*/) {
             runSimulate(simulate_, out);

@@ -4,11 +4,14 @@
 #include "tools/geometry/GroundPlane.h"
 #include "tools/io/BuildingFile.h"
 #include "tools/io/OutputFile.h"
+#include "tools/io/OutputTiles.h"
 #include "tools/io/PlyWriter.h"
 #include "tools/io/SensorFile.h"
 #include "tools/io/TrajectoryFile.h"
+#include "tools/simulation/AnchorScan.h"
 #include "tools/simulation/BuildingAroundPath.h"
 #include "tools/simulation/Instrument.h"
+#include "tools/simulation/Panorama.h"
 #include "tools/simulation/RandomNumbers.h"
 #include "tools/simulation/RecordedMotion.h"
 #include "tools/simulation/RoomPlan.h"
@@ -16,11 +19,16 @@
 #include "tools/simulation/SimulationLimits.h"
 #include "tools/simulation/WalkMotion.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <memory>
 #include <numbers>
+#include <optional>
 #include <ostream>
+#include <string>
 #include <system_error>
 #include <vector>
 
@@ -31,6 +39,7 @@ namespace
 {
 
 constexpr double nodeStep = 0.01; // seconds
+constexpr int mostPanoramaColumns = 8000;
 
 /// A motion, the times at which it was sampled, and what stands around it.
 struct Scenario
@@ -73,6 +82,14 @@ Scenario walkAlong(SimulateOptions const& options)
     auto building = buildingAround(motion->positions(), options.seed);
     Eigen::Matrix3d const toPlan = planRotation(motion->positions());
     return {std::move(motion), std::move(times), std::move(building), toPlan};
+}
+
+Scenario scenarioOf(SimulateOptions const& options)
+{
+    if (options.panoramaColumns < 0 || options.panoramaColumns > mostPanoramaColumns) {
+        throw ToolError("--panorama must be 0 to " + std::to_string(mostPanoramaColumns));
+    }
+    return options.along.empty() ? walkThroughRooms(options) : walkAlong(options);
 }
 
 TrafoT<double> toTrafo(Eigen::Isometry3d const& pose)
@@ -122,23 +139,74 @@ private:
     bool made_ = false;
 };
 
+/// The panorama and its metadata beside it.
+class PanoramaOutput
+{
+public:
+    PanoramaOutput(std::filesystem::path const& folder, int columns)
+        : tiles_(folder / "panorama.png"),
+          metadata_(folder / "panorama.json"),
+          size_(columns, (columns + 1) / 2) // once around is twice from straight up to straight down
+    {}
+
+    [[nodiscard]] std::filesystem::path const& metadataTarget() const { return metadata_.target(); }
+
+    void write(Scenario const& scenario)
+    {
+        AnchorScan const scan =
+            anchorScan(*scenario.motion, scenario.toPlan, tiles_.target().filename().string());
+        tiles_.write(takePanorama(scan.camera, scenario.building, size_));
+        nlohmann::json const document = scan.metadata;
+        metadata_.stream() << document.dump(1) << '\n';
+    }
+
+    void close() { metadata_.close(); }
+
+    void commit()
+    {
+        tiles_.commit();
+        metadata_.commit();
+    }
+
+    [[nodiscard]] std::string summary() const
+    {
+        return std::to_string(size_.width) + " x " + std::to_string(size_.height) + " pixels of the panorama";
+    }
+
+private:
+    OutputTiles tiles_;
+    OutputFile metadata_;
+    cv::Size size_;
+};
+
 } // namespace
 
 void runSimulate(SimulateOptions const& options, std::ostream& out)
 {
-    Scenario const scenario = options.along.empty() ? walkThroughRooms(options) : walkAlong(options);
+    Scenario const scenario = scenarioOf(options);
 
     OutputFolder const folder(options.folder);
     OutputFile trajectory(options.folder / "walk.trajectory");
     OutputFile sensors(options.folder / "walk.sensors");
     OutputFile points(options.folder / "scan.ply");
     OutputFile building(options.folder / "building.json");
-    requireDistinctFiles(
-        {options.along, trajectory.target(), sensors.target(), points.target(), building.target()});
+    std::optional<PanoramaOutput> panorama;
+    if (options.panoramaColumns > 0) {
+        panorama.emplace(options.folder, options.panoramaColumns);
+    }
+    requireDistinctFiles({options.along,
+                          trajectory.target(),
+                          sensors.target(),
+                          points.target(),
+                          building.target(),
+                          panorama ? panorama->metadataTarget() : std::filesystem::path()});
 
     TrajectoryData const data = trajectoryOf(scenario);
     writeTrajectory(data, trajectory.stream(), trajectory.target());
     writeBuilding(scenario.building, building.stream());
+    if (panorama) {
+        panorama->write(scenario);
+    }
 
     PlyWriter writer(points.stream());
     auto const writePoint = [&](CloudPoint const& point) {
@@ -155,6 +223,10 @@ void runSimulate(SimulateOptions const& options, std::ostream& out)
     for (OutputFile* const file : {&trajectory, &sensors, &points, &building}) {
         file->close();
     }
+    if (panorama) {
+        panorama->close();
+        panorama->commit();
+    }
     for (OutputFile* const file : {&trajectory, &sensors, &points, &building}) {
         file->commit();
     }
@@ -163,6 +235,9 @@ void runSimulate(SimulateOptions const& options, std::ostream& out)
         << writer.count() << " scan points of " << rangefinders().front().name << '\n'
         << tableCount(recording) << " of " << largestTableCount << " tables in the sensor stream\n"
         << scenario.building.surfaces.size() << " surfaces of the building\n";
+    if (panorama) {
+        out << panorama->summary() << '\n';
+    }
 }
 
 } // namespace oV::Roamscan::tool

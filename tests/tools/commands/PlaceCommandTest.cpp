@@ -94,7 +94,7 @@ protected:
     /// Makes up a walk: a.trajectory, a.sensors, scan.ply and building.json.
     void simulate(std::vector<std::string> const& options) const
     {
-        std::vector<std::string> words{"simulate", file("walk")};
+        std::vector<std::string> words{"simulate", file("walk"), "--panorama", "0"};
         words.insert(words.end(), options.begin(), options.end());
         ToolRun const simulated = run(words);
         ASSERT_EQ(simulated.status, 0) << simulated.err;
