@@ -24,6 +24,7 @@ struct Unit
 };
 
 inline Unit const nanoseconds{"ns", 1e9};
+inline Unit const microseconds{"us", 1e6};
 inline Unit const milliseconds{"ms", 1e3};
 inline Unit const megabytes{"MB", 1e-6};
 inline Unit const megabytesPerSecond{"MB/s", 1e-6, true};

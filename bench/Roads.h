@@ -20,6 +20,7 @@ namespace bench
 [[nodiscard]] std::vector<Comparison> sensorOperationsRoad();
 [[nodiscard]] std::vector<Comparison> panoramaRoad();
 [[nodiscard]] std::vector<Comparison> anchorSectionsRoad();
+[[nodiscard]] std::vector<Comparison> exifReaderRoad();
 
 /// All of them. Memory comes first, while the process is small: a child that inherits a used heap would hide
 /// in it what it takes.
@@ -36,7 +37,8 @@ namespace bench
                             sensorStreamRoad,
                             sensorOperationsRoad,
                             panoramaRoad,
-                            anchorSectionsRoad})
+                            anchorSectionsRoad,
+                            exifReaderRoad})
     {
         auto comparisons = road();
         all.insert(all.end(), comparisons.begin(), comparisons.end());

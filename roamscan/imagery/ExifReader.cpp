@@ -69,19 +69,26 @@ public:
     }
 
 private:
-    // Of other buffers nobody knows whether they can seek, unless they do it.
+    enum class Seeking
+    {
+        NotAskedYet,
+        InFile,
+        InAnythingElse // of which nobody knows whether it can, unless it does
+    };
+
     bool isSeekableFile()
     {
-        if (!isSeekableFile_) {
+        if (seeking_ == Seeking::NotAskedYet) {
             std::streambuf const& buffer = *stream_.rdbuf();
-            isSeekableFile_ =
-                typeid(buffer) == typeid(std::filebuf) && stream_.tellg() != std::istream::pos_type(-1);
+            bool const isFile = typeid(buffer) == typeid(std::filebuf);
+            seeking_ = isFile && stream_.tellg() != std::istream::pos_type(-1) ? Seeking::InFile
+                                                                               : Seeking::InAnythingElse;
         }
-        return *isSeekableFile_;
+        return seeking_ == Seeking::InFile;
     }
 
     std::istream& stream_;
-    std::optional<bool> isSeekableFile_; // once it was asked for
+    Seeking seeking_ = Seeking::NotAskedYet;
 };
 
 bool standsAlone(unsigned char marker)
