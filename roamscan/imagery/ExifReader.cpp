@@ -7,6 +7,8 @@
 #include <istream>
 #include <optional>
 #include <span>
+#include <streambuf>
+#include <string>
 #include <string_view>
 #include <typeinfo>
 #include <vector>
@@ -56,7 +58,8 @@ public:
     }
 
     // A file's buffer drops what it holds when it is told to move, and reads it again; that costs more than
-    // all the rest.
+    // all the rest, so where the bytes are there already they are stepped over. A stream that cannot seek is
+    // refused all the same, whatever its buffer holds.
     void seekForward(std::size_t count)
     {
         auto const distance = static_cast<std::streamsize>(count);

@@ -31,8 +31,8 @@ struct ExifData
 /// is open.
 ///
 /// What the stream holds is not trusted. Without an EXIF block, and whenever anything in it is out of bounds,
-/// the result is a default one; so it is for a stream that is damaged, ends early within the directory, or
-/// cannot seek.
+/// the result is a default one; so it is for a stream that has ended or failed before, or that cannot seek. A
+/// block that the stream ends in goes on with zeros.
 ///
 /// Callers may rely on this: the first byte of a marker may be any. An APP1 segment of another kind ends the
 /// search, too. A text of four bytes or less is taken from offset 8 of the block, not from its entry. Of

@@ -169,7 +169,7 @@ TEST(ExifReader, FillBytesBeforeAMarkerAreNotSkipped)
 
 TEST(ExifReader, AnApp1OfAnotherKindHidesALaterBlock)
 {
-    EXPECT_TRUE(isDefault(read(pictureWith(segment(0xE1, "http://ns.adobe.com/xap/1.0/\0<x:xmpmeta/>")))));
+    EXPECT_TRUE(isDefault(read(pictureWith(segment(0xE1, "http://ns.adobe.com/xap/1.0/ <x:xmpmeta/>")))));
     EXPECT_TRUE(isDefault(read(pictureWith(segment(0xE1, "")))));
 }
 
