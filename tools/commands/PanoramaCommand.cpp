@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <ostream>
 #include <string>
+#include <system_error>
 
 namespace oV::Roamscan::tool
 {
@@ -27,10 +28,21 @@ std::string summary(cv::Mat const& picture, std::size_t tiles)
            std::to_string(tiles) + (tiles == 1 ? " tile\n" : " tiles\n");
 }
 
+/// @throws ToolError if a picture in one file lies among the tiles
+void requireApart(std::filesystem::path const& file, std::filesystem::path const& tiles)
+{
+    std::filesystem::path const folder = std::filesystem::path(tiles).replace_extension();
+    std::error_code ignored;
+    if (std::filesystem::equivalent(std::filesystem::absolute(file).parent_path(), folder, ignored)) {
+        throw fileError(file, "lies among the tiles; move it, or give the tiles another name");
+    }
+}
+
 } // namespace
 
 void runPanoramaSplit(PanoramaOptions const& options, std::ostream& out)
 {
+    requireApart(options.input, options.output);
     OutputTiles tiles(options.output);
     cv::Mat const picture = readPicture(options.input);
     std::filesystem::path const written(tiles.place()->getPath().stringAnsi());
@@ -47,6 +59,7 @@ void runPanoramaSplit(PanoramaOptions const& options, std::ostream& out)
 void runPanoramaJoin(PanoramaOptions const& options, std::ostream& out)
 {
     requirePictureFormat(options.output);
+    requireApart(options.output, options.input);
     OutputFile file(options.output);
 
     constexpr std::uint64_t stages = 3;
