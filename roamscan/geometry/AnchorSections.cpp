@@ -71,17 +71,19 @@ Range withinReach(TimeWindow const& window, Iterator begin, Iterator end)
     if (!holdsAnInstant(window)) {
         return {begin, end};
     }
-    // Of the sections that start before the window, only the last one that holds an instant can reach it.
+    // Sections that hold an instant never touch each other, and no empty one touches them. So only the last
+    // of those that start no later than the window can reach it.
     Iterator first = firstStartingAfter(window.start, begin, end);
     while (first != begin) {
         --first;
-        if (first->start < window.start && holdsAnInstant(*first)) {
+        if (holdsAnInstant(*first)) {
             break;
         }
     }
+    // For the same reason no section that makes the window longer brings another one into its reach.
     Iterator last = first;
-    for (int64 farthest = window.end; last != end && last->start <= farthest; ++last) {
-        farthest = std::max(farthest, last->end);
+    while (last != end && last->start <= window.end) {
+        ++last;
     }
     // A reversed section ends before it starts, and so may end where the window starts.
     bool const anyReversed =

@@ -15,7 +15,9 @@
 #include <limits>
 #include <numeric>
 #include <random>
+#include <set>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace
@@ -201,20 +203,56 @@ TEST(AnchorSectionsLaws, EveryThreeWindowsUnsetOnesTooFollowTheStepsInEveryOrder
     insertEverySequence(allWindowsOf({0, 1, 2, 3, unset}), 3, {}, expectLiteralSteps);
 }
 
-TEST(AnchorSectionsLaws, EveryFiveWindowsOfAShortAxisFollowTheSteps)
+// Calls `check(sections)` once for each set of at most `most` sections that insertions of these windows lead
+// to by way of such sets, however many they are.
+void reachEverySet(Windows const& windows, std::size_t most, auto const& check)
 {
-    insertEverySequence(allWindowsOf({lowest, 0, 1, unset}), 5, {}, expectLiteralSteps);
+    auto const isLess = [](Windows const& a, Windows const& b) {
+        return std::lexicographical_compare(
+            a.begin(), a.end(), b.begin(), b.end(), [](TimeWindow const& left, TimeWindow const& right) {
+                return std::tie(left.start, left.end) < std::tie(right.start, right.end);
+            });
+    };
+    std::set<Windows, decltype(isLess)> reached(isLess);
+    std::vector<AnchorSections> pending = {{}};
+    while (!pending.empty() && !testing::Test::HasFatalFailure()) {
+        AnchorSections const sections = pending.back();
+        pending.pop_back();
+        check(sections);
+        for (TimeWindow const& window : windows) {
+            AnchorSections next = sections;
+            next.insertSection(window);
+            if (next.size() <= most && reached.insert(windowsOf(next)).second) {
+                pending.push_back(std::move(next));
+            }
+        }
+    }
 }
 
-TEST(AnchorSectionsLaws, LookupsAnswerAsLinearScansOnEverySetOfThreeWindows)
+TEST(AnchorSectionsLaws, EverySetOnAShortAxisFollowsTheStepsAndAnswersAsLinearScans)
 {
-    Windows const windows = allWindowsOf({0, 1, 2, unset});
-    insertEverySequence(
-        windows, 3, {}, [&windows](AnchorSections const&, TimeWindow const&, AnchorSections const& sections) {
-            for (TimeWindow const& query : windows) {
-                expectLiteralAnswers(sections, query);
+    Windows const windows = allWindowsOf({lowest, 0, 1, 2, unset});
+    reachEverySet(windows, 4, [&windows](AnchorSections const& before) {
+        for (TimeWindow const& window : windows) {
+            AnchorSections after = before;
+            after.insertSection(window);
+            expectLiteralSteps(before, window, after);
+            expectLiteralAnswers(before, window);
+        }
+    });
+}
+
+TEST(AnchorSectionsLaws, SectionsThatHoldAnInstantAreDisjointAndApartWhateverIsInserted)
+{
+    reachEverySet(allWindowsOf(ticksUpTo(4)), 4, [](AnchorSections const& sections) {
+        Windows holding = windowsOf(sections);
+        std::erase_if(holding, [](TimeWindow const& section) { return section.start >= section.end; });
+        for (std::size_t i = 1; i < holding.size(); ++i) {
+            if (holding[i].start <= holding[i - 1].end) {
+                FAIL() << testing::PrintToString(sections);
             }
-        });
+        }
+    });
 }
 
 // Times that often meet, now and then at the ends of the numbers.

@@ -263,12 +263,18 @@ TEST(AnchorSections, IncludingItselfChangesNothingInValidSections)
 
 TEST(AnchorSections, IncludingItselfInsertsTheSectionsAsTheyWereBefore)
 {
-    // Each reversed section is stored once more, and so the set grows while it is being inserted.
-    AnchorSections sections = inserted({{20, 5}, {40, 30}});
+    // Each reversed section is stored once more, and so the set grows while it is being inserted: what comes
+    // next moves, and moves on to other memory where the room for one more is used up.
+    AnchorSections sections = inserted({{20, 5}, {40, 30}, {60, 50}});
     AnchorSections const& same = sections;
     sections.includeAnchorSections(same);
     EXPECT_THAT(windowsOf(sections),
-                ElementsAre(TimeWindow(20, 5), TimeWindow(20, 5), TimeWindow(40, 30), TimeWindow(40, 30)));
+                ElementsAre(TimeWindow(20, 5),
+                            TimeWindow(20, 5),
+                            TimeWindow(40, 30),
+                            TimeWindow(40, 30),
+                            TimeWindow(60, 50),
+                            TimeWindow(60, 50)));
 }
 
 // Lookups
