@@ -36,9 +36,6 @@ void LinearInterpolatedFunctionT<T>::addSample(T const& x, T const& y)
 template <typename T>
 bool LinearInterpolatedFunctionT<T>::evaluateAt(T const& x, T& y) const
 {
-    if (std::isnan(x)) {
-        return false;
-    }
     auto const upper = firstFrom(x);
     if (upper == samples_.end()) {
         return false;
@@ -48,16 +45,16 @@ bool LinearInterpolatedFunctionT<T>::evaluateAt(T const& x, T& y) const
         return true;
     }
     if (upper == samples_.begin()) {
-        return false;
+        return false; // NaN, too, is found there
     }
     auto const lower = std::prev(upper);
     if (lower->y == upper->y) {
         y = lower->y; // to the last bit, which weights would not keep
         return true;
     }
-    // In halves, which do not overflow between numbers far apart.
-    T const half = T(0.5);
-    T const fraction = (x * half - lower->x * half) / (upper->x * half - lower->x * half);
+    // In halves where numbers are so far apart that their difference overflows. The least numbers have none.
+    T const scale = std::isfinite(upper->x - lower->x) ? T(1) : T(0.5);
+    T const fraction = (x * scale - lower->x * scale) / (upper->x * scale - lower->x * scale);
     // In weights, which keep two functions over the same x in their order, and infinities what they are.
     y = lower->y * (T(1) - fraction) + upper->y * fraction;
     return true;

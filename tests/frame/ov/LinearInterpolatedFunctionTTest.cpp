@@ -157,11 +157,19 @@ TEST(LinearInterpolatedFunctionT, DoesNotOverflowBetweenTheGreatestNumbers)
     EXPECT_DOUBLE_EQ(valueAt(function, greatest / 2).value_or(nan), greatest / 2);
 }
 
-TEST(LinearInterpolatedFunctionT, StaysAtAValueThatTwoSamplesShare)
+TEST(LinearInterpolatedFunctionT, RunsStraightBetweenTheLeastNumbersToo)
 {
-    Function const function = functionOf({{0, 0.1}, {3, 0.1}});
-    EXPECT_EQ(valueAt(function, 1), 0.1);
-    EXPECT_EQ(valueAt(function, 2), 0.1);
+    double const least = std::numeric_limits<double>::denorm_min();
+    Function const function = functionOf({{3 * least, 10}, {5 * least, 30}});
+    EXPECT_EQ(valueAt(function, 4 * least), 20);
+}
+
+TEST(LinearInterpolatedFunctionT, StaysAtAValueThatTwoSamplesShareToTheLastBit)
+{
+    Function const function = functionOf({{0, 0.9}, {5, 0.9}}); // by weights it would be off at 1, 2 and 3
+    for (double const x : {1.0, 2.0, 3.0, 4.0}) {
+        EXPECT_EQ(valueAt(function, x), 0.9);
+    }
 }
 
 TEST(LinearInterpolatedFunctionT, FunctionsThatLieOneAboveTheOtherAtEachSampleDoSoBetween)
