@@ -26,7 +26,9 @@ public:
     using Quaternion = Eigen::Quaternion<double>;    ///< Coefficients held in the order x, y, z, w.
     using ParamMatrix = Eigen::Matrix<double, 3, 4>; ///< Columns: position, normal, major, minor axis.
 
-    /// A target without an identity and with zero lengths, turned by a normal of any length but zero.
+    /// A target without an identity and with zero lengths, turned by a normal. The normal counts by its
+    /// direction alone while its length is between 1e-75 and 1e75; beyond that, and for zero, the rotation
+    /// has no meaning.
     ///
     /// Callers may rely on the rotation being the conjugate of the one that takes Z to the normal: normal()
     /// is `normal` again if that lies along Z, and another vector in general. To have a frame as it is, use
@@ -39,7 +41,8 @@ public:
     PlaneTarget(BvFitPlane::PlaneParam const& param);
 
     /// Takes position, axes and lengths of a plane fit. The first axis is negated if the fit's frame is
-    /// left-handed. The id stays.
+    /// left-handed. Normal and axes are taken as they stand: the fit brings them perpendicular to each other
+    /// and with unit length. The id stays.
     void setFromPlaneFit(BvFitPlane::PlaneParam const& param);
 
     /// The identifier, `invalidTarget` until it is set.
@@ -67,13 +70,14 @@ public:
     /// Sets the length along the minor axis.
     void minAxisLength(double const& value) { minAxisLength_ = value; }
 
-    /// The direction of the major axis; unit length, whatever majAxisLength() is.
+    /// The direction of the major axis in space; unit length as rotation() has it, whatever majAxisLength()
+    /// is.
     [[nodiscard]] Vector majAxis() const;
 
-    /// The direction of the minor axis; unit length, whatever minAxisLength() is.
+    /// The direction of the minor axis in space, likewise.
     [[nodiscard]] Vector minAxis() const;
 
-    /// The normal; unit length.
+    /// The direction of the normal in space, likewise.
     [[nodiscard]] Vector normal() const;
 
     /// Position, normal, and the major and the minor axis in their lengths.

@@ -1,3 +1,4 @@
+#include "support/PlaneTargets.h"
 #include "support/RandomPoses.h"
 
 #include <roamscan/geometry/PlaneTarget.h>
@@ -19,6 +20,8 @@ namespace
 using oV::BvFitPlane;
 using oV::Roamscan::invalidTarget;
 using oV::Roamscan::PlaneTarget;
+using support::expectFrame;
+using support::near;
 
 using Vector = Eigen::Matrix<double, 3, 1>;
 using Matrix = Eigen::Matrix<double, 3, 3>;
@@ -27,21 +30,6 @@ using ParamMatrix = Eigen::Matrix<double, 3, 4>;
 
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double tolerance = 1e-14;
-
-testing::AssertionResult near(Vector const& actual, Vector const& expected, double within = tolerance)
-{
-    if ((actual - expected).norm() <= within) {
-        return testing::AssertionSuccess();
-    }
-    return testing::AssertionFailure() << actual.transpose() << " instead of " << expected.transpose();
-}
-
-void expectFrame(PlaneTarget const& target, Vector const& major, Vector const& minor, Vector const& normal)
-{
-    EXPECT_TRUE(near(target.majAxis(), major));
-    EXPECT_TRUE(near(target.minAxis(), minor));
-    EXPECT_TRUE(near(target.normal(), normal));
-}
 
 // A right-handed fit: axes along y, z and x.
 BvFitPlane::PlaneParam fit()
@@ -166,95 +154,6 @@ TEST(PlaneTarget, RotatesByTheQuaternionAsItIs)
     EXPECT_TRUE(near(target.majAxis(), Vector(-3, 4, 0)));
 }
 
-// From a normal
-
-TEST(PlaneTarget, TheNormalAlongXPicksY)
-{
-    // Y although z is as small: a = (0, 0, 1) and b = (0, -1, 0); the frame is read row by row.
-    expectFrame(PlaneTarget(Vector(1, 0, 0)), {0, 0, 1}, {0, -1, 0}, {1, 0, 0});
-}
-
-TEST(PlaneTarget, TheNormalAlongYPicksX)
-{
-    // a = (0, 0, -1) and b = (-1, 0, 0).
-    expectFrame(PlaneTarget(Vector(0, 1, 0)), {0, -1, 0}, {0, 0, 1}, {-1, 0, 0});
-}
-
-TEST(PlaneTarget, TheNormalAlongZPicksX)
-{
-    // a = (0, 1, 0) and b = (-1, 0, 0).
-    expectFrame(PlaneTarget(Vector(0, 0, 1)), {0, -1, 0}, {1, 0, 0}, {0, 0, 1});
-}
-
-TEST(PlaneTarget, NegativeNormalsPickByTheirSizes)
-{
-    expectFrame(PlaneTarget(Vector(-1, 0, 0)), {0, 0, -1}, {0, -1, 0}, {-1, 0, 0});
-    expectFrame(PlaneTarget(Vector(0, -1, 0)), {0, -1, 0}, {0, 0, -1}, {1, 0, 0});
-    expectFrame(PlaneTarget(Vector(0, 0, -1)), {0, -1, 0}, {-1, 0, 0}, {0, 0, -1});
-}
-
-TEST(PlaneTarget, EqualComponentsPickX)
-{
-    // a = n cross X = (0, 1, -1) and b = n cross a = (-2, 1, 1), for n = (1, 1, 1).
-    double const two = 1 / std::sqrt(2.0);
-    double const three = 1 / std::sqrt(3.0);
-    double const six = 1 / std::sqrt(6.0);
-    expectFrame(PlaneTarget(Vector(1, 1, 1)), {0, -2 * six, three}, {two, six, three}, {-two, six, three});
-}
-
-TEST(PlaneTarget, EqualXAndZAboveYPickY)
-{
-    // a = n cross Y = (-1, 0, 1) and b = n cross a = (0, -2, 0), for n = (1, 0, 1).
-    double const two = 1 / std::sqrt(2.0);
-    expectFrame(PlaneTarget(Vector(1, 0, 1)), {-two, 0, two}, {0, -1, 0}, {two, 0, two});
-}
-
-TEST(PlaneTarget, TheNormalInTheXYPlanePicksZ)
-{
-    // a = (4, -3, 0) and b = (0, 0, -25), for n = (3, 4, 0) of length 5.
-    expectFrame(PlaneTarget(Vector(3, 4, 0)), {0.8, 0, 0.6}, {-0.6, 0, 0.8}, {0, -1, 0});
-}
-
-TEST(PlaneTarget, TheNormalConstructorGivesTheThirdRowOfItsFrame)
-{
-    for (std::uint64_t seed = 1; seed <= 200; ++seed) {
-        SCOPED_TRACE(seed);
-        support::RandomPoses random(seed);
-        Vector const n(random.number(-5, 5), random.number(-5, 5), random.number(-5, 5));
-        Eigen::Index smallest = 0;
-        n.cwiseAbs().minCoeff(&smallest);
-        // By angles rather than by cross products: b is the axis made perpendicular to n and
-        // turned round, and a is b a quarter turn back.
-        Vector const normal = n / n.norm();
-        Vector const axis = Vector::Unit(smallest);
-        Vector const b = (normal * normal.dot(axis) - axis).normalized();
-        Vector const a = Eigen::AngleAxis<double>(std::numbers::pi / 2, -normal) * b;
-        Matrix frame;
-        frame << a, b, normal;
-        PlaneTarget const target(n);
-        EXPECT_TRUE(near(target.majAxis(), frame.row(0).transpose(), 1e-13));
-        EXPECT_TRUE(near(target.minAxis(), frame.row(1).transpose(), 1e-13));
-        EXPECT_TRUE(near(target.normal(), frame.row(2).transpose(), 1e-13));
-        // The conjugate takes Z to the normal.
-        EXPECT_TRUE(near(target.rotation().conjugate() * Vector::UnitZ(), normal, 1e-13));
-    }
-}
-
-TEST(PlaneTarget, AZeroNormalGivesSomeQuaternionWithoutComplaint)
-{
-    PlaneTarget const target(Vector::Zero(), Vector(1, 2, 3));
-    EXPECT_EQ(target.position(), Vector(1, 2, 3));
-    EXPECT_TRUE(target.rotation().coeffs().allFinite());
-}
-
-TEST(PlaneTarget, ANormalOfNaNGoesThrough)
-{
-    PlaneTarget const target(Vector(nan, 0, 1), Vector(1, 2, 3));
-    EXPECT_EQ(target.id(), invalidTarget);
-    EXPECT_EQ(target.position(), Vector(1, 2, 3));
-    EXPECT_TRUE(target.normal().hasNaN());
-}
-
 // From a plane fit
 
 TEST(PlaneTarget, TakesARightHandedFitAsItIs)
@@ -288,6 +187,22 @@ TEST(PlaneTarget, AFitWithoutAVolumeCountsAsRightHanded)
     Matrix frame;
     frame << Vector(1, 0, 0), Vector(0, 1, 0), Vector(0, 1, 0);
     EXPECT_EQ(PlaneTarget(param).rotation().coeffs(), Quaternion(frame).coeffs());
+}
+
+TEST(PlaneTarget, TheVectorsOfAFitAreTakenAsTheyStand)
+{
+    // Their matrix with twice, three and four times the unit length, right-handed and left-handed.
+    auto param = fit();
+    param.firstAxis = {0, 2, 0};
+    param.secondAxis = {0, 0, 3};
+    param.normal = {4, 0, 0};
+    Matrix stretched;
+    stretched << Vector(0, 2, 0), Vector(0, 0, 3), Vector(4, 0, 0);
+    EXPECT_EQ(PlaneTarget(param).rotation().coeffs(), Quaternion(stretched).coeffs());
+    param.firstAxis = {0, -2, 0};
+    EXPECT_EQ(PlaneTarget(param).rotation().coeffs(), Quaternion(stretched).coeffs());
+    EXPECT_EQ(PlaneTarget(param).majAxisLength(), 5); // the lengths come from elsewhere
+    EXPECT_EQ(PlaneTarget(param).minAxisLength(), 4);
 }
 
 TEST(PlaneTarget, TheIdSurvivesSetFromPlaneFit)
@@ -380,6 +295,26 @@ TEST(PlaneTarget, AZeroAxisOfTheMatrixHasTheLengthZero)
     target.planeParams(matrix);
     EXPECT_EQ(target.majAxisLength(), 3);
     EXPECT_EQ(target.minAxisLength(), 0);
+    EXPECT_TRUE(target.rotation().coeffs().allFinite());
+}
+
+TEST(PlaneTarget, NaNGoesThroughAFitAndAMatrix)
+{
+    auto param = fit();
+    param.normal = {nan, 0, 0};
+    PlaneTarget const fitted(param);
+    EXPECT_TRUE(fitted.normal().hasNaN());
+    EXPECT_EQ(fitted.position(), Vector(10, 20, 30));
+    EXPECT_EQ(fitted.majAxisLength(), 5);
+
+    ParamMatrix matrix;
+    matrix << Vector(1, 2, 3), Vector(1, 0, 0), Vector(0, nan, 0), Vector(0, 0, 2);
+    PlaneTarget target;
+    target.planeParams(matrix);
+    EXPECT_TRUE(target.majAxis().hasNaN());
+    EXPECT_EQ(target.position(), Vector(1, 2, 3));
+    EXPECT_TRUE(std::isnan(target.majAxisLength()));
+    EXPECT_EQ(target.minAxisLength(), 2);
 }
 
 TEST(PlaneTarget, AProperFrameSurvivesTheWayThroughTheParams)
