@@ -201,6 +201,16 @@ TEST(ToleranceThresholds, DistancesAreRoundedToTheNearestBin)
     EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.5051), 1.0, 1e-14); // bin 151
 }
 
+TEST(ToleranceThresholds, HalfABinIsRoundedUp)
+{
+    // A distance of 112.5 bins is looked up as bin 113, which gives bin 112.
+    ToleranceThresholds thresholds = ramp();
+    EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.125), 0.62, 1e-14);
+    // A point as far away is in bin 113: from there to bin 213 it is one hundredth of a radian for each bin.
+    ToleranceThresholds sampled(onlyIdentity, {Vector(1.125, 0, 0), at(2.13, 1.0)});
+    EXPECT_NEAR(sampled.getThreshold(Name::MaxPhi, 1.63), 0.49, 1e-14);
+}
+
 TEST(ToleranceThresholds, TheLastPointsOwnBinIsLeftOutWhereItIsRoundedUp)
 {
     // 200.7 bins away, in bin 201: the table goes up to bin 200.
