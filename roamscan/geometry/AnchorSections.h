@@ -10,13 +10,15 @@
 namespace oV::Roamscan
 {
 
-/// The anchor sections of a recording: windows of integer time in ascending order of their starts.
+/// The anchor sections of a recording: windows of integer time (ticks of 10 ns) in ascending order of their
+/// starts.
 ///
 /// Windows that are inserted fuse with the sections that they overlap or touch, so valid sections are
 /// disjoint and never touch. Nothing checks TimeWindow::valid(): an empty, reversed or unset window goes
 /// through the same steps and may stay as a section, which a caller that wants valid ones only tests first.
 ///
-/// Many threads may read it; writing needs the caller's own exclusion.
+/// Nothing but memory running out makes an insertion throw, and no question throws. Many threads may read it;
+/// writing needs the caller's own exclusion.
 class ROAMSCAN_EXPORT AnchorSections
 {
 public:
@@ -34,7 +36,8 @@ public:
     /// grown by those. Invalidates all iterators. If memory runs out, the sections are as they were.
     void insertSection(TimeWindow window);
 
-    /// Inserts each section of `other`, in its order. `other` may be this object.
+    /// Inserts each section of `other`, in its order. `other` may be this object. If memory runs out, some of
+    /// them may be in it.
     void includeAnchorSections(AnchorSections const& other);
 
     /// includeAnchorSections().

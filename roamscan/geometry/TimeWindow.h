@@ -10,9 +10,11 @@
 namespace oV::Roamscan
 {
 
-/// A half-open interval of integer time: `start` is its first instant, `end` the first one after it.
+/// A half-open interval of integer time (ticks of 10 ns, see TimeConversion): `start` is its first instant,
+/// `end` the first one after it.
 ///
-/// A plain pair without any invariant: `end` may be at or before `start`, and either may be unset.
+/// A plain pair without any invariant: `end` may be at or before `start`, and either may be unset. Nothing
+/// throws, and many threads may read it; writing needs the caller's own exclusion.
 struct ROAMSCAN_EXPORT TimeWindow
 {
     /// The marker of an unset time.
