@@ -10,6 +10,7 @@ namespace oV::Roamscan
 {
 
 /// How a failing test shows a window; found by its namespace.
+// NOLINTNEXTLINE(readability-identifier-naming): GoogleTest looks for it by this name
 inline void PrintTo(TimeWindow const& window, std::ostream* stream)
 {
     auto const print = [stream](int64 time) {
