@@ -83,7 +83,7 @@ cv::Mat makeWidePicture()
 
 WidePictureFiles widePictureFiles(std::string const& extension)
 {
-    WidePictureFiles const there = scratchFolder().named("picture", extension);
+    WidePictureFiles there = scratchFolder().named("picture", extension);
     if (!std::filesystem::exists(there.whole)) {
         inChild([&there] {
             cv::Mat const picture = makeWidePicture();

@@ -68,12 +68,12 @@ protected:
 
     [[nodiscard]] SmartPtr<File const> place(std::string const& name = "pano.png") const
     {
-        return File::fromPath(String::fromUtf16(folder_.file(name).u16string()));
+        return File::fromPath(String::fromUtf16(folder.file(name).u16string()));
     }
 
     [[nodiscard]] std::string tilePath(std::string const& name) const
     {
-        return (folder_.path() / "pano" / name).string();
+        return (folder.path() / "pano" / name).string();
     }
 
     [[nodiscard]] cv::Mat readTile(std::string const& name) const
@@ -83,11 +83,11 @@ protected:
 
     void writeTile(std::string const& name, cv::Mat const& tile) const
     {
-        std::filesystem::create_directory(folder_.file("pano"));
+        std::filesystem::create_directory(folder.file("pano"));
         ASSERT_TRUE(cv::imwrite(tilePath(name), tile));
     }
 
-    support::TemporaryFolder folder_;
+    support::TemporaryFolder folder;
 };
 
 // What a call throws, kept to look at.
@@ -169,8 +169,8 @@ TEST_F(LargeImageSerialization, KeepsAPictureAsTilesInTheFolderNamedForTheFile)
     cv::Mat const image = makeImage(3, 2500);
     serializeImage(image, place());
 
-    EXPECT_THAT(folder_.names(), ElementsAre("pano"));
-    EXPECT_THAT(folder_.names("pano"), ElementsAre("0.png", "1.png", "2.png"));
+    EXPECT_THAT(folder.names(), ElementsAre("pano"));
+    EXPECT_THAT(folder.names("pano"), ElementsAre("0.png", "1.png", "2.png"));
     EXPECT_TRUE(sameImage(readTile("0.png"), image(cv::Rect(0, 0, 1000, 3))));
     EXPECT_TRUE(sameImage(readTile("1.png"), image(cv::Rect(1000, 0, 1000, 3))));
     EXPECT_TRUE(sameImage(readTile("2.png"), image(cv::Rect(2000, 0, 500, 3))));
@@ -179,7 +179,7 @@ TEST_F(LargeImageSerialization, KeepsAPictureAsTilesInTheFolderNamedForTheFile)
 TEST_F(LargeImageSerialization, NumbersTilesInDecimalWithoutPadding)
 {
     serializeImage(makeImage(1, 10001, CV_8UC1), place());
-    auto names = folder_.names("pano");
+    auto names = folder.names("pano");
     EXPECT_EQ(names.size(), 11U);
     EXPECT_NE(std::find(names.begin(), names.end(), "10.png"), names.end());
     EXPECT_NE(std::find(names.begin(), names.end(), "9.png"), names.end());
@@ -187,26 +187,26 @@ TEST_F(LargeImageSerialization, NumbersTilesInDecimalWithoutPadding)
 
 TEST_F(LargeImageSerialization, TheFileItselfIsNeitherMadeNorRead)
 {
-    folder_.write("pano.png", "not a picture");
+    folder.write("pano.png", "not a picture");
     cv::Mat const image = makeImage(2, 5);
     serializeImage(image, place());
     EXPECT_TRUE(sameImage(readImage(place()), image));
-    EXPECT_EQ(folder_.read("pano.png"), "not a picture");
+    EXPECT_EQ(folder.read("pano.png"), "not a picture");
 }
 
 TEST_F(LargeImageSerialization, TheExtensionChoosesTheFormat)
 {
     serializeImage(makeImage(16, 16), place("pano.jpg"));
-    EXPECT_THAT(folder_.names("pano"), ElementsAre("0.jpg"));
-    EXPECT_EQ(folder_.read("pano/0.jpg").substr(0, 3), "\xFF\xD8\xFF");
+    EXPECT_THAT(folder.names("pano"), ElementsAre("0.jpg"));
+    EXPECT_EQ(folder.read("pano/0.jpg").substr(0, 3), "\xFF\xD8\xFF");
     serializeImage(makeImage(16, 16), place("pano.png"));
-    EXPECT_EQ(folder_.read("pano/0.png").substr(1, 3), "PNG");
+    EXPECT_EQ(folder.read("pano/0.png").substr(1, 3), "PNG");
 }
 
 TEST_F(LargeImageSerialization, TakesTheNameOfTheFolderFromAllBeforeTheLastPoint)
 {
     serializeImage(makeImage(1, 1), place("pano.left.png"));
-    EXPECT_THAT(folder_.names(), ElementsAre("pano.left"));
+    EXPECT_THAT(folder.names(), ElementsAre("pano.left"));
 }
 
 TEST_F(LargeImageSerialization, MakesTheDirectoriesThatAreMissing)
@@ -244,7 +244,7 @@ TEST_P(Widths, ComeBackFromAsManyTilesAsTheyNeed)
     auto const [width, tiles] = GetParam();
     cv::Mat const image = makeImage(3, width);
     serializeImage(image, place());
-    EXPECT_EQ(folder_.names("pano").size(), tiles);
+    EXPECT_EQ(folder.names("pano").size(), tiles);
     EXPECT_TRUE(sameImage(readImage(place()), image));
 }
 
@@ -266,8 +266,8 @@ TEST_F(LargeImageSerialization, APictureOneWiderThanATileGetsASecondTileOneColum
 TEST_F(LargeImageSerialization, APictureWithoutColumnsMakesTheDirectoryAndNoTile)
 {
     serializeImage(cv::Mat(5, 0, CV_8UC3), place());
-    EXPECT_THAT(folder_.names(), ElementsAre("pano"));
-    EXPECT_THAT(folder_.names("pano"), IsEmpty());
+    EXPECT_THAT(folder.names(), ElementsAre("pano"));
+    EXPECT_THAT(folder.names("pano"), IsEmpty());
     expectInternal(failureOf([&] { (void)readImage(place()); }), "Did not find any sub images.", readName);
 }
 
@@ -374,28 +374,28 @@ TEST_F(LargeImageSerialization, TilesThatAreNotFullArePutSideBySideAllTheSame)
             }
         }
         EXPECT_TRUE(sameImage(readImage(place()), expected)) << testing::PrintToString(widths);
-        std::filesystem::remove_all(folder_.file("pano"));
+        std::filesystem::remove_all(folder.file("pano"));
     }
 }
 
 TEST_F(LargeImageSerialization, ReadingWithoutATileDoesNotFindAnySubImage)
 {
     expectInternal(failureOf([&] { (void)readImage(place()); }), "Did not find any sub images.", readName);
-    EXPECT_THAT(folder_.names(), IsEmpty()); // and makes nothing
+    EXPECT_THAT(folder.names(), IsEmpty()); // and makes nothing
     EXPECT_THAT(Models::the().logMessages(), IsEmpty());
 }
 
 TEST_F(LargeImageSerialization, AnUndecodableTileBesideGoodOnesDoesNotMatch)
 {
     serializeImage(makeImage(3, 2500), place());
-    folder_.write("pano/1.png", "not a picture");
+    folder.write("pano/1.png", "not a picture");
     expectInternal(failureOf([&] { (void)readImage(place()); }), "Img dimensions mismatch.", readName);
 }
 
 TEST_F(LargeImageSerialization, AnUndecodableTileAloneGivesAnEmptyPicture)
 {
-    std::filesystem::create_directory(folder_.file("pano"));
-    folder_.write("pano/0.png", "not a picture");
+    std::filesystem::create_directory(folder.file("pano"));
+    folder.write("pano/0.png", "not a picture");
     cv::Mat const back = readImage(place());
     EXPECT_EQ(back.cols, 0);
     EXPECT_EQ(back.rows, 0);
@@ -404,16 +404,16 @@ TEST_F(LargeImageSerialization, AnUndecodableTileAloneGivesAnEmptyPicture)
 
 TEST_F(LargeImageSerialization, UndecodableTilesAloneGiveAnEmptyPicture)
 {
-    std::filesystem::create_directory(folder_.file("pano"));
-    folder_.write("pano/0.png", "not a picture");
-    folder_.write("pano/1.png", "");
+    std::filesystem::create_directory(folder.file("pano"));
+    folder.write("pano/0.png", "not a picture");
+    folder.write("pano/1.png", "");
     EXPECT_TRUE(readImage(place()).empty());
 }
 
 TEST_F(LargeImageSerialization, ATileThatLiesAboutItsSizeCostsNothingAndGivesAnEmptyPicture)
 {
-    std::filesystem::create_directory(folder_.file("pano"));
-    folder_.write("pano/0.png", pngHeader(30000, 30000)); // 2.7 GB of pixels that are not there
+    std::filesystem::create_directory(folder.file("pano"));
+    folder.write("pano/0.png", pngHeader(30000, 30000)); // 2.7 GB of pixels that are not there
     EXPECT_TRUE(readImage(place()).empty());
 }
 
@@ -421,11 +421,11 @@ TEST_F(LargeImageSerialization, ATileThatLiesAboutItsSizeCostsNothingAndGivesAnE
 
 TEST_F(LargeImageSerialization, AnUnwritableFolderFailsAtTheFirstTile)
 {
-    folder_.write("pano", "a file where the folder should be");
+    folder.write("pano", "a file where the folder should be");
     expectInputOutput(failureOf([&] { serializeImage(makeImage(3, 2500), place()); }),
                       "Error writing image to " + tilePath("0.png"),
                       serializeName);
-    EXPECT_EQ(folder_.read("pano"), "a file where the folder should be");
+    EXPECT_EQ(folder.read("pano"), "a file where the folder should be");
 }
 
 TEST_F(LargeImageSerialization, TilesBeforeTheOneThatFailedStay)
@@ -435,7 +435,7 @@ TEST_F(LargeImageSerialization, TilesBeforeTheOneThatFailedStay)
     expectInputOutput(failureOf([&] { serializeImage(image, place()); }),
                       "Error writing image to " + tilePath("1.png"),
                       serializeName);
-    EXPECT_THAT(folder_.names("pano"), ElementsAre("0.png", "1.png"));
+    EXPECT_THAT(folder.names("pano"), ElementsAre("0.png", "1.png"));
     EXPECT_TRUE(sameImage(readTile("0.png"), image(cv::Rect(0, 0, 1000, 3))));
 }
 
@@ -461,8 +461,8 @@ TEST_F(LargeImageSerialization, APictureWithColumnsButNoRowsFails)
 
 TEST_F(LargeImageSerialization, AFailureOfOpenCVInReadingIsLoggedAndNamesTheTile)
 {
-    std::filesystem::create_directory(folder_.file("pano"));
-    folder_.write("pano/0.png", "P5\n2000000 1\n255\n"); // wider than OpenCV takes
+    std::filesystem::create_directory(folder.file("pano"));
+    folder.write("pano/0.png", "P5\n2000000 1\n255\n"); // wider than OpenCV takes
     expectInputOutput(failureOf([&] { (void)readImage(place()); }),
                       "Error reading image from " + tilePath("0.png"),
                       readName);
