@@ -101,9 +101,9 @@ private:
 // Decodes the tiles of a picture, several at a time, and puts them side by side.
 //
 // All tiles of a picture but the last are full, so the last one tells how wide the picture is. It is decoded
-// first, and those that come after it are put into their places at once: their memory is free for the next
-// ones while it is still at hand, and a read holds the picture once. Where a tile is not full after all, the
-// picture is composed anew in the end.
+// first, and full ones that come after it are put into their places at once: their memory is free for the
+// next ones while it is still at hand, and a read holds the picture once. As soon as a tile is not full after
+// all, no more are put in place, and the picture is composed anew in the end.
 class TileReader
 {
 public:
@@ -146,8 +146,7 @@ public:
         if (totalWidth_ > widest) {
             detail::throwInternalError(L"Img is too wide.", reading, source, __LINE__);
         }
-        cv::Mat picture =
-            allFullButTheLast() ? room_ : cv::Mat(height_, static_cast<int>(totalWidth_), type_);
+        cv::Mat picture = fitsTheRoom() ? room_ : cv::Mat(height_, static_cast<int>(totalWidth_), type_);
         int x = 0;
         for (cv::Mat& tile : tiles_) {
             cv::Mat view = picture(cv::Rect(x, 0, tile.cols, tile.rows));
@@ -169,10 +168,11 @@ private:
     void takeTile(std::size_t index)
     {
         decodeOrFile(index);
-        if (isLast(index)) {
+        if (index + 1 == tiles_.size()) {
             makeRoom(tiles_[index]);
-        }
-        if (hasRoom_.load(std::memory_order_acquire)) {
+        } else if (!isFull(tiles_[index])) {
+            areFull_ = false;
+        } else if (hasRoom_.load(std::memory_order_acquire) && areFull_) {
             putInPlace(index);
         }
     }
@@ -206,39 +206,36 @@ private:
         tiles_[index] = std::move(tile);
     }
 
-    [[nodiscard]] bool isLast(std::size_t index) const { return index + 1 == tiles_.size(); }
+    [[nodiscard]] static bool isFull(cv::Mat const& tile) { return tile.cols == tileWidth; }
 
-    [[nodiscard]] bool isFull(cv::Mat const& tile) const
-    {
-        return tile.cols == tileWidth && tile.rows == room_.rows && tile.type() == room_.type();
-    }
-
-    // For the whole picture, if all tiles before the last one are full.
+    // For the whole picture, if all tiles before the last one are full. They need not be: where there is no
+    // memory for so much, there may be enough for what they are.
     void makeRoom(cv::Mat const& lastTile)
     {
-        auto const before = static_cast<std::int64_t>(tiles_.size() - 1) * tileWidth;
-        if (before + lastTile.cols <= widest) {
-            room_.create(lastTile.rows, static_cast<int>(before) + lastTile.cols, lastTile.type());
-            hasRoom_.store(true, std::memory_order_release);
+        auto const width = static_cast<std::int64_t>(tiles_.size() - 1) * tileWidth + lastTile.cols;
+        if (lastTile.empty() || width > widest) {
+            return;
         }
+        try {
+            room_.create(lastTile.rows, static_cast<int>(width), lastTile.type());
+        } catch (cv::Exception const&) {
+            return;
+        }
+        hasRoom_.store(true, std::memory_order_release);
     }
 
+    // Only for a full tile. It agrees with the last one, or one of them would not have been kept.
     void putInPlace(std::size_t index)
     {
         cv::Mat& tile = tiles_[index];
-        if (isLast(index) || isFull(tile)) {
-            int const x = static_cast<int>(index) * tileWidth;
-            cv::Mat view = room_(cv::Rect(x, 0, tile.cols, tile.rows));
-            tile.copyTo(view);
-            tile = view; // and the decoded one goes
-        }
+        cv::Mat view = room_(cv::Rect(static_cast<int>(index) * tileWidth, 0, tile.cols, tile.rows));
+        tile.copyTo(view);
+        tile = view; // and the decoded one goes
     }
 
-    [[nodiscard]] bool allFullButTheLast() const
+    [[nodiscard]] bool fitsTheRoom() const
     {
-        return hasRoom_ && std::all_of(tiles_.begin(), tiles_.end() - 1, [this](cv::Mat const& tile) {
-                   return isFull(tile);
-               });
+        return hasRoom_ && std::all_of(tiles_.begin(), tiles_.end() - 1, isFull);
     }
 
     // Whether the tile's value is that of the tile that came first, which sets it.
@@ -258,6 +255,7 @@ private:
         tiles_;    // each place is one task's own; a view of the room once the tile is in its place
     cv::Mat room_; // set before hasRoom_ is
     std::atomic<bool> hasRoom_ = false;
+    std::atomic<bool> areFull_ = true; // as far as is known, all tiles but the last
     tbb::concurrent_vector<std::pair<int, String>> errors_;
     std::atomic<std::int64_t> totalWidth_ = 0;
     std::atomic<int> height_ = unknown;

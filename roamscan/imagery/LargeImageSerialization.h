@@ -36,9 +36,9 @@ ROAMSCAN_EXPORT void serializeImage(cv::Mat const& image, Bv_1_1::SmartPtr<Bv_1_
 /// empty one: alone it gives an empty picture, beside others it does not match.
 ///
 /// The tiles are decoded on several threads, and then put side by side. Of several failures, the one that
-/// comes first is thrown. The picture is held once, and with it the tiles that are being decoded; twice at
-/// its peak if tiles before the last one are not full. What a tile may cost at most is OpenCV's limit: 2^30
-/// pixels.
+/// comes first is thrown. The picture is held once, and with it the last tile and those that are being
+/// decoded; twice at its peak if tiles before the last one are not full, or if there is but one. What a tile
+/// may cost at most is OpenCV's limit: 2^30 pixels.
 /// @throws oV::VisibleException if OpenCV fails on a tile, with code 18, "Error reading image from " and the
 ///     path of the tile
 /// @throws oV::InternalErrorException "Img dimensions mismatch." or "Img types mismatch." if tiles differ in
