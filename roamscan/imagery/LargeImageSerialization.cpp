@@ -196,6 +196,9 @@ private:
     void decode(std::size_t index)
     {
         cv::Mat tile = cv::imread(paths_[index].stringAnsi(), cv::IMREAD_UNCHANGED);
+        if (tile.empty()) {
+            tile = cv::Mat(); // of a picture that breaks off, OpenCV leaves the type
+        }
         totalWidth_ += tile.cols;
         if (!agrees(height_, tile.rows)) {
             detail::throwInternalError(L"Img dimensions mismatch.", decoding, source, __LINE__);
