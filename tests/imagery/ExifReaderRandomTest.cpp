@@ -5,11 +5,11 @@
 
 #include <gtest/gtest.h>
 #include <support/JpegBytes.h>
+#include <support/TemporaryFolder.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <fstream>
 #include <map>
 #include <optional>
@@ -233,18 +233,16 @@ TEST(ExifReaderRandom, FilesAgreeWithAPlainReader)
     constexpr std::uint64_t seed = 20082;
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     Random random(seed);
-    auto const path = std::filesystem::temp_directory_path() / "roamscan-ExifReaderRandom.jpg";
+    support::TemporaryFolder const folder;
     int valid = 0;
     for (int i = 0; i < 500; ++i) {
         std::string picture = randomPicture(random, 9000);
         damage(picture, random);
-        std::ofstream(path, std::ios::binary) << picture;
-        std::ifstream stream(path, std::ios::binary);
+        std::ifstream stream(folder.write("picture.jpg", picture), std::ios::binary);
         ExifData const data = readExifMetaData(stream);
         ASSERT_EQ(textsOf(data), textsOf(plainRead(picture))) << i;
         valid += data.valid ? 1 : 0;
     }
-    std::filesystem::remove(path);
     EXPECT_GT(valid, 50);
 }
 

@@ -6,10 +6,10 @@
 
 #include <gtest/gtest.h>
 #include <support/JpegBytes.h>
+#include <support/TemporaryFolder.h>
 
 #include <algorithm>
 #include <cstddef>
-#include <filesystem>
 #include <fstream>
 #include <ios>
 #include <istream>
@@ -17,7 +17,6 @@
 #include <stdexcept>
 #include <streambuf>
 #include <string>
-#include <system_error>
 #include <tuple>
 #include <utility>
 
@@ -149,32 +148,21 @@ ExifData readWith(std::string const& picture, Seeking seeking)
     return read(buffer);
 }
 
-/// A file of its own, which goes away afterwards.
-class PictureFile
+ExifData readFromFile(std::string const& picture)
 {
-public:
-    explicit PictureFile(std::string const& content)
-    {
-        auto const& test = *testing::UnitTest::GetInstance()->current_test_info();
-        path_ = std::filesystem::temp_directory_path() / ("roamscan-"s + test.name() + ".jpg");
-        std::ofstream(path_, std::ios::binary) << content;
-    }
-    PictureFile(PictureFile const&) = delete;
-    PictureFile& operator=(PictureFile const&) = delete;
-    ~PictureFile()
-    {
-        std::error_code ignored;
-        std::filesystem::remove(path_, ignored);
-    }
+    support::TemporaryFolder const folder;
+    std::ifstream stream(folder.write("picture.jpg", picture), std::ios::binary);
+    return readExifMetaData(stream);
+}
 
-    [[nodiscard]] ExifData read() const
+/// A file's buffer that reads as all do, but does not move.
+class UnseekableFileBuffer : public std::filebuf
+{
+protected:
+    pos_type seekoff(off_type offset, std::ios::seekdir direction, std::ios::openmode which) override
     {
-        std::ifstream stream(path_, std::ios::binary);
-        return readExifMetaData(stream);
+        return offset == 0 ? std::filebuf::seekoff(offset, direction, which) : pos_type(off_type(-1));
     }
-
-private:
-    std::filesystem::path path_;
 };
 
 } // namespace
@@ -249,6 +237,26 @@ TEST(ExifReaderStream, ASegmentOfNothingIsSeekedOverToo)
     EXPECT_EQ(unseekable.furthest(), picture.size() - 2);
 }
 
+TEST(ExifReaderStream, AFileBufferOfAnotherKindIsToldToMove)
+{
+    support::TemporaryFolder const folder;
+    auto const file = folder.write("picture.jpg", startOfImage() + cameraSegment() + "behind");
+    UnseekableFileBuffer buffer;
+    ASSERT_NE(buffer.open(file, std::ios::in | std::ios::binary), nullptr);
+    std::istream stream(&buffer);
+    EXPECT_TRUE(isDefault(readExifMetaData(stream)));
+}
+
+TEST(ExifReaderStream, OfAnApp1OnlyALengthWithRoomForABlockIsTaken)
+{
+    ObservedBuffer withRoom(startOfImage() + support::app1(7, "123456789"));
+    EXPECT_TRUE(isDefault(read(withRoom)));
+    EXPECT_EQ(withRoom.furthest(), 2U + 4U + 7U);
+    ObservedBuffer withoutRoom(startOfImage() + support::app1(6, "123456789"));
+    EXPECT_TRUE(isDefault(read(withoutRoom)));
+    EXPECT_EQ(withoutRoom.furthest(), 2U + 4U);
+}
+
 TEST(ExifReaderStream, AStreamMayBeginInTheMiddleOfAnotherFile)
 {
     std::istringstream stream("something else" + startOfImage() + segment(0xE0, "JFIF") + cameraSegment());
@@ -280,25 +288,41 @@ TEST(ExifReaderStream, AStreamThatWasToldToThrowThrows)
     EXPECT_TRUE(isDefault(readExifMetaData(broken)));
 }
 
+TEST(ExifReaderStream, AFileThatEndsWithASegmentThrowsWhereAStreamInMemoryDoes)
+{
+    support::TemporaryFolder const folder;
+    for (std::string const& picture : {startOfImage() + segment(0xE0, "JFIF"),
+                                       startOfImage() + segment(0xE0, ""),
+                                       startOfImage() + support::app1(20, "123456")})
+    {
+        std::istringstream inMemory(picture);
+        inMemory.exceptions(std::ios::failbit);
+        EXPECT_THROW((void)readExifMetaData(inMemory), std::ios::failure);
+        std::ifstream inFile(folder.write("picture.jpg", picture), std::ios::binary);
+        inFile.exceptions(std::ios::failbit);
+        EXPECT_THROW((void)readExifMetaData(inFile), std::ios::failure);
+    }
+}
+
 TEST(ExifReaderStream, FilesAreReadAsStreamsInMemoryAre)
 {
-    EXPECT_TRUE(isCamera(PictureFile(startOfImage() + cameraSegment()).read()));
-    EXPECT_TRUE(isDefault(PictureFile("").read()));
+    EXPECT_TRUE(isCamera(readFromFile(startOfImage() + cameraSegment())));
+    EXPECT_TRUE(isDefault(readFromFile("")));
     // On both sides of what a file's buffer holds at a time.
     for (std::size_t size = 8160; size < 8220; ++size) {
         std::string const before = startOfImage() + segment(0xE0, std::string(size, 'x'));
-        EXPECT_TRUE(isCamera(PictureFile(before + cameraSegment()).read())) << size;
-        EXPECT_TRUE(isCamera(PictureFile(before + segment(0xE2, "") + cameraSegment()).read())) << size;
+        EXPECT_TRUE(isCamera(readFromFile(before + cameraSegment()))) << size;
+        EXPECT_TRUE(isCamera(readFromFile(before + segment(0xE2, "") + cameraSegment()))) << size;
     }
     std::string const far = segment(0xE0, std::string(65533, 'x')) + segment(0xE2, std::string(20000, 'x'));
-    EXPECT_TRUE(isCamera(PictureFile(startOfImage() + far + cameraSegment()).read()));
+    EXPECT_TRUE(isCamera(readFromFile(startOfImage() + far + cameraSegment())));
 }
 
 TEST(ExifReaderStream, AFileMayEndInASegmentThatIsSkipped)
 {
-    EXPECT_TRUE(isDefault(PictureFile(startOfImage() + bytes({0xFF, 0xE0, 0x10, 0x00, 'x'})).read()));
-    EXPECT_TRUE(isDefault(PictureFile(startOfImage() + bytes({0xFF, 0xE1, 0x10, 0x00, 'E'})).read()));
-    EXPECT_TRUE(isDefault(PictureFile(startOfImage() + bytes({0xFF, 0xE1, 0x10})).read()));
+    EXPECT_TRUE(isDefault(readFromFile(startOfImage() + bytes({0xFF, 0xE0, 0x10, 0x00, 'x'}))));
+    EXPECT_TRUE(isDefault(readFromFile(startOfImage() + bytes({0xFF, 0xE1, 0x10, 0x00, 'E'}))));
+    EXPECT_TRUE(isDefault(readFromFile(startOfImage() + bytes({0xFF, 0xE1, 0x10}))));
 }
 
 #if defined(__linux__)
