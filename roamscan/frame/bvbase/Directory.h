@@ -29,8 +29,8 @@ public:
     /// also if it was before.
     [[nodiscard]] bool create() const;
 
-    /// The sub-directory of this name. It stays inside: a name that is an absolute path is taken as a
-    /// relative one. An empty name is the directory itself.
+    /// The sub-directory of this name. A name that is an absolute path is taken as a relative one; ".." in it
+    /// goes up and out, as in any path. An empty name is the directory itself.
     [[nodiscard]] SmartPtr<Directory const> appendLevel(String const& name) const;
 
     /// The path, as it was given.

@@ -17,8 +17,8 @@ public:
     /// The file of this path, relative to the current directory unless the path is absolute.
     [[nodiscard]] static SmartPtr<File> fromPath(String const& path);
 
-    /// The file of this name in the directory. It stays inside: a name that is an absolute path is taken as a
-    /// relative one.
+    /// The file of this name in the directory. A name that is an absolute path is taken as a relative one;
+    /// ".." in it goes up and out of the directory, as in any path.
     [[nodiscard]] static SmartPtr<File> fromString(Directory const& directory, String const& name);
 
     /// The record of this class.

@@ -117,6 +117,14 @@ TEST(File, ALinkToAFileCountsAndABrokenOneDoesNot)
     EXPECT_FALSE(File::fromPath(pathString(folder.file("broken")))->exists());
 }
 
+TEST(File, WhatCannotBeLookedAtDoesNotExist)
+{
+    support::TemporaryFolder const folder;
+    std::filesystem::create_symlink(folder.file("loop"), folder.file("loop"));
+    EXPECT_FALSE(File::fromPath(pathString(folder.file("loop")))->exists());
+    EXPECT_FALSE(File::fromPath(pathString(folder.file(std::string(5000, 'x'))))->exists());
+}
+
 TEST(File, APathThroughAFileDoesNotExist)
 {
     support::TemporaryFolder const folder;
@@ -192,6 +200,11 @@ TEST(Directory, AppendLevelGivesTheSubDirectory)
 TEST(Directory, AppendLevelOfAnAbsolutePathStaysInside)
 {
     EXPECT_EQ(narrow(Directory::fromPath(L"walk")->appendLevel(L"/pano")->getPath()), "walk/pano");
+}
+
+TEST(Directory, AppendLevelOfTwoPointsGoesUp)
+{
+    EXPECT_EQ(narrow(Directory::fromPath(L"walk")->appendLevel(L"..")->getPath()), "walk/..");
 }
 
 TEST(Directory, AppendLevelOfNoNameIsTheDirectoryItself)
