@@ -519,15 +519,15 @@ TEST_F(LargeImageSerialization, UndecodableTilesAloneGiveAnEmptyPicture)
 
 TEST_F(LargeImageSerialization, APictureThatBreaksOffIsAsUndecodableAsWhatIsNoPicture)
 {
-    std::filesystem::create_directory(folder_.file("pano"));
-    folder_.write("pano/0.png",
-                  "BM" + std::string("\0\0\0\0\0\0\0\0", 8) + // a bitmap's header alone
-                      std::string("\x36\0\0\0\x28\0\0\0\2\0\0\0\2\0\0\0\1\0\x18\0", 20) +
-                      std::string(24, '\0'));
+    std::filesystem::create_directory(folder.file("pano"));
+    folder.write("pano/0.png",
+                 "BM" + std::string("\0\0\0\0\0\0\0\0", 8) + // a bitmap's header alone
+                     std::string("\x36\0\0\0\x28\0\0\0\2\0\0\0\2\0\0\0\1\0\x18\0", 20) +
+                     std::string(24, '\0'));
     cv::Mat const back = readImage(place());
     EXPECT_EQ(back.size(), cv::Size(0, 0));
     EXPECT_EQ(back.type(), 0);
-    folder_.write("pano/1.png", "not a picture");
+    folder.write("pano/1.png", "not a picture");
     EXPECT_TRUE(readImage(place()).empty());
 }
 
