@@ -2,14 +2,12 @@
 #include <roamscan/frame/ov/Models.h>
 #include <roamscan/frame/ov/detail/IOCodeException.h>
 #include <roamscan/frame/ov/detail/ThrowInternalError.h>
+#include <roamscan/frame/platform/detail/ParallelTasks.h>
 #include <roamscan/imagery/LargeImageSerialization.h>
 
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
-#include <tbb/blocked_range.h>
 #include <tbb/concurrent_vector.h>
-#include <tbb/parallel_for.h>
-#include <tbb/partitioner.h>
 
 #include <algorithm>
 #include <atomic>
@@ -115,14 +113,7 @@ public:
             return;
         }
         std::size_t const last = paths_.size() - 1;
-        tbb::parallel_for(
-            tbb::blocked_range<std::size_t>(0, paths_.size()),
-            [this, last](tbb::blocked_range<std::size_t> const& range) {
-                for (std::size_t i = range.begin(); i != range.end(); ++i) {
-                    takeTile(i == 0 ? last : i - 1);
-                }
-            },
-            tbb::simple_partitioner()); // a task for each tile
+        detail::inParallel(paths_.size(), [this, last](std::size_t i) { takeTile(i == 0 ? last : i - 1); });
     }
 
     // Throws the error that was filed first, here where the caller can catch it.

@@ -1,14 +1,13 @@
 /// @file
 /// Rotating the samples of each sensor by its pose.
 
+#include <roamscan/frame/platform/detail/ParallelTasks.h>
 #include <roamscan/sensors/SensorData.h>
 #include <roamscan/time/TrafoT.h>
 #include <roamscan/time/detail/NearestRotation.h>
 #include <roamscan/time/detail/RotateVector.h>
 
-#include <tbb/parallel_for_each.h>
-#include <tbb/task_group.h>
-
+#include <cstddef>
 #include <utility>
 #include <vector>
 
@@ -76,22 +75,17 @@ void SensorData::applyPoses()
     if (posesApplied) {
         return;
     }
-    if (!sensorPoses.empty()) {
-        // Each name is looked up in one sample map alone, and no map changes its shape, so the tasks share
-        // nothing that is written.
-        // Isolated: a task group of the caller that is cancelled must not skip sensors and still have the
-        // flag set.
-        tbb::task_group_context context(tbb::task_group_context::isolated);
-        tbb::parallel_for_each(
-            sensorPoses.begin(),
-            sensorPoses.end(),
-            [this](auto const& entry) {
-                auto const& [name, pose] = entry;
-                (void)(rotateSensor(imuData, name, pose) || rotateSensor(rangefinderData, name, pose) ||
-                       rotateSensor(secondRangefinderData, name, pose));
-            },
-            context);
+    // Each name is looked up in one sample map alone, and no map changes its shape, so the tasks share
+    // nothing that is written.
+    std::vector<decltype(sensorPoses)::const_pointer> sensors;
+    for (auto const& sensor : sensorPoses) {
+        sensors.push_back(&sensor);
     }
+    detail::inParallel(sensors.size(), [this, &sensors](std::size_t i) {
+        auto const& [name, pose] = *sensors[i];
+        (void)(rotateSensor(imuData, name, pose) || rotateSensor(rangefinderData, name, pose) ||
+               rotateSensor(secondRangefinderData, name, pose));
+    });
     posesApplied = true;
 }
 
