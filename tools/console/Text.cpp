@@ -42,7 +42,9 @@ std::string excerpt(std::string_view text)
     constexpr std::size_t longest = 40;
     bool const cut = text.size() > longest;
     // Cutting may have split a character of several bytes; what is left of other alphabets is of no use here.
-    return "\"" + plain(text.substr(0, longest)) + (cut ? "...\"" : "\"");
+    std::string quoted = "\"";
+    quoted += plain(text.substr(0, longest));
+    return quoted += cut ? "...\"" : "\"";
 }
 
 std::string listed(std::vector<std::string> const& items)
