@@ -20,7 +20,7 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-constexpr int columnsOfATile = 1000;
+constexpr std::uint64_t columnsOfATile = 1000;
 
 std::string summary(cv::Mat const& picture, std::size_t tiles)
 {
@@ -47,7 +47,7 @@ void runPanoramaSplit(PanoramaOptions const& options, std::ostream& out)
     cv::Mat const picture = readPicture(options.input);
     std::filesystem::path const written(tiles.place()->getPath().stringAnsi());
     {
-        auto const expected = static_cast<std::uint64_t>(picture.cols / columnsOfATile + 1);
+        auto const expected = static_cast<std::uint64_t>(picture.cols) / columnsOfATile + 1;
         ProgressWatch const progress("writing tiles", expected, [written] { return countTiles(written); });
         tiles.write(picture);
     }
