@@ -2,19 +2,19 @@
 /// The seeds of the EXIF reader's target: small pictures and blocks, sound and unsound ones, each behind the
 /// byte that tells the target how to take it.
 
+#include "Seeds.h"
+
 #include <support/JpegBytes.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace
 {
 
+using fuzz::save;
 using support::ByteOrder;
 using support::bytes;
 using support::cameraBlock;
@@ -22,15 +22,6 @@ using support::segment;
 
 constexpr char asFile = 0;
 constexpr char asBlock = 1;
-
-void save(std::filesystem::path const& path, char mode, std::string const& content)
-{
-    std::ofstream file(path, std::ios::binary);
-    file << mode << content;
-    if (!file.flush()) {
-        throw std::runtime_error("cannot write " + path.string());
-    }
-}
 
 // A block with an entry of each tag that is looked into; all of them point at the block's end.
 std::string everyTag(ByteOrder order)
@@ -83,16 +74,8 @@ void saveFiles(std::filesystem::path const& folder)
 
 int main(int argc, char** argv)
 {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: %s FOLDER\n", argv[0]);
-        return 2;
-    }
-    try {
-        saveBlocks(argv[1]);
-        saveFiles(argv[1]);
-    } catch (std::exception const& failure) {
-        std::fprintf(stderr, "%s\n", failure.what());
-        return 1;
-    }
-    return 0;
+    return fuzz::runSeeds(argc, argv, [](std::filesystem::path const& folder) {
+        saveBlocks(folder);
+        saveFiles(folder);
+    });
 }

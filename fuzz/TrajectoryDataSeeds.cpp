@@ -2,12 +2,12 @@
 /// The seeds of the trajectory data target: small streams, sound and unsound ones, each behind the byte that
 /// tells the target how to take it.
 
+#include "Seeds.h"
+
 #include <roamscan/trajectorydata/TrajectoryData.h>
 #include <roamscan/trajectorydata/TrajectoryFile_generated.h>
 
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 #include <sstream>
 #include <stdexcept>
@@ -17,6 +17,7 @@
 namespace
 {
 
+using fuzz::save;
 namespace schema = oV::Roamscan::TrajectorySchema;
 using oV::Roamscan::Device;
 using oV::Roamscan::TrafoT;
@@ -26,15 +27,6 @@ using oV::Roamscan::TrajectoryNode;
 constexpr char asStream = 0;
 constexpr char asInsideOfFrame = 1;
 constexpr std::size_t countSize = 8;
-
-void save(std::filesystem::path const& path, char mode, std::string const& bytes)
-{
-    std::ofstream file(path, std::ios::binary);
-    file << mode << bytes;
-    if (!file.flush()) {
-        throw std::runtime_error("cannot write " + path.string());
-    }
-}
 
 std::string frameOf(TrajectoryData const& store)
 {
@@ -157,15 +149,5 @@ void saveAll(std::filesystem::path const& folder)
 
 int main(int argc, char** argv)
 {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: %s FOLDER\n", argv[0]);
-        return 2;
-    }
-    try {
-        saveAll(argv[1]);
-    } catch (std::exception const& failure) {
-        std::fprintf(stderr, "%s\n", failure.what());
-        return 1;
-    }
-    return 0;
+    return fuzz::runSeeds(argc, argv, saveAll);
 }

@@ -1,17 +1,15 @@
 #include "tools/commands/ExifCommand.h"
 
+#include "tools/commands/FileReport.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/InputFile.h"
 
 #include <roamscan/imagery/ExifReader.h>
 
-#include <nlohmann/json.hpp>
-
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <exception>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -24,11 +22,11 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-using Json = nlohmann::ordered_json;
+using Json = FileReport::Json;
 using PanoramaImageData::ExifData;
 using Row = std::array<std::string, 4>;
 
-ExifData readPicture(std::filesystem::path const& path)
+ExifData readExif(std::filesystem::path const& path)
 {
     InputFile file = openInput(path);
     ExifData data = readExifMetaData(file.stream);
@@ -95,27 +93,21 @@ void printTable(std::vector<Row> const& rows, std::ostream& out)
 
 bool runExif(ExifOptions const& options, std::ostream& out, std::ostream& err)
 {
-    bool allRead = true;
-    Json document = Json::array();
+    FileReport report(err);
     std::vector<Row> rows{{"file", "date and time", "make", "model"}};
     for (std::filesystem::path const& path : options.files) {
-        try {
-            ExifData const data = readPicture(path);
-            document.push_back(toJson(path, data));
+        report.add(path, [&] {
+            ExifData const data = readExif(path);
             rows.push_back(toRow(path, data));
-        } catch (std::exception const& failure) {
-            allRead = false;
-            err << "roamscan: " << oneLine(failure.what()) << '\n';
-            document.push_back({{"file", path.string()}, {"error", failure.what()}});
-        }
+            return toJson(path, data);
+        });
     }
     if (options.json) {
-        // Neither names nor cameras need to write UTF-8.
-        out << document.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+        report.print(out);
     } else if (rows.size() > 1) {
         printTable(rows, out);
     }
-    return allRead;
+    return report.allRead();
 }
 
 } // namespace oV::Roamscan::tool

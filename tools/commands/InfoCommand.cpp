@@ -1,5 +1,6 @@
 #include "tools/commands/InfoCommand.h"
 
+#include "tools/commands/FileReport.h"
 #include "tools/commands/SensorInfo.h"
 #include "tools/commands/TrajectoryInfo.h"
 #include "tools/console/Text.h"
@@ -7,7 +8,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include <exception>
 #include <ostream>
 #include <string>
 #include <type_traits>
@@ -18,7 +18,7 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-using Json = nlohmann::ordered_json;
+using Json = FileReport::Json;
 
 template <typename Store>
 constexpr char const* kindOf(FrameFile<Store> const& /*file*/)
@@ -49,28 +49,21 @@ void print(std::filesystem::path const& path, FrameFile<Store> const& file, std:
 
 bool runInfo(InfoOptions const& options, std::ostream& out, std::ostream& err)
 {
-    bool allRead = true;
-    Json document = Json::array();
+    FileReport report(err);
     for (std::filesystem::path const& path : options.files) {
-        try {
+        report.add(path, [&] {
             RecordingFile const recording = readRecordingFile(path);
-            if (options.json) {
-                document.push_back(
-                    std::visit([&](auto const& file) { return describe(path, file); }, recording));
-            } else {
+            if (!options.json) {
                 std::visit([&](auto const& file) { print(path, file, out); }, recording);
+                return Json();
             }
-        } catch (std::exception const& failure) {
-            allRead = false;
-            err << "roamscan: " << oneLine(failure.what()) << '\n';
-            document.push_back({{"file", path.string()}, {"error", failure.what()}});
-        }
+            return std::visit([&](auto const& file) { return describe(path, file); }, recording);
+        });
     }
     if (options.json) {
-        // Names need not be UTF-8.
-        out << document.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+        report.print(out);
     }
-    return allRead;
+    return report.allRead();
 }
 
 } // namespace oV::Roamscan::tool
