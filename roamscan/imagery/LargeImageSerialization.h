@@ -42,8 +42,9 @@ ROAMSCAN_EXPORT void serializeImage(cv::Mat const& image, Bv_1_1::SmartPtr<Bv_1_
 /// @throws oV::VisibleException if OpenCV fails on a tile, with code 18, "Error reading image from " and the
 ///     path of the tile
 /// @throws oV::InternalErrorException "Img dimensions mismatch." or "Img types mismatch." if tiles differ in
-///     rows, or in depth or channels; "Did not find any sub images." if there is no tile; or if `file` is
-///     null
+///     rows, or in depth or channels; "Did not find any sub images." if there is no tile; if the picture
+///     would have more columns than an `int` can count; or if `file` is null
+/// @throws cv::Exception if there is no memory for the picture
 [[nodiscard]] ROAMSCAN_EXPORT cv::Mat readImage(Bv_1_1::SmartPtr<Bv_1_1::File const> file);
 
 } // namespace oV::Roamscan::LargeImageSerialization
