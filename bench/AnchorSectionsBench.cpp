@@ -3,10 +3,9 @@
 /// plainly, and, where it is built in, beside Boost's interval set.
 
 #include "Roads.h"
+#include "tests/support/LiteralAnchorSections.h"
 
 #include <roamscan/geometry/AnchorSections.h>
-
-#include <support/LiteralAnchorSections.h>
 
 #ifdef ROAMSCAN_BENCH_PEERS
 #include "peers/IntervalSet.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/ProcessMemory.h"
+#include "bench/workload/ProcessMemory.h"
 
 #include <benchmark/benchmark.h>
 

@@ -3,11 +3,10 @@
 /// are built in, beside libexif and exiv2.
 
 #include "Roads.h"
-#include "support/MemoryStream.h"
+#include "bench/workload/MemoryStream.h"
+#include "tests/support/JpegBytes.h"
 
 #include <roamscan/imagery/ExifReader.h>
-
-#include <support/JpegBytes.h>
 
 #ifdef ROAMSCAN_BENCH_PEERS
 #include "peers/ExifLibraries.h"

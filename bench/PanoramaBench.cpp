@@ -3,8 +3,8 @@
 /// itself.
 
 #include "Roads.h"
-#include "support/ProcessMemory.h"
-#include "support/WidePicture.h"
+#include "bench/workload/ProcessMemory.h"
+#include "bench/workload/WidePicture.h"
 
 #include <roamscan/imagery/LargeImageSerialization.h>
 

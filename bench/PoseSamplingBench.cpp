@@ -3,12 +3,11 @@
 /// is built in, beside tf2.
 
 #include "Roads.h"
-#include "support/Walk.h"
+#include "bench/workload/Walk.h"
+#include "tests/support/MapPoseFunction.h"
 
 #include <roamscan/trajectory/Trajectory.h>
 #include <roamscan/trajectory/TrajectoryFromNodes.h>
-
-#include <support/MapPoseFunction.h>
 
 #ifdef ROAMSCAN_BENCH_PEERS
 #include "peers/Tf2Buffer.h"

@@ -2,7 +2,7 @@
 /// Scan points into the world: beside the arithmetic alone, written down without the interface.
 
 #include "Roads.h"
-#include "support/Walk.h"
+#include "bench/workload/Walk.h"
 
 #include <roamscan/geometry/RoamscanDataAdapter.h>
 #include <roamscan/trajectory/Trajectory.h>

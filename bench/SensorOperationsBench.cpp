@@ -2,9 +2,9 @@
 /// Operations on a whole sensor store: the view by time, moving in time, rotating by poses, merging.
 
 #include "Roads.h"
-#include "support/ProcessMemory.h"
-#include "support/SensorArrays.h"
-#include "support/Walk.h"
+#include "bench/workload/ProcessMemory.h"
+#include "bench/workload/SensorArrays.h"
+#include "bench/workload/Walk.h"
 
 #include <roamscan/sensors/SensorData.h>
 #include <roamscan/time/TimeConversion.h>

@@ -3,10 +3,10 @@
 /// beside making the same store from arrays; in time, and in memory at the peak.
 
 #include "Roads.h"
+#include "bench/workload/MemoryStream.h"
+#include "bench/workload/ProcessMemory.h"
+#include "bench/workload/SensorArrays.h"
 #include "peers/SensorObjectTree.h"
-#include "support/MemoryStream.h"
-#include "support/ProcessMemory.h"
-#include "support/SensorArrays.h"
 
 #include <roamscan/sensors/SensorData.h>
 

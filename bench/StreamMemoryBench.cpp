@@ -3,11 +3,11 @@
 /// Each is measured in a child process of its own.
 
 #include "Roads.h"
+#include "bench/workload/MemoryStream.h"
+#include "bench/workload/ProcessMemory.h"
+#include "bench/workload/RecordedStore.h"
+#include "bench/workload/Walk.h"
 #include "peers/ObjectTreeStream.h"
-#include "support/MemoryStream.h"
-#include "support/ProcessMemory.h"
-#include "support/RecordedStore.h"
-#include "support/Walk.h"
 
 #include <roamscan/trajectorydata/TrajectoryData.h>
 

@@ -2,12 +2,11 @@
 /// From nodes to a trajectory, and copying one: beside inserting the same poses into an ordered map.
 
 #include "Roads.h"
-#include "support/Walk.h"
+#include "bench/workload/Walk.h"
+#include "tests/support/MapPoseFunction.h"
 
 #include <roamscan/trajectory/Trajectory.h>
 #include <roamscan/trajectory/TrajectoryFromNodes.h>
-
-#include <support/MapPoseFunction.h>
 
 #include <algorithm>
 #include <memory>

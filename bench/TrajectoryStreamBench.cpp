@@ -2,10 +2,10 @@
 /// Writing and reading a trajectory stream, beside FlatBuffers' tree of objects.
 
 #include "Roads.h"
+#include "bench/workload/MemoryStream.h"
+#include "bench/workload/RecordedStore.h"
+#include "bench/workload/Walk.h"
 #include "peers/ObjectTreeStream.h"
-#include "support/MemoryStream.h"
-#include "support/RecordedStore.h"
-#include "support/Walk.h"
 
 #include <roamscan/trajectorydata/TrajectoryData.h>
 

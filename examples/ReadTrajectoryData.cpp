@@ -2,7 +2,7 @@
 /// Writes a trajectory store to a file, reads it back, and derives the trajectory between two devices.
 /// Streams must be opened in binary mode.
 
-#include <roamscan/frame/ov/InternalErrorException.h>
+#include <roamscan/frame/failures/InternalErrorException.h>
 #include <roamscan/trajectorydata/TrajectoryData.h>
 
 #include <cstdio>

@@ -4,8 +4,8 @@
 #include "TemporaryFolder.h"
 
 #include <roamscan/frame/bvbase/File.h>
-#include <roamscan/frame/ov/InternalErrorException.h>
-#include <roamscan/frame/ov/VisibleException.h>
+#include <roamscan/frame/failures/InternalErrorException.h>
+#include <roamscan/frame/failures/VisibleException.h>
 #include <roamscan/imagery/LargeImageSerialization.h>
 
 #include <opencv2/core.hpp>

@@ -1,8 +1,8 @@
 /// @file
 /// Installs a sink for the library's log. The library itself prints nothing.
 
-#include <roamscan/frame/ov/LogMessage.h>
-#include <roamscan/frame/ov/Models.h>
+#include <roamscan/frame/log/LogMessage.h>
+#include <roamscan/frame/log/Models.h>
 #include <roamscan/trajectorydata/TrajectoryData.h>
 
 #include <cstdio>

@@ -3,8 +3,7 @@
 /// byte that tells the target how to take it.
 
 #include "Seeds.h"
-
-#include <support/JpegBytes.h>
+#include "tests/support/JpegBytes.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <roamscan/frame/ov/BvFitPlane.h>
 #include <roamscan/frame/platform/Export.h>
+#include <roamscan/frame/values/BvFitPlane.h>
 
 #include <Eigen/Core>
 #include <Eigen/Geometry>

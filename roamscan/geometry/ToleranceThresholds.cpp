@@ -1,4 +1,4 @@
-#include <roamscan/frame/ov/LinearInterpolatedFunctionT.h>
+#include <roamscan/frame/values/LinearInterpolatedFunctionT.h>
 #include <roamscan/geometry/ToleranceThresholds.h>
 
 #include <cmath>

@@ -1,7 +1,7 @@
-#include <roamscan/frame/ov/InternalErrorException.h>
-#include <roamscan/frame/ov/Models.h>
-#include <roamscan/frame/ov/detail/IOCodeException.h>
-#include <roamscan/frame/ov/detail/ThrowInternalError.h>
+#include <roamscan/frame/failures/InternalErrorException.h>
+#include <roamscan/frame/failures/detail/IOCodeException.h>
+#include <roamscan/frame/failures/detail/ThrowInternalError.h>
+#include <roamscan/frame/log/Models.h>
 #include <roamscan/frame/platform/detail/ParallelTasks.h>
 #include <roamscan/imagery/LargeImageSerialization.h>
 

@@ -1,11 +1,11 @@
 /// @file
 /// SensorData to and from a stream, straight between store and buffer.
 
-#include <roamscan/frame/ov/detail/FlatBufferFrame.h>
-#include <roamscan/frame/ov/detail/FlatBufferRoot.h>
-#include <roamscan/frame/ov/detail/StreamFrame.h>
 #include <roamscan/sensors/SensorData.h>
 #include <roamscan/sensors/SensorFile_generated.h>
+#include <roamscan/streams/detail/FlatBufferRoot.h>
+#include <roamscan/streams/detail/LengthPrefixedBuffer.h>
+#include <roamscan/streams/detail/WriteFlatBuffer.h>
 #include <roamscan/time/TimeConversion.h>
 
 #include <algorithm>
@@ -335,7 +335,7 @@ bool unpackPoses(std::unordered_map<std::string, mapping::Rigid3<float>>& poses,
 std::shared_ptr<SensorData> SensorData::read(std::istream& stream)
 {
     auto store = std::make_shared<SensorData>();
-    auto const frame = detail::readFrame(stream);
+    auto const frame = detail::readLengthPrefixed(stream);
     if (!frame) {
         return nullptr;
     }

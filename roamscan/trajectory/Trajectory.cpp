@@ -1,4 +1,4 @@
-#include <roamscan/frame/ov/detail/ThrowInternalError.h>
+#include <roamscan/frame/failures/detail/ThrowInternalError.h>
 #include <roamscan/time/TimeConversion.h>
 #include <roamscan/trajectory/Trajectory.h>
 

@@ -1,4 +1,4 @@
-#include <roamscan/frame/ov/detail/ThrowInternalError.h>
+#include <roamscan/frame/failures/detail/ThrowInternalError.h>
 #include <roamscan/trajectory/TrajectoryFromNodes.h>
 #include <roamscan/trajectorydata/TrajectoryData.h>
 

@@ -2,11 +2,11 @@
 /// TrajectoryData to and from a stream, straight between store and buffer.
 
 #include <roamscan/frame/bvbase/String.h>
-#include <roamscan/frame/ov/Models.h>
-#include <roamscan/frame/ov/detail/FlatBufferFrame.h>
-#include <roamscan/frame/ov/detail/FlatBufferRoot.h>
-#include <roamscan/frame/ov/detail/StreamFrame.h>
+#include <roamscan/frame/log/Models.h>
 #include <roamscan/frame/platform/detail/UntouchedMemory.h>
+#include <roamscan/streams/detail/FlatBufferRoot.h>
+#include <roamscan/streams/detail/LengthPrefixedBuffer.h>
+#include <roamscan/streams/detail/WriteFlatBuffer.h>
 #include <roamscan/trajectorydata/TrajectoryData.h>
 #include <roamscan/trajectorydata/TrajectoryFile_generated.h>
 
@@ -166,7 +166,7 @@ std::shared_ptr<TrajectoryData> TrajectoryData::read(std::istream& stream)
 
 bool TrajectoryData::readFromStream(std::istream& stream)
 {
-    auto const frame = detail::readFrame(stream);
+    auto const frame = detail::readLengthPrefixed(stream);
     if (!frame) {
         return false;
     }

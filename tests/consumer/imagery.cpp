@@ -2,7 +2,7 @@
 /// A plug-in that deals with pictures, through the package's component for them.
 
 #include <roamscan/frame/bvbase/File.h>
-#include <roamscan/frame/ov/VisibleException.h>
+#include <roamscan/frame/failures/VisibleException.h>
 #include <roamscan/imagery/AnchorScanMetadata.h>
 #include <roamscan/imagery/LargeImageSerialization.h>
 

@@ -1,8 +1,8 @@
 /// @file
 /// A plug-in in miniature: it calls, catches and derives across the border of the library.
 
-#include <roamscan/frame/ov/InternalErrorException.h>
-#include <roamscan/frame/ov/Models.h>
+#include <roamscan/frame/failures/InternalErrorException.h>
+#include <roamscan/frame/log/Models.h>
 #include <roamscan/geometry/RoamscanDataAdapter.h>
 #include <roamscan/time/TimeConversion.h>
 #include <roamscan/trajectorydata/TrajectoryData.h>

@@ -2,8 +2,8 @@
 /// What holds for anchor sections after any sequence of insertions: compared with the union of ticks, and
 /// with the steps written down word by word.
 
-#include "support/LiteralAnchorSections.h"
-#include "support/TimeWindows.h"
+#include "tests/support/LiteralAnchorSections.h"
+#include "tests/support/TimeWindows.h"
 
 #include <roamscan/geometry/AnchorSections.h>
 

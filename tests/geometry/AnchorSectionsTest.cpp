@@ -1,4 +1,4 @@
-#include "support/TimeWindows.h"
+#include "tests/support/TimeWindows.h"
 
 #include <roamscan/geometry/AnchorSections.h>
 

@@ -1,4 +1,4 @@
-#include "support/RandomPoses.h"
+#include "tests/support/RandomPoses.h"
 
 #include <roamscan/geometry/IRoamscanData.h>
 #include <roamscan/geometry/RoamscanDataAdapter.h>

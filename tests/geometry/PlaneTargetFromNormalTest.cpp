@@ -1,8 +1,8 @@
 /// @file
 /// Plane targets from a normal: which axis is picked, and the frame that comes of it.
 
-#include "support/PlaneTargets.h"
-#include "support/RandomPoses.h"
+#include "tests/support/PlaneTargets.h"
+#include "tests/support/RandomPoses.h"
 
 #include <roamscan/geometry/PlaneTarget.h>
 

@@ -1,5 +1,5 @@
-#include "support/PlaneTargets.h"
-#include "support/RandomPoses.h"
+#include "tests/support/PlaneTargets.h"
+#include "tests/support/RandomPoses.h"
 
 #include <roamscan/geometry/PlaneTarget.h>
 

@@ -1,4 +1,4 @@
-#include "support/ScanMetadata.h"
+#include "tests/support/ScanMetadata.h"
 
 #include <roamscan/imagery/AnchorScanMetadata.h>
 
@@ -10,12 +10,10 @@
 #include <utility>
 #include <vector>
 
-namespace oV::Roamscan
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
 using support::changedIn;
 using support::Content;
 using support::fullMetadata;
@@ -350,5 +348,3 @@ TEST(AnchorScanMetadata, DeeplyNestedTextIsRefusedAsWhatItIsAtItsTop)
     j["startTime"] = std::move(j["panoramaPictures"]);
     EXPECT_EQ(failureOfReading<AnchorScanMetadata>(j).id, 302);
 }
-
-} // namespace oV::Roamscan

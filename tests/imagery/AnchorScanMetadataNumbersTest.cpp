@@ -1,4 +1,4 @@
-#include "support/ScanMetadata.h"
+#include "tests/support/ScanMetadata.h"
 
 #include <roamscan/imagery/AnchorScanMetadata.h>
 
@@ -10,12 +10,10 @@
 #include <limits>
 #include <string>
 
-namespace oV::Roamscan
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
 using support::json;
 using support::metadataWith;
 using support::pictureWith;
@@ -113,5 +111,3 @@ TEST(AnchorScanMetadata, AFloatingPointTimeIsTruncatedTo64Bits)
     EXPECT_EQ(pictureWith("time", std::numeric_limits<double>::quiet_NaN()).time, 0);
     EXPECT_EQ(pictureWith("time", -std::numeric_limits<double>::infinity()).time, 0);
 }
-
-} // namespace oV::Roamscan

@@ -1,4 +1,4 @@
-#include "support/ScanMetadata.h"
+#include "tests/support/ScanMetadata.h"
 
 #include <roamscan/imagery/AnchorScanMetadata.h>
 
@@ -10,12 +10,10 @@
 #include <string>
 #include <type_traits>
 
-namespace oV::Roamscan
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
 using support::changedIn;
 using support::Content;
 using support::fullMetadata;
@@ -287,5 +285,3 @@ TEST(AnchorScanMetadata, UnknownTextReadsAsUnknown)
               ImageOrientation::OrientationUnknown);
     EXPECT_EQ(pictureWith("content", "upright").content, Content::ContentUnknown);
 }
-
-} // namespace oV::Roamscan

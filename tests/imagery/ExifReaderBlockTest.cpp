@@ -2,10 +2,11 @@
 /// What the reader makes of an EXIF block. Each block is put into a picture so that it is what the reader
 /// takes, to the byte.
 
+#include "tests/support/JpegBytes.h"
+
 #include <roamscan/imagery/ExifReader.h>
 
 #include <gtest/gtest.h>
-#include <support/JpegBytes.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -14,11 +15,10 @@
 #include <tuple>
 #include <vector>
 
-namespace oV::Roamscan
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
 
 using namespace std::string_literals;
 using PanoramaImageData::ExifData;
@@ -346,5 +346,3 @@ TEST(ExifReaderBlock, TheNextDirectoryIsNotFollowed)
     EXPECT_TRUE(read(support::withU32(block, next - 4, 0xFFFFFFFFU)).valid);
     EXPECT_TRUE(read(tiffHeader(little) + directoryBytes(little, {{model, 5, 0}})).valid);
 }
-
-} // namespace oV::Roamscan

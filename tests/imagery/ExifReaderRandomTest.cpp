@@ -1,11 +1,12 @@
 /// @file
 /// The reader beside a plain one that follows the format step by step, on damaged pictures.
 
+#include "tests/support/JpegBytes.h"
+#include "tests/support/TemporaryFolder.h"
+
 #include <roamscan/imagery/ExifReader.h>
 
 #include <gtest/gtest.h>
-#include <support/JpegBytes.h>
-#include <support/TemporaryFolder.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -20,12 +21,10 @@
 #include <utility>
 #include <vector>
 
-namespace oV::Roamscan
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
 using PanoramaImageData::ExifData;
 using support::ByteOrder;
 using support::bytes;
@@ -245,5 +244,3 @@ TEST(ExifReaderRandom, FilesAgreeWithAPlainReader)
     }
     EXPECT_GT(valid, 50);
 }
-
-} // namespace oV::Roamscan

@@ -2,11 +2,12 @@
 /// What the reader asks of its stream, and how it takes streams that are in no good state, end early or
 /// cannot seek.
 
+#include "tests/support/JpegBytes.h"
+#include "tests/support/TemporaryFolder.h"
+
 #include <roamscan/imagery/ExifReader.h>
 
 #include <gtest/gtest.h>
-#include <support/JpegBytes.h>
-#include <support/TemporaryFolder.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -24,11 +25,10 @@
 #include <unistd.h>
 #endif
 
-namespace oV::Roamscan
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
 
 using namespace std::string_literals;
 using PanoramaImageData::ExifData;
@@ -340,5 +340,3 @@ TEST(ExifReaderStream, APipeCannotSeekAndGivesNothing)
     close(ends[0]);
 }
 #endif
-
-} // namespace oV::Roamscan

@@ -1,10 +1,11 @@
 /// @file
 /// How the reader finds the EXIF block of a picture.
 
+#include "tests/support/JpegBytes.h"
+
 #include <roamscan/imagery/ExifReader.h>
 
 #include <gtest/gtest.h>
-#include <support/JpegBytes.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -16,11 +17,10 @@
 #include <tuple>
 #include <vector>
 
-namespace oV::Roamscan
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
 
 using namespace std::string_literals;
 using PanoramaImageData::ExifData;
@@ -293,5 +293,3 @@ TEST(ExifReader, RealPicturesAreRead)
         EXPECT_TRUE(data.valid) << file;
     }
 }
-
-} // namespace oV::Roamscan

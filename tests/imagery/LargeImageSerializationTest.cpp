@@ -1,10 +1,11 @@
+#include "tests/support/TiledPictures.h"
+
 #include <roamscan/imagery/LargeImageSerialization.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
-#include <support/TiledPictures.h>
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
-#include "support/SensorRecords.h"
+#include "tests/support/SensorRecords.h"
 
 #include <roamscan/frame/bvbase/String.h>
-#include <roamscan/frame/ov/InternalErrorException.h>
+#include <roamscan/frame/failures/InternalErrorException.h>
 #include <roamscan/sensors/SensorData.h>
 
 #include <gtest/gtest.h>

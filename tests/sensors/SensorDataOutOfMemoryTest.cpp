@@ -2,7 +2,7 @@
 /// What happens to a store when memory runs out in the middle of an operation. This program replaces the
 /// allocation of the whole process by one that can be told to fail.
 
-#include "support/SensorRecords.h"
+#include "tests/support/SensorRecords.h"
 
 #include <roamscan/sensors/SensorData.h>
 

@@ -1,7 +1,7 @@
-#include "support/ByteStrings.h"
-#include "support/SensorRecords.h"
+#include "tests/support/ByteStrings.h"
+#include "tests/support/SensorRecords.h"
 
-#include <roamscan/frame/ov/Endianness.h>
+#include <roamscan/frame/values/Endianness.h>
 #include <roamscan/sensors/SensorData.h>
 
 #include <gtest/gtest.h>

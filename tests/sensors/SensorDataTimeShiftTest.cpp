@@ -1,4 +1,4 @@
-#include "support/SensorRecords.h"
+#include "tests/support/SensorRecords.h"
 
 #include <roamscan/sensors/SensorData.h>
 

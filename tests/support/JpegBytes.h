@@ -1,6 +1,6 @@
 #pragma once
 
-#include <support/ByteStrings.h>
+#include "tests/support/ByteStrings.h"
 
 #include <cstddef>
 #include <cstdint>

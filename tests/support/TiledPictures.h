@@ -1,14 +1,15 @@
 #pragma once
 
+#include "tests/support/TemporaryFolder.h"
+
 #include <roamscan/frame/bvbase/File.h>
-#include <roamscan/frame/ov/InternalErrorException.h>
-#include <roamscan/frame/ov/Models.h>
-#include <roamscan/frame/ov/VisibleException.h>
+#include <roamscan/frame/failures/InternalErrorException.h>
+#include <roamscan/frame/failures/VisibleException.h>
+#include <roamscan/frame/log/Models.h>
 
 #include <gtest/gtest.h>
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
-#include <support/TemporaryFolder.h>
 
 #include <cstddef>
 #include <filesystem>

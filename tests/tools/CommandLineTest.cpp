@@ -1,6 +1,6 @@
 #include "tools/CommandLine.h"
 
-#include "tools/support/ToolFixture.h"
+#include "tests/tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -9,11 +9,14 @@
 #include <string>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::lineCount;
+using support::ToolFixture;
+using support::ToolRun;
 
 class CommandLineTest : public ToolFixture
 {};
@@ -94,5 +97,3 @@ TEST_F(CommandLineTest, ResultsThatCannotBePrintedAreAFailure)
     EXPECT_EQ(runTool(2, arguments.data(), out, err), 1);
     EXPECT_EQ(err.str(), "roamscan: the results could not be printed to standard output\n");
 }
-
-} // namespace oV::Roamscan::tool

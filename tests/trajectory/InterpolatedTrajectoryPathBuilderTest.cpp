@@ -1,6 +1,6 @@
-#include "support/Bits.h"
-#include "support/MapPoseFunction.h"
-#include "support/RandomPoses.h"
+#include "tests/support/Bits.h"
+#include "tests/support/MapPoseFunction.h"
+#include "tests/support/RandomPoses.h"
 
 #include <roamscan/trajectory/InterpolatedTrajectoryPathBuilder.h>
 #include <roamscan/trajectory/Trajectory.h>

@@ -1,9 +1,9 @@
 /// @file
 /// Trajectories over a table of poses, as they come out of the builder.
 
-#include "support/Bits.h"
-#include "support/MapPoseFunction.h"
-#include "support/RandomPoses.h"
+#include "tests/support/Bits.h"
+#include "tests/support/MapPoseFunction.h"
+#include "tests/support/RandomPoses.h"
 
 #include <roamscan/trajectory/InterpolatedTrajectoryPathBuilder.h>
 #include <roamscan/trajectory/Trajectory.h>

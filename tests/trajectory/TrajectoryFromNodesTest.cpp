@@ -1,5 +1,5 @@
-#include "support/Bits.h"
-#include "support/RandomPoses.h"
+#include "tests/support/Bits.h"
+#include "tests/support/RandomPoses.h"
 
 #include <roamscan/trajectory/TrajectoryFromNodes.h>
 

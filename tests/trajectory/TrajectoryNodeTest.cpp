@@ -1,4 +1,4 @@
-#include "support/Bits.h"
+#include "tests/support/Bits.h"
 
 #include <roamscan/trajectory/TrajectoryNode.h>
 

@@ -1,7 +1,7 @@
-#include "support/Bits.h"
+#include "tests/support/Bits.h"
 
 #include <roamscan/frame/bvbase/String.h>
-#include <roamscan/frame/ov/InternalErrorException.h>
+#include <roamscan/frame/failures/InternalErrorException.h>
 #include <roamscan/trajectory/Trajectory.h>
 
 #include <gtest/gtest.h>

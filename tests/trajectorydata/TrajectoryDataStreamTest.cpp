@@ -1,11 +1,11 @@
-#include "support/Bits.h"
-#include "support/ByteStrings.h"
-#include "support/RandomPoses.h"
+#include "tests/support/Bits.h"
+#include "tests/support/ByteStrings.h"
+#include "tests/support/RandomPoses.h"
 
 #include <roamscan/frame/bvbase/String.h>
-#include <roamscan/frame/ov/Endianness.h>
-#include <roamscan/frame/ov/LogMessage.h>
-#include <roamscan/frame/ov/Models.h>
+#include <roamscan/frame/log/LogMessage.h>
+#include <roamscan/frame/log/Models.h>
+#include <roamscan/frame/values/Endianness.h>
 #include <roamscan/trajectorydata/TrajectoryData.h>
 
 #include <gtest/gtest.h>

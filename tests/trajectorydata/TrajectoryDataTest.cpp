@@ -1,8 +1,8 @@
-#include "support/Bits.h"
-#include "support/RandomPoses.h"
+#include "tests/support/Bits.h"
+#include "tests/support/RandomPoses.h"
 
 #include <roamscan/frame/bvbase/String.h>
-#include <roamscan/frame/ov/InternalErrorException.h>
+#include <roamscan/frame/failures/InternalErrorException.h>
 #include <roamscan/trajectorydata/TrajectoryData.h>
 
 #include <gtest/gtest.h>

@@ -8,6 +8,7 @@
 #include "tools/io/BuildingFile.h"
 #include "tools/io/OutputFile.h"
 #include "tools/io/PlyReader.h"
+#include "tools/io/PlyWriter.h"
 #include "tools/io/SensorFile.h"
 #include "tools/io/TrajectoryFile.h"
 #include "tools/picture/PngWriter.h"

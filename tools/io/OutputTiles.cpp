@@ -4,7 +4,7 @@
 #include "tools/io/OutputPlace.h"
 #include "tools/io/Pictures.h"
 
-#include <roamscan/frame/ov/VisibleException.h>
+#include <roamscan/frame/failures/VisibleException.h>
 #include <roamscan/imagery/LargeImageSerialization.h>
 
 #include <algorithm>

@@ -3,8 +3,8 @@
 #include "tools/console/ToolError.h"
 #include "tools/io/InputFile.h"
 
-#include <roamscan/frame/ov/InternalErrorException.h>
-#include <roamscan/frame/ov/VisibleException.h>
+#include <roamscan/frame/failures/InternalErrorException.h>
+#include <roamscan/frame/failures/VisibleException.h>
 #include <roamscan/imagery/LargeImageSerialization.h>
 
 #include <opencv2/core.hpp>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/placing/ScanPoints.h"
+#include "tools/points/ScanPoints.h"
 
 #include <filesystem>
 

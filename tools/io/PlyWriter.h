@@ -1,21 +1,13 @@
 #pragma once
 
+#include "tools/points/CloudPoint.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <ostream>
 
 namespace oV::Roamscan::tool
 {
-
-/// One point of a cloud or a scan.
-struct CloudPoint
-{
-    float x = 0.0F; ///< Metres, as y and z.
-    float y = 0.0F;
-    float z = 0.0F;
-    std::uint16_t intensity = 0;
-    double time = 0.0; ///< Seconds; NaN for none.
-};
 
 /// Writes points as a binary little-endian PLY file with the properties x, y, z (float), intensity (ushort)
 /// and time (double). The count need not be known beforehand; the stream must be able to go back to its

@@ -1,7 +1,7 @@
 #include "tools/motion/StillStretches.h"
 
 #include "tools/motion/NodeOrder.h"
-#include "tools/simulation/SimulationLimits.h"
+#include "tools/motion/TimeRange.h"
 
 #include <roamscan/time/TimeConversion.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tools/io/PlyWriter.h"
-#include "tools/placing/ScanPoints.h"
+#include "tools/points/CloudPoint.h"
+#include "tools/points/ScanPoints.h"
 
 #include <roamscan/trajectory/Trajectory.h>
 

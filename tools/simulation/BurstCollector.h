@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/io/PlyWriter.h"
+#include "tools/points/CloudPoint.h"
 
 #include <roamscan/sensors/SensorData.h>
 

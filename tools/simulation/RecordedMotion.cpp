@@ -2,6 +2,7 @@
 
 #include "tools/console/ToolError.h"
 #include "tools/motion/NodeOrder.h"
+#include "tools/motion/TimeRange.h"
 #include "tools/simulation/SimulationLimits.h"
 
 #include <algorithm>

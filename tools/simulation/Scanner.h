@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/geometry/Building.h"
-#include "tools/io/PlyWriter.h"
+#include "tools/points/CloudPoint.h"
 #include "tools/simulation/Motion.h"
 
 #include <Eigen/Geometry>

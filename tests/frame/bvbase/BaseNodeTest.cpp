@@ -1,10 +1,11 @@
+#include "tests/support/VirtualSlot.h"
+
 #include <roamscan/frame/bvbase/BaseNode.h>
 #include <roamscan/frame/bvbase/SmartPtr.h>
 #include <roamscan/frame/bvbase/VisitorCore.h>
 #include <roamscan/frame/bvbase/oVClass.h>
 
 #include <gtest/gtest.h>
-#include <support/VirtualSlot.h>
 
 #include <cstdint>
 #include <cstring>

@@ -1,9 +1,10 @@
+#include "tests/support/TemporaryFolder.h"
+
 #include <roamscan/frame/bvbase/Directory.h>
 #include <roamscan/frame/bvbase/File.h>
 #include <roamscan/frame/bvbase/oVClass.h>
 
 #include <gtest/gtest.h>
-#include <support/TemporaryFolder.h>
 
 #include <filesystem>
 #include <string>

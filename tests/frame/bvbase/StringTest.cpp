@@ -1,7 +1,8 @@
+#include "tests/support/StringInside.h"
+
 #include <roamscan/frame/bvbase/String.h>
 
 #include <gtest/gtest.h>
-#include <support/StringInside.h>
 
 #include <atomic>
 #include <bit>

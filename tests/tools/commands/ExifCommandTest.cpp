@@ -1,18 +1,22 @@
-#include "tools/support/ToolFixture.h"
+#include "tests/support/JpegBytes.h"
+#include "tests/tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
-#include <support/JpegBytes.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <string>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::lastLine;
+using support::lineCount;
+using support::ToolFixture;
+using support::ToolRun;
 
 using namespace std::string_literals;
 
@@ -142,5 +146,3 @@ TEST_F(ExifCommandTest, OneBadFileDoesNotStopTheOthers)
     EXPECT_NE(json.out.find("\"model\": \"X100-S\""), std::string::npos);
     EXPECT_EQ(run({"exif", missing}).out, "");
 }
-
-} // namespace oV::Roamscan::tool

@@ -1,5 +1,5 @@
+#include "tests/tools/support/ToolFixture.h"
 #include "tools/io/TrajectoryFile.h"
-#include "tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -7,12 +7,13 @@
 #include <string>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::ToolFixture;
+using support::ToolRun;
 using Names = std::vector<std::string>;
 
 class ImportCommandTest : public ToolFixture
@@ -109,5 +110,3 @@ TEST_F(ImportCommandTest, RealRecordingsAreTakenWhole)
     EXPECT_NEAR(first.pose.rotation().w(), 0.161996, 1e-5);
     EXPECT_EQ(run({"import", "--format", "tum", euroc, file("x.trajectory")}).status, 1);
 }
-
-} // namespace oV::Roamscan::tool

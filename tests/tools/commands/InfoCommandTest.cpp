@@ -1,8 +1,8 @@
+#include "tests/tools/support/ToolFixture.h"
 #include "tools/commands/SensorSummary.h"
 #include "tools/commands/TrajectorySummary.h"
 #include "tools/io/SensorFile.h"
 #include "tools/io/TrajectoryFile.h"
-#include "tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -12,11 +12,14 @@
 #include <string>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::lineCount;
+using support::ToolFixture;
+using support::ToolRun;
 
 TrajectoryNode node(double time, Eigen::Vector3d const& place)
 {
@@ -286,5 +289,3 @@ TEST_F(InfoCommandTest, OneBadFileDoesNotStopTheOthers)
     EXPECT_NE(json.out.find("\"error\": "), std::string::npos);
     EXPECT_NE(json.out.find("\"pathLength\": 19.0"), std::string::npos);
 }
-
-} // namespace oV::Roamscan::tool

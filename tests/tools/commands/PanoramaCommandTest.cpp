@@ -1,4 +1,4 @@
-#include "tools/support/ToolFixture.h"
+#include "tests/tools/support/ToolFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,12 +8,14 @@
 #include <filesystem>
 #include <string>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::lineCount;
+using support::ToolFixture;
+using support::ToolRun;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -187,5 +189,3 @@ TEST_F(PanoramaCommandTest, WantsToKnowWhetherToSplitOrToJoin)
     EXPECT_EQ(run({"panorama"}).status, 1);
     EXPECT_EQ(run({"panorama", "fold", "a", "b"}).status, 1);
 }
-
-} // namespace oV::Roamscan::tool

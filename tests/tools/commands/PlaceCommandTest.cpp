@@ -1,8 +1,8 @@
+#include "tests/tools/support/ToolFixture.h"
 #include "tools/io/PlyReader.h"
 #include "tools/io/PlyWriter.h"
 #include "tools/io/SensorFile.h"
 #include "tools/io/TrajectoryFile.h"
-#include "tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -18,12 +18,15 @@
 #include <utility>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::lastLine;
+using support::lineCount;
+using support::ToolFixture;
+using support::ToolRun;
 using Names = std::vector<std::string>;
 
 /// The result line in numbers.
@@ -374,5 +377,3 @@ TEST_F(PlaceCommandTest, NoFileIsNamedTwice)
     EXPECT_NE(placeSensors({"--cloud", file("a.sensors")}).err.find("is named twice"), std::string::npos);
     EXPECT_EQ(names(), (Names{"a.sensors", "a.trajectory", "scan.ply"}));
 }
-
-} // namespace oV::Roamscan::tool

@@ -1,7 +1,7 @@
+#include "tests/tools/support/ToolFixture.h"
 #include "tools/io/PlyReader.h"
 #include "tools/io/SensorFile.h"
 #include "tools/io/TrajectoryFile.h"
-#include "tools/support/ToolFixture.h"
 
 #include <roamscan/frame/bvbase/File.h>
 #include <roamscan/frame/bvbase/String.h>
@@ -22,12 +22,14 @@
 #include <string>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::lineCount;
+using support::ToolFixture;
+using support::ToolRun;
 using testing::HasSubstr;
 using Names = std::vector<std::string>;
 
@@ -264,5 +266,3 @@ TEST_F(SimulateCommandTest, ThePanoramaTakesSeveralTilesUnlessToldOtherwise)
     EXPECT_EQ(namesIn("a/panorama"), (Names{"0.png", "1.png", "2.png"}));
     EXPECT_EQ(panorama("a").size(), cv::Size(2400, 1200));
 }
-
-} // namespace oV::Roamscan::tool

@@ -1,5 +1,5 @@
+#include "tests/tools/support/ToolFixture.h"
 #include "tools/io/TrajectoryFile.h"
-#include "tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -9,11 +9,14 @@
 #include <string>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::lineCount;
+using support::ToolFixture;
+using support::ToolRun;
 
 /// Eight poses a second, so that a window is a second: four poses before, and five from the time on. At 13.75
 /// s the middle of the five is that of 14 s, at 20.375 s the two in the middle of the four are those from 20
@@ -148,5 +151,3 @@ TEST_F(StillCommandTest, AFileThatIsNoTrajectoryIsAFailure)
     EXPECT_EQ(lineCount(still.err), 1) << still.err;
     EXPECT_EQ(run({"still", "--trajectory", file("none")}).status, 1);
 }
-
-} // namespace oV::Roamscan::tool

@@ -4,8 +4,8 @@
 
 #include <string>
 
-namespace oV::Roamscan::tool
-{
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 
 TEST(Text, FixedKeepsTheDecimals)
 {
@@ -41,5 +41,3 @@ TEST(Text, ListsReadAsASentence)
     EXPECT_EQ(listed({"a", "b"}), "a and b");
     EXPECT_EQ(listed({"a", "b", "c"}), "a, b and c");
 }
-
-} // namespace oV::Roamscan::tool

@@ -4,12 +4,11 @@
 
 #include <cmath>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 using Eigen::Vector3d;
 
 Rectangle floorTile()
@@ -103,5 +102,3 @@ TEST(Building, ATurnedBoxHasItsFacesAroundItsCentre)
     ASSERT_TRUE(hit);
     EXPECT_NEAR(hit->range, 5.0 - std::sqrt(2.0), 1e-9); // the corner points at the ray
 }
-
-} // namespace oV::Roamscan::tool

@@ -3,8 +3,8 @@
 #include <Eigen/LU>
 #include <gtest/gtest.h>
 
-namespace oV::Roamscan::tool
-{
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 
 TEST(GroundPlane, UsuallyZIsUp)
 {
@@ -30,5 +30,3 @@ TEST(GroundPlane, APathAcrossXIsTurned)
     EXPECT_EQ(turn * Eigen::Vector3d::UnitX(), Eigen::Vector3d::UnitZ());
     EXPECT_EQ(turn.determinant(), 1.0);
 }
-
-} // namespace oV::Roamscan::tool

@@ -9,11 +9,11 @@
 #include <cstdint>
 #include <limits>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 
 double byComparingAll(Building const& building, Eigen::Vector3d const& point)
 {
@@ -65,5 +65,3 @@ TEST(NearestSurface, WithoutSurfacesEverythingIsInfinitelyFar)
     Building const empty;
     EXPECT_EQ(NearestSurface(empty).distance({0.0, 0.0, 0.0}), std::numeric_limits<double>::infinity());
 }
-
-} // namespace oV::Roamscan::tool

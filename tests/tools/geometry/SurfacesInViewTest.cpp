@@ -14,12 +14,11 @@
 #include <string>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 using Eigen::Vector3d;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -138,5 +137,3 @@ TEST(SurfacesInView, FewSurfacesAreInANarrowCone)
     EXPECT_LT(inView.within({1.0, 0.0, 0.0}, 0.02).surfaces.size(), building.surfaces.size() / 4);
     EXPECT_EQ(inView.within({0.0, 0.0, 1.0}, 0.02).surfaces.size(), 1U);
 }
-
-} // namespace oV::Roamscan::tool

@@ -1,17 +1,19 @@
 #include "tools/io/BuildingFile.h"
 
-#include "tools/support/ToolFixture.h"
+#include "tests/tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 #include <string>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::failureOf;
+using support::ToolFixture;
 
 class BuildingFileTest : public ToolFixture
 {
@@ -96,5 +98,3 @@ TEST_F(BuildingFileTest, TheSurfaceAtFaultIsNamed)
     std::string const good = R"({"corner": [0,0,0], "edges": [[1,0,0],[0,1,0]]})";
     EXPECT_NE(refusal(document("[" + good + ", {}]")).find("surface 1: "), std::string::npos);
 }
-
-} // namespace oV::Roamscan::tool

@@ -1,6 +1,6 @@
 #include "tools/io/LineReader.h"
 
-#include "tools/support/ToolFixture.h"
+#include "tests/tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -8,11 +8,13 @@
 #include <string>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::failureOf;
+using support::ToolFixture;
 
 std::vector<std::string> linesOf(std::string const& text)
 {
@@ -75,5 +77,3 @@ TEST(LineReader, TheLongestLineFitsAndNoLonger)
             << more;
     }
 }
-
-} // namespace oV::Roamscan::tool

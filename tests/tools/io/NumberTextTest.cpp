@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <limits>
 
-namespace oV::Roamscan::tool
-{
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 
 TEST(NumberText, NumbersFillTheirText)
 {
@@ -59,5 +59,3 @@ TEST(NumberText, ColumnsStandBetweenBlanksAndTabs)
     EXPECT_EQ(trimmed(" \t x y\t"), "x y");
     EXPECT_EQ(trimmed(" \t "), "");
 }
-
-} // namespace oV::Roamscan::tool

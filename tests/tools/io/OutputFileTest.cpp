@@ -1,6 +1,6 @@
 #include "tools/io/OutputFile.h"
 
-#include "tools/support/ToolFixture.h"
+#include "tests/tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -8,12 +8,13 @@
 #include <string>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::failureOf;
+using support::ToolFixture;
 using Names = std::vector<std::string>;
 
 class OutputFileTest : public ToolFixture
@@ -98,5 +99,3 @@ TEST_F(OutputFileTest, TheSameFileByAnotherNameIsNoticed)
     std::filesystem::create_symlink(file("a.txt"), file("link.txt"));
     EXPECT_NE(failureOf([&] { requireDistinctFiles({file("a.txt"), file("link.txt")}); }), "");
 }
-
-} // namespace oV::Roamscan::tool

@@ -1,6 +1,6 @@
 #include "tools/io/OutputTiles.h"
 
-#include "tools/support/ToolFixture.h"
+#include "tests/tools/support/ToolFixture.h"
 
 #include <roamscan/frame/bvbase/String.h>
 #include <roamscan/imagery/LargeImageSerialization.h>
@@ -14,12 +14,13 @@
 #include <string>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::failureOf;
+using support::ToolFixture;
 using testing::HasSubstr;
 using Names = std::vector<std::string>;
 namespace fs = std::filesystem;
@@ -239,5 +240,3 @@ TEST_F(OutputTilesTest, NamesMayHoldAnyLetters)
     commitPicture(3, 7, "Größe 1.png");
     EXPECT_EQ(names(), Names{"Größe 1"});
 }
-
-} // namespace oV::Roamscan::tool

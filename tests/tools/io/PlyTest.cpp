@@ -1,6 +1,6 @@
+#include "tests/tools/support/ToolFixture.h"
 #include "tools/io/PlyReader.h"
 #include "tools/io/PlyWriter.h"
-#include "tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -10,11 +10,13 @@
 #include <sstream>
 #include <string>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::failureOf;
+using support::ToolFixture;
 
 std::string const start = "ply\nformat binary_little_endian 1.0\n";
 std::string const coordinates =
@@ -193,5 +195,3 @@ TEST_F(PlyTest, TheCountMustFitTheFileBeforeRoomIsMade)
     // 2^62 + 3 vertices of 20 bytes wrap around to 60 bytes.
     EXPECT_NE(scan("4611686018427387907"), "");
 }
-
-} // namespace oV::Roamscan::tool

@@ -1,6 +1,6 @@
 #include "tools/io/PoseTextFormats.h"
 
-#include "tools/support/ToolFixture.h"
+#include "tests/tools/support/ToolFixture.h"
 
 #include <roamscan/time/TrafoT.h>
 
@@ -11,11 +11,13 @@
 #include <string>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::failureOf;
+using support::ToolFixture;
 
 std::vector<TrajectoryNode> tum(std::string const& text)
 {
@@ -175,5 +177,3 @@ TEST(KittiTimes, OneInALine)
     EXPECT_EQ(failure(timesOf, "0\n1 2\n"), "times.txt:2: 2 columns, but a line of times has 1");
     EXPECT_EQ(failure(timesOf, "0\nx\n"), "times.txt:2: \"x\" is not a finite number");
 }
-
-} // namespace oV::Roamscan::tool

@@ -1,6 +1,6 @@
 #include "tools/io/RecordingFile.h"
 
-#include "tools/support/ToolFixture.h"
+#include "tests/tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -9,11 +9,13 @@
 #include <string>
 #include <variant>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::failureOf;
+using support::ToolFixture;
 
 class RecordingFileTest : public ToolFixture
 {
@@ -84,5 +86,3 @@ TEST_F(RecordingFileTest, WhatIsNeitherIsTold)
     EXPECT_EQ(failureOf([&] { static_cast<void>(readRecordingFile(path)); }),
               path.string() + ": is damaged, or neither a trajectory nor a sensor stream");
 }
-
-} // namespace oV::Roamscan::tool

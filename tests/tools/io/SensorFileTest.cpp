@@ -1,6 +1,6 @@
 #include "tools/io/SensorFile.h"
 
-#include "tools/support/ToolFixture.h"
+#include "tests/tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -8,11 +8,13 @@
 #include <sstream>
 #include <string>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::failureOf;
+using support::ToolFixture;
 
 class SensorFileTest : public ToolFixture
 {
@@ -109,5 +111,3 @@ TEST_F(SensorFileTest, MoreTablesThanCanBeReadBackAreNotWritten)
     EXPECT_EQ(failureOf([&] { writeSensors(withTables(largestTableCount), stream, "long"); }),
               "long: could not be written; is the disk full?");
 }
-
-} // namespace oV::Roamscan::tool

@@ -1,17 +1,19 @@
 #include "tools/io/TrajectoryFile.h"
 
-#include "tools/support/ToolFixture.h"
+#include "tests/tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 #include <string>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
+using support::failureOf;
+using support::ToolFixture;
 
 class TrajectoryFileTest : public ToolFixture
 {
@@ -90,5 +92,3 @@ TEST_F(TrajectoryFileTest, DevicesAreListedInOrder)
     data.devicePositions[Device::Device1] = TrafoT<double>::Identity();
     EXPECT_EQ(listDevices(data), "0, 1 and 3");
 }
-
-} // namespace oV::Roamscan::tool

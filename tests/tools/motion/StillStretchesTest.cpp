@@ -15,16 +15,15 @@
 #include <utility>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 using Eigen::Vector3d;
 using Nodes = std::vector<TrajectoryNode>;
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double degree = std::numbers::pi / 180.0;
 
 TrajectoryNode nodeAt(double time, Vector3d const& place, double yaw = 0.0)
@@ -385,10 +384,10 @@ TEST(StillStretches, OfSeveralNodesAtOneTimeTheLastCounts)
 TEST(StillStretches, NodesWithoutAUsableTimeOrPoseAreLeftOut)
 {
     Nodes nodes = standing(0.0, 5.0);
-    nodes.push_back(nodeAt(nan, {1, 2, 3}));
+    nodes.push_back(nodeAt(notANumber, {1, 2, 3}));
     nodes.push_back(nodeAt(std::numeric_limits<double>::infinity(), {1, 2, 3}));
     nodes.push_back(nodeAt(1e11, {1, 2, 3})); // beyond integer time
-    nodes.push_back(nodeAt(2.501, {nan, 2, 3}));
+    nodes.push_back(nodeAt(2.501, {notANumber, 2, 3}));
     nodes.push_back(nodeAt(2.502, {1, std::numeric_limits<double>::infinity(), 3}));
     nodes.emplace_back(2.503, TrafoT<double>::Invalid());
     nodes.push_back(nodeAt(2.504, {1, 2, 3}));
@@ -439,5 +438,3 @@ TEST(StillStretches, TimesSinceAnEpochAreAsGoodAsAny)
     EXPECT_NEAR(found[0].first, epoch, 1e-6);
     EXPECT_NEAR(found[0].second, epoch + 10.0, 1e-6);
 }
-
-} // namespace oV::Roamscan::tool

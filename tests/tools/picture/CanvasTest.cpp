@@ -11,12 +11,11 @@
 #include <string>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 using Eigen::Vector2f;
 
 Colour const white = colourOf(0xFFFFFF);
@@ -93,5 +92,3 @@ TEST(PngWriter, WritesTheSizeAndTheKindIntoTheHeader)
               std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\x01\x2C\0\0\0\x02\x08\x02", 26)); // 8 bits, RGB
     EXPECT_EQ(bytes.substr(bytes.size() - 8, 4), "IEND");
 }
-
-} // namespace oV::Roamscan::tool

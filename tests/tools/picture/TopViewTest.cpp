@@ -4,11 +4,11 @@
 
 #include <algorithm>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 
 /// A room of 8 m by 4 m with a door of 1 m in the middle of its northern wall; floor and ceiling; a walk
 /// through it.
@@ -127,5 +127,3 @@ TEST(TopView, AnythingCanBeDrawn)
     EXPECT_EQ(drawTopView(tall).width(), 300);
     EXPECT_EQ(drawTopView(tall).height(), 1200 + 56);
 }
-
-} // namespace oV::Roamscan::tool

@@ -7,11 +7,11 @@
 #include <cmath>
 #include <limits>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 
 /// From x = 0 at 10 s to x = 10 at 20 s.
 Trajectory straightAhead()
@@ -32,7 +32,7 @@ void add(ScanPoints& scan, Bv_1_1::Vec3d<float> const& position, double time)
     scan.times.push_back(time);
 }
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 } // namespace
@@ -58,13 +58,13 @@ TEST(PointPlacer, EveryPointIsAccountedFor)
 {
     ScanPoints scan;
     add(scan, {1.0F, 0.0F, 0.0F}, 15.0);
-    add(scan, {1.0F, 0.0F, 0.0F}, nan);
-    add(scan, {1.0F, 0.0F, 0.0F}, nan);
+    add(scan, {1.0F, 0.0F, 0.0F}, notANumber);
+    add(scan, {1.0F, 0.0F, 0.0F}, notANumber);
     add(scan, {1.0F, 0.0F, 0.0F}, 9.99);
     add(scan, {1.0F, 0.0F, 0.0F}, 20.01);
     add(scan, {1.0F, 0.0F, 0.0F}, -15.0);
     add(scan, {0.0F, 0.0F, 0.0F}, 15.0);
-    add(scan, {static_cast<float>(nan), 0.0F, 0.0F}, 15.0);
+    add(scan, {static_cast<float>(notANumber), 0.0F, 0.0F}, 15.0);
     Placement const placement = placePoints(scan, straightAhead());
     EXPECT_EQ(placement.placed.size(), 1U);
     EXPECT_EQ(placement.withoutTime, 2U);
@@ -83,5 +83,3 @@ TEST(PointPlacer, TimesBeyondIntegerTimeLieOutside)
     add(scan, {1.0F, 0.0F, 0.0F}, 15.0 + 184467440737.09552);
     EXPECT_EQ(placePoints(scan, straightAhead()).outside, scan.size());
 }
-
-} // namespace oV::Roamscan::tool

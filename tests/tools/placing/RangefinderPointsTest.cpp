@@ -10,12 +10,11 @@
 #include <utility>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 using Points = std::vector<mapping::TimedRangefinderPoint>;
 
 std::shared_ptr<mapping::RangefinderData const> sample(double time, Points points)
@@ -58,5 +57,3 @@ TEST(RangefinderPoints, ATimeThatIsNoneStaysNone)
     samples[1] = sample(1.0, {{{1.0F, 0.0F, 0.0F}, std::numeric_limits<float>::quiet_NaN(), {}}});
     EXPECT_TRUE(std::isnan(scanPointsOf(samples).times.at(0)));
 }
-
-} // namespace oV::Roamscan::tool

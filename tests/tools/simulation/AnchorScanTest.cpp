@@ -8,12 +8,11 @@
 
 #include <numbers>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 using Content = AnchorScanMetadata::PanoramaPicture::Content;
 using Eigen::Vector3d;
 using ImageOrientation = AnchorScanMetadata::PanoramaPicture::ImageOrientation;
@@ -101,5 +100,3 @@ TEST(AnchorScan, TheMiddleOfThePictureIsWhereTheWalkGoes)
     Vector3d const step = walk.at(middle + 0.5).translation() - walk.at(middle - 0.5).translation();
     EXPECT_GT(scan.camera.direction({2, 1}, 1.0, 0.5).dot(step.normalized()), 0.95);
 }
-
-} // namespace oV::Roamscan::tool

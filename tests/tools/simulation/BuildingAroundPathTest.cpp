@@ -7,12 +7,11 @@
 #include <limits>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 using Eigen::Vector3d;
 
 /// A figure of eight, 6 m by 5 m, at heights from 0.8 m to 1.2 m; with a gap that is crossed in one straight
@@ -98,5 +97,3 @@ TEST(BuildingAroundPath, APathThatStandsStillHasABuildingToo)
     Building const building = buildingAround(path, 1);
     EXPECT_GT(clearanceOf(path, building), 0.6);
 }
-
-} // namespace oV::Roamscan::tool

@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 
 TEST(BurstCollector, CountsTheTimesOfABurstFromItsFirstPoint)
 {
@@ -59,5 +59,3 @@ TEST(BurstCollector, KeepsTheTimesOfYearsOfSeconds)
     }
     EXPECT_EQ(i, times.size());
 }
-
-} // namespace oV::Roamscan::tool

@@ -10,12 +10,11 @@
 #include <numbers>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 using Eigen::Vector3d;
 
 constexpr double gravity = 9.81;
@@ -214,5 +213,3 @@ TEST(InertialUnit, SameSeedSameSamples)
     EXPECT_EQ(numbers(1), numbers(1));
     EXPECT_NE(numbers(1), numbers(2));
 }
-
-} // namespace oV::Roamscan::tool

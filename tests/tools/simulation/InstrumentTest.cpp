@@ -5,8 +5,8 @@
 #include <cmath>
 #include <cstddef>
 
-namespace oV::Roamscan::tool
-{
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 
 using Eigen::Vector3d;
 
@@ -47,5 +47,3 @@ TEST(Instrument, TheInertialUnitsAreTurnedAgainstTheBodyAndEachOther)
     EXPECT_FALSE(second.isApprox(Eigen::Matrix3d::Identity(), 0.1));
     EXPECT_FALSE(first.isApprox(second, 0.1));
 }
-
-} // namespace oV::Roamscan::tool

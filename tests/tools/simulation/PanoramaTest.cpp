@@ -16,12 +16,11 @@
 #include <string>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 using Eigen::Vector3d;
 
 constexpr double pi = std::numbers::pi;
@@ -258,5 +257,3 @@ TEST(Panorama, LightFallsOffWithRangeAngleAndReflectance)
     EXPECT_NEAR(light(15.0, 1.0, 0.5) / light(0.0, 1.0, 0.5), 0.5F, 1e-5F);
     EXPECT_GT(light(30.0, 0.0, 0.0), 0.0F);
 }
-
-} // namespace oV::Roamscan::tool

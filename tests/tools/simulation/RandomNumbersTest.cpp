@@ -5,8 +5,8 @@
 #include <cmath>
 #include <cstdint>
 
-namespace oV::Roamscan::tool
-{
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 
 TEST(RandomNumbers, AreTheSameForTheSameSeedPositionAndPurpose)
 {
@@ -40,5 +40,3 @@ TEST(RandomNumbers, HaveTheMomentsOfTheirDistributions)
     EXPECT_NEAR(squares / count, 1.0, 0.02);
     EXPECT_NEAR(static_cast<double>(beyondTwo) / count, 0.0455, 0.004);
 }
-
-} // namespace oV::Roamscan::tool

@@ -1,6 +1,6 @@
 #include "tools/simulation/RecordedMotion.h"
 
-#include "tools/support/ToolFixture.h"
+#include "tests/tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -9,14 +9,15 @@
 #include <string>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 using Eigen::Quaterniond;
 using Eigen::Vector3d;
+using support::failureOf;
+using support::ToolFixture;
 
 TrajectoryNode node(double time, Vector3d const& place, double yaw = 0.0)
 {
@@ -85,5 +86,3 @@ TEST(RecordedMotion, WhatCannotBeFollowedIsRefused)
     EXPECT_NE(refusal({good, stretched}).find("unit length"), std::string::npos);
     EXPECT_EQ(refusal({good, node(1.0, {0, 0, 0})}), "");
 }
-
-} // namespace oV::Roamscan::tool

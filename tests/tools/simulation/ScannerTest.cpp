@@ -11,12 +11,11 @@
 #include <numbers>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 using Eigen::Vector3d;
 
 /// Stands still, turned by a quarter about z.
@@ -147,5 +146,3 @@ TEST(Scanner, SameSeedSamePoints)
     EXPECT_EQ(bytes(1), bytes(1));
     EXPECT_NE(bytes(1), bytes(2));
 }
-
-} // namespace oV::Roamscan::tool

@@ -15,11 +15,11 @@
 #include <string>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
+
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 
 /// A short walk, recorded once for all tests.
 struct Recording
@@ -136,5 +136,3 @@ TEST(SensorRecording, EveryDurationFitsAStreamThatCanBeReadBack)
     EXPECT_GT(sensorRates(600.0).burst, sensorRates(60.0).burst);
     EXPECT_EQ(sensorRates(590.0).pointsPerSecond, 20'000.0) << "bursts grow longer before points grow fewer";
 }
-
-} // namespace oV::Roamscan::tool

@@ -9,12 +9,11 @@
 #include <set>
 #include <vector>
 
-namespace oV::Roamscan::tool
-{
-
 namespace
 {
 
+using namespace oV::Roamscan;
+using namespace oV::Roamscan::tool;
 using Eigen::Vector3d;
 
 constexpr double seconds = 90.0; // more than one round
@@ -113,5 +112,3 @@ TEST(WalkMotion, AccelerationsAreContinuous)
     double const fine = largestChange(0.005);
     EXPECT_LT(fine, 0.35 * coarse);
 }
-
-} // namespace oV::Roamscan::tool

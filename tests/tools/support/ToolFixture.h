@@ -1,9 +1,9 @@
 #pragma once
 
+#include "tests/support/TemporaryFolder.h"
 #include "tools/CommandLine.h"
 
 #include <gtest/gtest.h>
-#include <support/TemporaryFolder.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-namespace oV::Roamscan::tool
+namespace support
 {
 
 /// What a run of the program left behind.
@@ -50,7 +50,8 @@ protected:
         std::ostringstream out;
         std::ostringstream err;
         ToolRun result;
-        result.status = runTool(static_cast<int>(arguments.size()), arguments.data(), out, err);
+        result.status =
+            oV::Roamscan::tool::runTool(static_cast<int>(arguments.size()), arguments.data(), out, err);
         result.out = out.str();
         result.err = err.str();
         return result;
@@ -85,4 +86,4 @@ inline std::string lastLine(std::string const& text)
     return lines.substr(lines.rfind('\n') + 1);
 }
 
-} // namespace oV::Roamscan::tool
+} // namespace support

@@ -1,8 +1,0 @@
-#include <roamscan/frame/ov/ExceptionBase.h>
-
-namespace oV
-{
-
-ExceptionBase::~ExceptionBase() = default;
-
-} // namespace oV

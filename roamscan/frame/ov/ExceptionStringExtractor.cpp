@@ -1,8 +1,0 @@
-#include <roamscan/frame/ov/ExceptionStringExtractor.h>
-
-namespace oV
-{
-
-ExceptionStringExtractor::~ExceptionStringExtractor() = default;
-
-} // namespace oV

@@ -1,0 +1,65 @@
+#include <roamscan/frame/values/LinearInterpolatedFunctionT.h>
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace oV
+{
+
+template <typename T>
+typename LinearInterpolatedFunctionT<T>::Position LinearInterpolatedFunctionT<T>::firstFrom(T x) const
+{
+    return std::lower_bound(samples_.begin(), samples_.end(), x, [](Sample const& sample, T position) {
+        return sample.x < position;
+    });
+}
+
+template <typename T>
+void LinearInterpolatedFunctionT<T>::addSample(T const& x, T const& y)
+{
+    if (!std::isfinite(x)) {
+        return;
+    }
+    if (samples_.empty() || samples_.back().x < x) {
+        samples_.push_back({x, y});
+        return;
+    }
+    auto const place = samples_.begin() + (firstFrom(x) - samples_.begin());
+    if (place->x == x) {
+        place->y = y;
+    } else {
+        samples_.insert(place, {x, y});
+    }
+}
+
+template <typename T>
+bool LinearInterpolatedFunctionT<T>::evaluateAt(T const& x, T& y) const
+{
+    auto const upper = firstFrom(x);
+    if (upper == samples_.end()) {
+        return false;
+    }
+    if (upper->x == x) {
+        y = upper->y;
+        return true;
+    }
+    if (upper == samples_.begin()) {
+        return false; // NaN, too, is found there
+    }
+    auto const lower = std::prev(upper);
+    if (lower->y == upper->y) {
+        y = lower->y; // to the last bit, which weights would not keep
+        return true;
+    }
+    // In halves where numbers are so far apart that their difference overflows. The least numbers have none.
+    T const scale = std::isfinite(upper->x - lower->x) ? T(1) : T(0.5);
+    T const fraction = (x * scale - lower->x * scale) / (upper->x * scale - lower->x * scale);
+    // In weights, which keep two functions over the same x in their order, and infinities what they are.
+    y = lower->y * (T(1) - fraction) + upper->y * fraction;
+    return true;
+}
+
+template class LinearInterpolatedFunctionT<double>;
+
+} // namespace oV

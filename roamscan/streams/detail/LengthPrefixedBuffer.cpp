@@ -1,0 +1,89 @@
+#include <roamscan/frame/values/Endianness.h>
+#include <roamscan/streams/detail/LengthPrefixedBuffer.h>
+
+#include <array>
+#include <cstdint>
+#include <istream>
+#include <limits>
+#include <new>
+#include <ostream>
+#include <stdexcept>
+
+namespace oV::Roamscan::detail
+{
+
+namespace
+{
+
+constexpr std::size_t countSize = 8;
+constexpr std::uint64_t largestBuffer = std::numeric_limits<std::ptrdiff_t>::max();
+
+using CountBytes = std::array<unsigned char, countSize>;
+
+CountBytes toLittleEndian(std::uint64_t value)
+{
+    CountBytes bytes{};
+    for (std::size_t i = 0; i < countSize; ++i) {
+        bytes[i] = static_cast<unsigned char>(value >> (8 * i));
+    }
+    return bytes;
+}
+
+std::uint64_t fromLittleEndian(CountBytes const& bytes)
+{
+    std::uint64_t value = 0;
+    for (std::size_t i = 0; i < countSize; ++i) {
+        value |= std::uint64_t{bytes[i]} << (8 * i);
+    }
+    return value;
+}
+
+std::size_t checkedSize(std::uint64_t count)
+{
+    if (count > largestBuffer) {
+        throw std::length_error("The byte count of a frame is beyond any buffer");
+    }
+    return static_cast<std::size_t>(count);
+}
+
+} // namespace
+
+StreamBuffer::StreamBuffer(std::size_t size) : bytes_(allocateUntouched(size)), size_(size)
+{
+    if (!bytes_) {
+        throw std::bad_alloc();
+    }
+}
+
+std::optional<StreamBuffer> readLengthPrefixed(std::istream& stream)
+{
+    if (!stream.good()) {
+        return std::nullopt;
+    }
+    CountBytes count{};
+    stream.read(reinterpret_cast<char*>(count.data()), countSize);
+    Endianness::bigEndian = false;
+    if (!stream.good()) {
+        return std::nullopt;
+    }
+    StreamBuffer buffer(checkedSize(fromLittleEndian(count)));
+    stream.read(reinterpret_cast<char*>(buffer.data()), static_cast<std::streamsize>(buffer.bytes().size()));
+    if (!stream.good()) {
+        return std::nullopt;
+    }
+    return buffer;
+}
+
+bool writeLengthPrefixed(std::ostream& stream, std::span<std::byte const> bytes)
+{
+    Endianness::bigEndian = false;
+    if (!stream.good()) {
+        return false; // not even the stream's flags are touched
+    }
+    CountBytes const count = toLittleEndian(bytes.size());
+    stream.write(reinterpret_cast<char const*>(count.data()), countSize);
+    stream.write(reinterpret_cast<char const*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    return stream.good();
+}
+
+} // namespace oV::Roamscan::detail

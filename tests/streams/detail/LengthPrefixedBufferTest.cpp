@@ -1,0 +1,118 @@
+#include <roamscan/frame/values/Endianness.h>
+#include <roamscan/streams/detail/FlatBufferRoot.h>
+#include <roamscan/streams/detail/LengthPrefixedBuffer.h>
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <new>
+#include <span>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+namespace
+{
+
+using namespace oV::Roamscan::detail;
+
+std::string written(std::string const& bytes)
+{
+    std::ostringstream stream;
+    EXPECT_TRUE(writeLengthPrefixed(stream, std::as_bytes(std::span(bytes))));
+    return stream.str();
+}
+
+TEST(StreamFrame, IsALittleEndianCountAndTheBytes)
+{
+    EXPECT_EQ(written("abc"), std::string("\x03\0\0\0\0\0\0\0abc", 11));
+    EXPECT_EQ(written(""), std::string(8, '\0'));
+    EXPECT_EQ(written(std::string(0x10203, 'x')).substr(0, 8), std::string("\x03\x02\x01\0\0\0\0\0", 8));
+}
+
+TEST(StreamFrame, ReadsBackWhatWasWrittenAndNoMore)
+{
+    std::istringstream stream(written("abc") + written("") + "rest");
+    auto const first = readLengthPrefixed(stream);
+    ASSERT_TRUE(first);
+    EXPECT_EQ(std::string(reinterpret_cast<char const*>(first->bytes().data()), first->bytes().size()),
+              "abc");
+    auto const second = readLengthPrefixed(stream);
+    ASSERT_TRUE(second);
+    EXPECT_TRUE(second->bytes().empty());
+    EXPECT_EQ(stream.tellg(), 19);
+    EXPECT_TRUE(stream.good());
+}
+
+TEST(StreamFrame, ACountAcrossAllEightBytesIsReadInFull)
+{
+    // 2^56 + 1: no allocator gives that, and a count that lost its upper bytes would be read as 1.
+    std::istringstream stream(std::string("\x01\0\0\0\0\0\0\x01x", 9));
+    EXPECT_THROW((void)readLengthPrefixed(stream), std::bad_alloc);
+    EXPECT_EQ(stream.tellg(), 8);
+    EXPECT_TRUE(stream.good());
+}
+
+TEST(StreamFrame, AStreamThatEndsInsideTheCountOrTheBytesGivesNothing)
+{
+    std::string const whole = written("abc");
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        std::istringstream stream(whole.substr(0, length));
+        EXPECT_FALSE(readLengthPrefixed(stream)) << length << " bytes";
+        EXPECT_TRUE(stream.eof() && stream.fail());
+    }
+}
+
+TEST(StreamFrame, TheByteOrderFlagIsClearedAlsoWhereTheStreamEndsInsideTheCount)
+{
+    oV::Endianness::bigEndian = true;
+    std::istringstream stream(std::string(4, '\0'));
+    EXPECT_FALSE(readLengthPrefixed(stream));
+    EXPECT_FALSE(oV::Endianness::bigEndian);
+}
+
+TEST(StreamFrame, AStreamThatIsNotGoodIsNeitherReadNorWrittenNorTouched)
+{
+    for (auto const state : {std::ios::eofbit, std::ios::failbit, std::ios::badbit}) {
+        std::stringstream stream(written("abc"));
+        stream.setstate(state);
+        EXPECT_FALSE(readLengthPrefixed(stream));
+        EXPECT_FALSE(writeLengthPrefixed(stream, {}));
+        EXPECT_EQ(stream.rdstate(), state);
+        EXPECT_EQ(stream.str(), written("abc"));
+        stream.clear();
+        EXPECT_EQ(stream.tellg(), 0);
+    }
+}
+
+TEST(StreamBuffer, RefusesWhatNoObjectCanBe)
+{
+    std::istringstream stream(std::string(8, '\xFF'));
+    EXPECT_THROW((void)readLengthPrefixed(stream), std::length_error);
+}
+
+struct AnyTable
+{
+    [[nodiscard]] bool Verify(flatbuffers::Verifier& /*verifier*/) const { return true; }
+};
+
+TEST(FlatBufferRoot, ABufferBeyondTheReachOfItsOffsetsIsRefused)
+{
+    // Only the first bytes are ever looked at, so the spans may claim more than there is.
+    alignas(8) std::byte const bytes[16] = {std::byte{8}}; // the root lies at 8
+    EXPECT_NE(verifiedRoot<AnyTable>(bytes), nullptr);
+    EXPECT_NE(verifiedRoot<AnyTable>(std::span(&bytes[0], largestFlatBuffer)), nullptr);
+    EXPECT_EQ(verifiedRoot<AnyTable>(std::span(&bytes[0], largestFlatBuffer + 1)), nullptr);
+}
+
+TEST(FlatBufferRoot, UnpackedSizesUpToSixteenTimesTheBufferAreReasonable)
+{
+    EXPECT_TRUE(unpackedSizeIsReasonable(0, 0));
+    EXPECT_TRUE(unpackedSizeIsReasonable(1600, 100));
+    EXPECT_FALSE(unpackedSizeIsReasonable(1616, 100));
+    EXPECT_FALSE(unpackedSizeIsReasonable(std::numeric_limits<std::uint64_t>::max(), 1000));
+}
+
+} // namespace
