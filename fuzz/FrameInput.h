@@ -1,5 +1,7 @@
 #pragma once
 
+#include <roamscan/frame/platform/LittleEndian.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -33,9 +35,8 @@ inline std::string streamBytes(std::span<std::uint8_t const> input)
     auto const rest = input.subspan(std::min<std::size_t>(input.size(), 1));
     std::string bytes;
     if (isFrame) {
-        for (std::size_t i = 0; i < 8; ++i) {
-            bytes.push_back(static_cast<char>((std::uint64_t{rest.size()} >> (8 * i)) & 0xFFU));
-        }
+        auto const count = oV::Roamscan::toLittleEndian(std::uint64_t{rest.size()});
+        bytes.append(count.begin(), count.end());
     }
     bytes.append(rest.begin(), rest.end());
     return bytes;
@@ -56,10 +57,7 @@ void mayRunOutOfMemory(auto const& read)
 /// After a read that succeeded the stream stands behind the frame and nowhere else.
 inline void requirePositionBehindFrame(std::istream& stream, std::string const& bytes)
 {
-    std::uint64_t count = 0;
-    for (std::size_t i = 0; i < 8; ++i) {
-        count |= std::uint64_t{static_cast<unsigned char>(bytes[i])} << (8 * i);
-    }
+    std::uint64_t const count = oV::Roamscan::fromLittleEndian(std::span(bytes).first(8));
     require(stream.tellg() == static_cast<std::streamoff>(8 + count), "the stream stands behind the frame");
 }
 

@@ -4,6 +4,7 @@
 
 #include "Seeds.h"
 
+#include <roamscan/frame/platform/LittleEndian.h>
 #include <roamscan/trajectorydata/TrajectoryData.h>
 #include <roamscan/trajectorydata/TrajectoryFile_generated.h>
 
@@ -104,11 +105,8 @@ std::string misaligned(std::string bytes)
 
 std::string withCount(std::uint64_t count, std::string const& inside)
 {
-    std::string bytes;
-    for (std::size_t i = 0; i < countSize; ++i) {
-        bytes.push_back(static_cast<char>((count >> (8 * i)) & 0xFFU));
-    }
-    return bytes + inside;
+    auto const bytes = oV::Roamscan::toLittleEndian(count);
+    return std::string(bytes.begin(), bytes.end()) + inside;
 }
 
 void saveAll(std::filesystem::path const& folder)

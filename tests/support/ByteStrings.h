@@ -1,6 +1,9 @@
 #pragma once
 
+#include <roamscan/frame/platform/LittleEndian.h>
+
 #include <bit>
+#include <concepts>
 #include <cstdint>
 #include <initializer_list>
 #include <streambuf>
@@ -19,28 +22,26 @@ inline std::string bytes(std::initializer_list<int> values)
     return result;
 }
 
-inline std::string littleEndian(std::uint64_t value, int count)
+template <std::unsigned_integral Value>
+std::string littleEndian(Value value)
 {
-    std::string result;
-    for (int i = 0; i < count; ++i) {
-        result.push_back(static_cast<char>(value >> (8 * i)));
-    }
-    return result;
+    auto const bytes = oV::Roamscan::toLittleEndian(value);
+    return {bytes.begin(), bytes.end()};
 }
 
 inline std::string u64(std::uint64_t value)
 {
-    return littleEndian(value, 8);
+    return littleEndian(value);
 }
 
 inline std::string u32(std::uint32_t value)
 {
-    return littleEndian(value, 4);
+    return littleEndian(value);
 }
 
 inline std::string u16(std::uint16_t value)
 {
-    return littleEndian(value, 2);
+    return littleEndian(value);
 }
 
 inline std::string f64(std::initializer_list<double> values)

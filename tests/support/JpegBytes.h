@@ -17,9 +17,9 @@ enum class ByteOrder
     Big
 };
 
-inline std::string number(ByteOrder order, std::uint64_t value, int count)
+inline std::string number(ByteOrder order, std::uint64_t value, std::size_t count)
 {
-    std::string const bytes = littleEndian(value, count);
+    std::string const bytes = littleEndian(value).substr(0, count);
     return order == ByteOrder::Little ? bytes : std::string(bytes.rbegin(), bytes.rend());
 }
 

@@ -2,6 +2,8 @@
 
 #include "tools/console/ToolError.h"
 
+#include <roamscan/frame/platform/LittleEndian.h>
+
 #include <array>
 #include <string>
 
@@ -16,12 +18,9 @@ InputFile openFrame(std::filesystem::path const& path, std::string_view kind)
         throw fileError(
             path, "is too short for a " + std::string(kind) + " (" + std::to_string(file.size) + " bytes)");
     }
-    std::array<unsigned char, countSize> bytes{};
-    file.stream.read(reinterpret_cast<char*>(bytes.data()), countSize);
-    std::uint64_t promised = 0;
-    for (std::size_t i = 0; i < countSize; ++i) {
-        promised |= std::uint64_t{bytes[i]} << (8 * i);
-    }
+    std::array<char, countSize> bytes{};
+    file.stream.read(bytes.data(), countSize);
+    std::uint64_t const promised = fromLittleEndian(bytes);
     if (promised > file.size - countSize) {
         throw fileError(path,
                         "ends early or is no " + std::string(kind) + ": its frame promises " +

@@ -4,6 +4,8 @@
 #include "tools/io/InputFile.h"
 #include "tools/io/PlyHeader.h"
 
+#include <roamscan/frame/platform/LittleEndian.h>
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -19,18 +21,9 @@ namespace
 
 constexpr std::size_t bytesAtOnce = 1U << 20;
 
-std::uint64_t littleEndian(std::span<unsigned char const> bytes)
+double valueOf(PlyProperty const& property, std::span<char const> vertex)
 {
-    std::uint64_t value = 0;
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        value |= std::uint64_t{bytes[i]} << (8 * i);
-    }
-    return value;
-}
-
-double valueOf(PlyProperty const& property, std::span<unsigned char const> vertex)
-{
-    std::uint64_t const bits = littleEndian(vertex.subspan(property.offset, sizeOf(property.type)));
+    std::uint64_t const bits = fromLittleEndian(vertex.subspan(property.offset, sizeOf(property.type)));
     switch (property.type) {
     case PlyType::Int8:
         return static_cast<std::int8_t>(bits);
@@ -63,7 +56,7 @@ class VertexReader
 public:
     explicit VertexReader(PlyHeader const& header) : header_(header) {}
 
-    void appendTo(ScanPoints& scan, std::span<unsigned char const> vertex) const
+    void appendTo(ScanPoints& scan, std::span<char const> vertex) const
     {
         auto const value = [&](PlyField field) {
             auto const& property = header_.property(field);
@@ -111,11 +104,10 @@ ScanPoints readPlyFile(std::filesystem::path const& path)
     scan.times.reserve(header.vertexCount);
     VertexReader const reader(header);
     std::size_t const verticesAtOnce = bytesAtOnce / header.stride + 1;
-    std::vector<unsigned char> buffer(verticesAtOnce * header.stride);
+    std::vector<char> buffer(verticesAtOnce * header.stride);
     while (scan.size() < header.vertexCount) {
         auto const count = std::min<std::size_t>(verticesAtOnce, header.vertexCount - scan.size());
-        file.stream.read(reinterpret_cast<char*>(buffer.data()),
-                         static_cast<std::streamsize>(count * header.stride));
+        file.stream.read(buffer.data(), static_cast<std::streamsize>(count * header.stride));
         if (!file.stream) {
             throw fileError(path, "cannot be read beyond vertex " + std::to_string(scan.size()));
         }

@@ -1,5 +1,8 @@
 #include "tools/io/PlyWriter.h"
 
+#include <roamscan/frame/platform/LittleEndian.h>
+
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -14,14 +17,11 @@ namespace
 
 constexpr std::size_t vertexSize = 3 * 4 + 2 + 8;
 
-/// Puts a value down byte by byte, the lowest first.
+/// Writes the bytes of `bits` from `to` on, and returns the end of them.
 template <typename Unsigned>
 char* putLittleEndian(char* to, Unsigned bits)
 {
-    for (std::size_t i = 0; i < sizeof(Unsigned); ++i) {
-        *to++ = static_cast<char>(static_cast<unsigned char>(bits >> (8 * i)));
-    }
-    return to;
+    return std::ranges::copy(toLittleEndian(bits), to).out;
 }
 
 } // namespace

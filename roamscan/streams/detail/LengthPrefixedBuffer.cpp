@@ -1,3 +1,4 @@
+#include <roamscan/frame/platform/LittleEndian.h>
 #include <roamscan/frame/values/Endianness.h>
 #include <roamscan/streams/detail/LengthPrefixedBuffer.h>
 
@@ -17,26 +18,6 @@ namespace
 
 constexpr std::size_t countSize = 8;
 constexpr std::uint64_t largestBuffer = std::numeric_limits<std::ptrdiff_t>::max();
-
-using CountBytes = std::array<unsigned char, countSize>;
-
-CountBytes toLittleEndian(std::uint64_t value)
-{
-    CountBytes bytes{};
-    for (std::size_t i = 0; i < countSize; ++i) {
-        bytes[i] = static_cast<unsigned char>(value >> (8 * i));
-    }
-    return bytes;
-}
-
-std::uint64_t fromLittleEndian(CountBytes const& bytes)
-{
-    std::uint64_t value = 0;
-    for (std::size_t i = 0; i < countSize; ++i) {
-        value |= std::uint64_t{bytes[i]} << (8 * i);
-    }
-    return value;
-}
 
 std::size_t checkedSize(std::uint64_t count)
 {
@@ -60,8 +41,8 @@ std::optional<StreamBuffer> readLengthPrefixed(std::istream& stream)
     if (!stream.good()) {
         return std::nullopt;
     }
-    CountBytes count{};
-    stream.read(reinterpret_cast<char*>(count.data()), countSize);
+    std::array<char, countSize> count{};
+    stream.read(count.data(), countSize);
     Endianness::bigEndian = false;
     if (!stream.good()) {
         return std::nullopt;
@@ -80,8 +61,8 @@ bool writeLengthPrefixed(std::ostream& stream, std::span<std::byte const> bytes)
     if (!stream.good()) {
         return false; // not even the stream's flags are touched
     }
-    CountBytes const count = toLittleEndian(bytes.size());
-    stream.write(reinterpret_cast<char const*>(count.data()), countSize);
+    std::array<char, countSize> const count = toLittleEndian(std::uint64_t{bytes.size()});
+    stream.write(count.data(), countSize);
     stream.write(reinterpret_cast<char const*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     return stream.good();
 }
