@@ -1,26 +1,14 @@
-# Installs the library into a fresh folder, then configures, builds and runs the consumers against it.
-#   cmake -DBINARY_DIR= -DCONSUMER_DIR= -DWORK_DIR= -DGENERATOR= -DCXX= [-DROAMSCAN_SOURCE=] -P RunConsumer.cmake
+# Configures, builds and runs the consumers against an installation of the library, or with its source as a subdirectory.
+#   cmake -DCONSUMER_DIR= -DWORK_DIR= -DGENERATOR= -DCXX= (-DPREFIX= | -DROAMSCAN_SOURCE=) -P RunConsumer.cmake
 
-function(run)
-    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
-    message("${output}")
-    if(NOT result EQUAL 0)
-        list(JOIN ARGN " " command)
-        message(FATAL_ERROR "failed with ${result}: ${command}")
-    endif()
-endfunction()
+include("${CMAKE_CURRENT_LIST_DIR}/../support/Run.cmake")
 
 file(REMOVE_RECURSE "${WORK_DIR}")
 set(options "-DCMAKE_CXX_COMPILER=${CXX}")
 if(ROAMSCAN_SOURCE)
     list(APPEND options "-DROAMSCAN_SOURCE=${ROAMSCAN_SOURCE}")
 else()
-    run("${CMAKE_COMMAND}" --install "${BINARY_DIR}" --prefix "${WORK_DIR}/installed")
-    list(APPEND options "-DCMAKE_PREFIX_PATH=${WORK_DIR}/installed")
-    file(GLOB_RECURSE hidden "${WORK_DIR}/installed/include/*detail*" "${WORK_DIR}/installed/include/*startup*")
-    if(hidden)
-        message(FATAL_ERROR "installed, but not for plug-ins: ${hidden}")
-    endif()
+    list(APPEND options "-DCMAKE_PREFIX_PATH=${PREFIX}")
 endif()
 run("${CMAKE_COMMAND}" -S "${CONSUMER_DIR}" -B "${WORK_DIR}/build" -G "${GENERATOR}" ${options})
 run("${CMAKE_COMMAND}" --build "${WORK_DIR}/build")
