@@ -1,0 +1,35 @@
+// The classes whose tables of virtual operations .ci/check-virtual-tables compares with .ci/virtual-tables.txt.
+// Calling an operation that a class itself declares makes the compiler lay out the table of that class.
+
+#include <roamscan/frame/bvbase/BaseNode.h>
+#include <roamscan/frame/bvbase/oVClass.h>
+#include <roamscan/frame/failures/InternalErrorException.h>
+#include <roamscan/frame/failures/detail/IOCodeException.h>
+#include <roamscan/frame/log/Models.h>
+#include <roamscan/geometry/IRoamscanData.h>
+#include <roamscan/trajectory/InterpolatedTrajectoryPathBuilder.h>
+
+template <typename Class>
+void layOut(Class* object)
+{
+    object->~Class();
+}
+
+template void layOut(Bv_1_1::oVClass*);
+template void layOut(Bv_1_1::BaseNode*);
+
+template void layOut(oV::ThrowableException*);
+template void layOut(oV::IntException*);
+template void layOut(oV::InternalErrorException*);
+template void layOut(oV::ExceptionBase*);
+template void layOut(oV::VisibleException*);
+template void layOut(oV::Roamscan::IOCodeException*);
+
+template void layOut(oV::Models*);
+
+// Classes without a virtual destructor.
+void layOutOthers(oV::Roamscan::IRoamscanData& data, oV::Roamscan::InterpolatedTrajectoryPathBuilder& builder)
+{
+    data.reserved1();
+    static_cast<void>(builder.build());
+}
