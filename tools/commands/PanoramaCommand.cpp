@@ -62,15 +62,12 @@ void runPanoramaJoin(PanoramaOptions const& options, std::ostream& out)
     requireApart(options.output, options.input);
     OutputFile file(options.output);
 
-    constexpr std::uint64_t stages = 3;
+    constexpr std::uint64_t stages = 2;
     std::atomic<std::uint64_t> stage = 0;
     ProgressWatch const progress("joining tiles", stages, [&stage] { return stage.load(); });
     cv::Mat const picture = readTiles(options.input);
     stage = 1;
-    auto const bytes = encodePicture(picture, options.output);
-    stage = 2;
-    file.stream().write(reinterpret_cast<char const*>(bytes.data()),
-                        static_cast<std::streamsize>(bytes.size()));
+    writePicture(picture, options.output.extension().string(), file);
     file.commit();
     out << summary(picture, countTiles(options.input));
 }

@@ -7,11 +7,11 @@
 #include "tools/geometry/NearestSurface.h"
 #include "tools/io/BuildingFile.h"
 #include "tools/io/OutputFile.h"
+#include "tools/io/Pictures.h"
 #include "tools/io/PlyReader.h"
 #include "tools/io/PlyWriter.h"
 #include "tools/io/SensorFile.h"
 #include "tools/io/TrajectoryFile.h"
-#include "tools/picture/PngWriter.h"
 #include "tools/picture/TopView.h"
 #include "tools/placing/PointPlacer.h"
 #include "tools/placing/RangefinderPoints.h"
@@ -138,12 +138,11 @@ std::vector<Vector3d> pathOf(Trajectory const& trajectory)
         }
         path.push_back(trajectory.sample(trajectory.getStopTime()).translation());
     }
-    std::erase_if(path, [](Vector3d const& place) { return !place.allFinite(); });
     return path;
 }
 
 /// The plan is that of the nodes' frame, which `toNodes` leads to: there z is up as a rule.
-Canvas
+cv::Mat3b
 drawPlan(std::vector<CloudPoint> const& placed, Trajectory const& trajectory, TrafoT<double> const& toNodes)
 {
     std::vector<Vector3d> path = pathOf(trajectory);
@@ -153,7 +152,10 @@ drawPlan(std::vector<CloudPoint> const& placed, Trajectory const& trajectory, Tr
     Eigen::Matrix3d const toPlan = planRotation(path);
     TopViewScene scene;
     for (Vector3d const& place : path) {
-        scene.path.emplace_back((toPlan * place).head<2>().cast<float>());
+        Eigen::Vector2f const onPlan = (toPlan * place).head<2>().cast<float>();
+        if (onPlan.allFinite()) {
+            scene.path.push_back(onPlan);
+        }
     }
     scene.points.reserve(placed.size());
     for (CloudPoint const& point : placed) {
@@ -222,7 +224,7 @@ void runPlace(PlaceOptions const& options, std::ostream& out)
         cloud->close();
     }
     if (picture) {
-        writePng(drawPlan(placement.placed, trajectory, toNodes), picture->stream());
+        writePicture(drawPlan(placement.placed, trajectory, toNodes), ".png", *picture);
         picture->close();
         picture->commit();
     }

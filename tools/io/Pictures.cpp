@@ -12,6 +12,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace oV::Roamscan::tool
 {
@@ -52,17 +53,19 @@ void requirePictureFormat(std::filesystem::path const& file)
     }
 }
 
-std::vector<unsigned char> encodePicture(cv::Mat const& picture, std::filesystem::path const& file)
+void writePicture(cv::Mat const& picture, std::string const& extension, OutputFile& file)
 {
     std::vector<unsigned char> bytes;
     try {
-        if (cv::imencode(file.extension().string(), picture, bytes)) {
-            return bytes;
+        if (!cv::imencode(extension, picture, bytes)) {
+            throw fileError(file.target(),
+                            "the format cannot hold this picture; use another one, such as .png");
         }
     } catch (cv::Exception const& failure) {
-        throw fileError(file, "cannot hold this picture: " + failure.err);
+        throw fileError(file.target(), "the format cannot hold this picture: " + failure.err);
     }
-    throw fileError(file, "cannot hold this picture; choose another format, such as .png");
+    file.stream().write(reinterpret_cast<char const*>(bytes.data()),
+                        static_cast<std::streamsize>(bytes.size()));
 }
 
 Bv_1_1::SmartPtr<Bv_1_1::File const> placeOfTiles(std::filesystem::path const& file)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tools/io/OutputFile.h"
+
 #include <roamscan/frame/bvbase/File.h>
 #include <roamscan/frame/bvbase/SmartPtr.h>
 
@@ -7,7 +9,7 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <vector>
+#include <string>
 
 namespace oV::Roamscan::tool
 {
@@ -19,10 +21,9 @@ namespace oV::Roamscan::tool
 /// @throws ToolError if the name's extension is that of no format that pictures can be written in
 void requirePictureFormat(std::filesystem::path const& file);
 
-/// The bytes of a file of this name for the picture.
+/// Writes a picture in the format of the extension, such as ".png".
 /// @throws ToolError if the format cannot hold it
-[[nodiscard]] std::vector<unsigned char> encodePicture(cv::Mat const& picture,
-                                                       std::filesystem::path const& file);
+void writePicture(cv::Mat const& picture, std::string const& extension, OutputFile& file);
 
 /// The place that the library keeps the tiles of a picture at: those of "a/pano.png" are in the folder
 /// "a/pano".

@@ -1,14 +1,16 @@
 #include "tools/picture/TopView.h"
 
 #include "tools/console/Text.h"
-#include "tools/picture/Density.h"
-#include "tools/picture/Lettering.h"
+#include "tools/picture/Colour.h"
 
 #include <Eigen/Geometry>
+#include <opencv2/imgproc.hpp>
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <string>
+#include <utility>
 
 namespace oV::Roamscan::tool
 {
@@ -16,150 +18,275 @@ namespace oV::Roamscan::tool
 namespace
 {
 
+using Eigen::Vector2d;
 using Eigen::Vector2f;
 using Eigen::Vector3f;
 
-constexpr float longSide = 1200.0F; // pixels
-constexpr float shortestSide = 300.0F;
-constexpr float border = 36.0F;
-constexpr float scaleBand = 56.0F; // below the plan, for the scale
-constexpr float letterDot = 3.0F;
+constexpr double longSide = 1200.0; // pixels
+constexpr double shortestSide = 300.0;
+constexpr double border = 36.0;
+constexpr double scaleBand = 56.0; // below the plan, for the scale bar
 
-Interval mostOfAxis(std::vector<Vector3f> const& points, int axis, double share)
+struct Interval
+{
+    float low = 0.0F;
+    float high = 0.0F;
+};
+
+/// The interval of the values without the given share at either end, to ignore outliers.
+Interval withoutOutliers(std::vector<float> values, double share)
+{
+    if (values.empty()) {
+        return {};
+    }
+    auto const cut = static_cast<std::ptrdiff_t>(share * static_cast<double>(values.size()));
+    auto const low = values.begin() + cut;
+    std::nth_element(values.begin(), low, values.end());
+    Interval interval{*low, *low};
+    auto const high = values.end() - 1 - cut;
+    std::nth_element(values.begin(), high, values.end());
+    interval.high = *high;
+    return interval;
+}
+
+Interval withoutOutliers(std::vector<Vector3f> const& points, int axis, double share)
 {
     std::vector<float> values;
     values.reserve(points.size());
     for (Vector3f const& point : points) {
         values.push_back(point[axis]);
     }
-    return mostOf(std::move(values), share);
+    return withoutOutliers(std::move(values), share);
 }
 
 /// Heights of walls: above the floor and what lies on it, below the ceiling and the tops of doors.
 Interval wallHeights(std::vector<Vector3f> const& points)
 {
-    Interval const room = mostOfAxis(points, 2, 0.02);
+    Interval const room = withoutOutliers(points, 2, 0.02);
     float const height = room.high - room.low;
     return {room.low + 0.22F * height, room.low + 0.70F * height};
 }
 
-/// From metres on the plan to pixels.
+/// From metres on the plan to pixels, x to the right and y down; a pixel's centre is at half numbers.
 struct PlanView
 {
     explicit PlanView(TopViewScene const& scene)
     {
-        Eigen::AlignedBox2f bounds;
+        Eigen::AlignedBox2d bounds;
         for (Vector2f const& place : scene.path) {
-            bounds.extend(place);
+            bounds.extend(place.cast<double>());
         }
         if (!scene.points.empty()) {
-            Interval const x = mostOfAxis(scene.points, 0, 0.0005);
-            Interval const y = mostOfAxis(scene.points, 1, 0.0005);
-            bounds.extend(Vector2f(x.low, y.low));
-            bounds.extend(Vector2f(x.high, y.high));
+            Interval const x = withoutOutliers(scene.points, 0, 0.0005);
+            Interval const y = withoutOutliers(scene.points, 1, 0.0005);
+            bounds.extend(Vector2f(x.low, y.low).cast<double>());
+            bounds.extend(Vector2f(x.high, y.high).cast<double>());
         }
         if (bounds.isEmpty()) {
-            bounds.extend(Vector2f::Zero());
+            bounds.extend(Vector2d::Zero());
         }
-        Vector2f const extent = bounds.sizes().cwiseMax(0.5F);
-        pixelsPerMetre = (longSide - 2.0F * border) / extent.maxCoeff();
-        Vector2f const drawn = pixelsPerMetre * extent;
-        size = (drawn.array() + 2.0F * border).max(shortestSide);
-        size.y() += scaleBand;
+        Vector2d const extent = bounds.sizes().cwiseMax(0.5);
+        pixelsPerMetre = (longSide - 2.0 * border) / extent.maxCoeff();
+        Eigen::Array2d const drawn = (pixelsPerMetre * extent.array() + 2.0 * border).max(shortestSide);
+        size = {cvRound(drawn.x()), cvRound(drawn.y() + scaleBand)};
         centre = bounds.center();
-        middle = {size.x() / 2.0F, (size.y() - scaleBand) / 2.0F};
+        middle = drawn / 2.0;
     }
 
-    [[nodiscard]] Vector2f operator()(Vector2f const& place) const
+    [[nodiscard]] Vector2d operator()(Vector2f const& place) const
     {
-        Vector2f const offset = pixelsPerMetre * (place - centre);
+        Vector2d const offset = pixelsPerMetre * (place.cast<double>() - centre);
         return {middle.x() + offset.x(), middle.y() - offset.y()};
     }
 
-    float pixelsPerMetre = 1.0F;
-    Vector2f size;   // of the picture
-    Vector2f middle; // of the plan, in the picture
-    Vector2f centre; // of the plan, in metres
+    double pixelsPerMetre = 1.0;
+    cv::Size size;   // of the picture
+    Vector2d middle; // of the plan, in the picture
+    Vector2d centre; // of the plan, in metres
 };
 
-void shadePoints(Canvas& canvas, PlanView const& view, std::vector<Vector3f> const& points)
+/// Distributes a point among the four pixels around it (bilinear weights).
+void addPoint(cv::Mat1f& density, Vector2d const& place)
+{
+    Vector2d const corner = place.array() - 0.5;
+    if (!(corner.minCoeff() >= 0.0 && corner.x() < density.cols - 1 && corner.y() < density.rows - 1)) {
+        return;
+    }
+    int const x = static_cast<int>(corner.x());
+    int const y = static_cast<int>(corner.y());
+    auto const right = static_cast<float>(corner.x() - x);
+    auto const down = static_cast<float>(corner.y() - y);
+    density(y, x) += (1.0F - right) * (1.0F - down);
+    density(y, x + 1) += right * (1.0F - down);
+    density(y + 1, x) += (1.0F - right) * down;
+    density(y + 1, x + 1) += right * down;
+}
+
+/// The 95th percentile of the pixels with something in them; at least 1.
+float nearlyHighest(cv::Mat1f const& density)
+{
+    constexpr float something = 0.05F;
+    std::vector<float> values;
+    std::copy_if(
+        density.begin(), density.end(), std::back_inserter(values), [](float v) { return v > something; });
+    return std::max(withoutOutliers(std::move(values), 0.05).high, 1.0F);
+}
+
+cv::Mat3b shadePoints(PlanView const& view, std::vector<Vector3f> const& points)
 {
     Interval const walls = wallHeights(points);
-    Density standing(canvas.width(), canvas.height());
-    Density ground(canvas.width(), canvas.height());
+    cv::Mat1f standing(view.size, 0.0F);
+    cv::Mat1f ground(view.size, 0.0F);
     for (Vector3f const& point : points) {
         bool const isWall = point.z() >= walls.low && point.z() <= walls.high;
-        (isWall ? standing : ground).add(view(point.head<2>()));
+        addPoint(isWall ? standing : ground, view(point.head<2>()));
     }
-    constexpr int blurRadius = 4;
-    ground.blur(blurRadius);
-    ground.blur(blurRadius);
-    standing.widen();
+    for (int pass = 0; pass < 2; ++pass) { // single points become an area
+        cv::blur(ground, ground, {9, 9}, {-1, -1}, cv::BORDER_CONSTANT);
+    }
+    // Walls become three pixels wide.
+    cv::dilate(standing, standing, cv::getStructuringElement(cv::MORPH_CROSS, {3, 3}));
 
+    Colour const white = colourOf(0xFFFFFF);
     Colour const pale = colourOf(0xDCE6EE);
     Colour const dark = colourOf(0x12304A);
-    float const fullGround = ground.nearlyHighest() / 12.0F;
-    float const fullWall = std::log1p(standing.nearlyHighest());
-    for (int y = 0; y < canvas.height(); ++y) {
-        for (int x = 0; x < canvas.width(); ++x) {
-            canvas.blend(x, y, pale, std::min(ground.at(x, y) / fullGround, 1.0F));
-            canvas.blend(x, y, dark, std::min(std::log1p(standing.at(x, y)) / fullWall, 1.0F));
-        }
-    }
+    float const fullGround = nearlyHighest(ground) / 12.0F;
+    float const fullWall = std::log1p(nearlyHighest(standing));
+    cv::Mat3b picture(view.size);
+    picture.forEach([&](cv::Vec3b& pixel, int const* at) {
+        Colour colour = white + std::min(ground(at) / fullGround, 1.0F) * (pale - white);
+        colour += std::min(std::log1p(standing(at)) / fullWall, 1.0F) * (dark - colour);
+        pixel = 255.0F * colour;
+    });
+    return picture;
 }
 
-/// A text with a bright rim, to be read on any ground.
-void drawLabel(Canvas& canvas, std::string const& text, Vector2f const& topLeft, Colour const& colour)
+/// Draws lines and text with smooth edges: on an enlarged copy of the picture, which is averaged afterwards.
+class Pen
 {
-    Vector2f const corner = topLeft.array().round(); // dots that fill pixels are the clearest
-    for (int x = -1; x <= 1; ++x) {
-        for (int y = -1; y <= 1; ++y) {
-            Vector2f const shift(static_cast<float>(2 * x), static_cast<float>(2 * y));
-            drawText(canvas, text, corner + shift, letterDot, colourOf(0xFFFFFF));
-        }
+public:
+    explicit Pen(cv::Mat3b const& picture)
+    {
+        cv::resize(picture, enlarged_, {}, enlargement, enlargement, cv::INTER_NEAREST);
     }
-    drawText(canvas, text, corner, letterDot, colour);
-}
 
-void drawPath(Canvas& canvas, PlanView const& view, std::vector<Vector2f> const& path)
+    void rectangle(Vector2d const& topLeft, Vector2d const& size, Colour const& colour)
+    {
+        Vector2d const last = enlargement * (topLeft + size) - Vector2d::Ones(); // is filled, too
+        cv::Point const first(cvRound(enlargement * topLeft.x()), cvRound(enlargement * topLeft.y()));
+        cv::rectangle(enlarged_, first, {cvRound(last.x()), cvRound(last.y())}, ink(colour), cv::FILLED);
+    }
+
+    void disc(Vector2d const& centre, double radius, Colour const& colour)
+    {
+        cv::circle(enlarged_,
+                   fixedPoint(centre),
+                   cvRound(radius * enlargement * fractions),
+                   ink(colour),
+                   cv::FILLED,
+                   cv::LINE_8,
+                   fractionBits);
+    }
+
+    void line(std::vector<Vector2d> const& places, double thickness, Colour const& colour)
+    {
+        std::vector<cv::Point> points;
+        for (Vector2d const& place : places) {
+            points.push_back(fixedPoint(place));
+        }
+        cv::polylines(enlarged_,
+                      points,
+                      false,
+                      ink(colour),
+                      cvRound(thickness * enlargement),
+                      cv::LINE_8,
+                      fractionBits);
+    }
+
+    /// The extent of a text in pixels.
+    [[nodiscard]] static Vector2d textSize(std::string const& text)
+    {
+        cv::Size const size = cv::getTextSize(text, font, fontScale, 1, nullptr);
+        return Vector2d(size.width, size.height) / enlargement;
+    }
+
+    void text(std::string const& text, Vector2d const& bottomLeft, double thickness, Colour const& colour)
+    {
+        cv::Point const start(cvRound(enlargement * bottomLeft.x()), cvRound(enlargement * bottomLeft.y()));
+        cv::putText(enlarged_,
+                    text,
+                    start,
+                    font,
+                    fontScale,
+                    ink(colour),
+                    cvRound(thickness * enlargement),
+                    cv::LINE_8);
+    }
+
+    [[nodiscard]] cv::Mat3b smoothed() const
+    {
+        cv::Mat3b picture;
+        cv::resize(enlarged_, picture, enlarged_.size() / enlargement, 0.0, 0.0, cv::INTER_AREA);
+        return picture;
+    }
+
+private:
+    static constexpr int enlargement = 4;
+    static constexpr int fractionBits = 4; // of coordinates in the enlarged picture
+    static constexpr int fractions = 1 << fractionBits;
+    static constexpr int font = cv::FONT_HERSHEY_SIMPLEX;
+    static constexpr double fontScale = enlargement; // capital letters are some 21 pixels high
+
+    static cv::Scalar ink(Colour const& colour) { return 255.0F * colour; }
+
+    /// OpenCV's whole numbers are the centres of pixels.
+    static cv::Point fixedPoint(Vector2d const& place)
+    {
+        Eigen::Array2d const scaled = (enlargement * place.array() - 0.5) * fractions;
+        return {cvRound(scaled.x()), cvRound(scaled.y())};
+    }
+
+    cv::Mat3b enlarged_;
+};
+
+void drawPath(Pen& pen, PlanView const& view, std::vector<Vector2f> const& path)
 {
     if (path.empty()) {
         return;
     }
-    std::vector<Vector2f> line;
+    std::vector<Vector2d> line;
     for (Vector2f const& place : path) {
-        Vector2f const pixel = view(place);
-        if (line.empty() || (pixel - line.back()).norm() >= 0.5F) {
+        Vector2d const pixel = view(place);
+        if (line.empty() || (pixel - line.back()).norm() >= 0.5) {
             line.push_back(pixel);
         }
     }
-    canvas.drawLine(line, 3.5F, colourOf(0xE8590C));
+    pen.line(line, 3.5, colourOf(0xE8590C));
 
     struct End
     {
-        Vector2f place;
+        Vector2d place;
         std::string label;
         Colour colour;
-        float radius;
+        double radius;
         bool labelLeft;
     };
-    // Both are to be seen where they are the same place.
-    for (End const& end : {End{view(path.front()), "start", colourOf(0x1B8A3A), 11.0F, true},
-                           End{view(path.back()), "end", colourOf(0xC2185B), 6.0F, false}})
+    // The sizes differ so that both are visible at the same place.
+    for (End const& end : {End{view(path.front()), "start", colourOf(0x1B8A3A), 11.0, true},
+                           End{view(path.back()), "end", colourOf(0xC2185B), 6.0, false}})
     {
-        canvas.drawDisc(end.place, end.radius + 2.0F, colourOf(0xFFFFFF));
-        canvas.drawDisc(end.place, end.radius, end.colour);
-        Vector2f const size = textSize(end.label, letterDot);
-        float const x = end.labelLeft ? end.place.x() - 19.0F - size.x() : end.place.x() + 19.0F;
-        drawLabel(canvas,
-                  end.label,
-                  {std::clamp(x, 4.0F, static_cast<float>(canvas.width()) - size.x() - 4.0F),
-                   end.place.y() - size.y() / 2.0F},
-                  end.colour);
+        pen.disc(end.place, end.radius + 2.0, colourOf(0xFFFFFF));
+        pen.disc(end.place, end.radius, end.colour);
+        Vector2d const size = Pen::textSize(end.label);
+        double const left = end.labelLeft ? end.place.x() - 19.0 - size.x() : end.place.x() + 19.0;
+        Vector2d const corner(std::clamp(left, 4.0, view.size.width - size.x() - 4.0),
+                              end.place.y() + size.y() / 2.0);
+        pen.text(end.label, corner, 7.0, colourOf(0xFFFFFF)); // a rim, to be legible on any background
+        pen.text(end.label, corner, 2.5, end.colour);
     }
 }
 
-/// The greatest of 1, 2, 5, 10, 20, ... that is not greater.
+/// The largest of 1, 2, 5, 10, 20, ... that is not larger than the length.
 double roundLength(double length)
 {
     double const power = std::pow(10.0, std::floor(std::log10(length)));
@@ -179,32 +306,27 @@ std::string lengthLabel(double metres)
     return fixed(metres, metres < 1.0 ? 1 : 0) + " m";
 }
 
-void drawScale(Canvas& canvas, PlanView const& view)
+void drawScaleBar(Pen& pen, PlanView const& view)
 {
     Colour const ink = colourOf(0x222222);
-    double const metres = roundLength(0.25 * static_cast<double>(view.size.x() / view.pixelsPerMetre));
-    float const length = static_cast<float>(metres) * view.pixelsPerMetre;
-    float const left = border;
-    float const bottom = view.size.y() - 20.0F;
-    canvas.drawRectangle({left, bottom - 4.0F}, {length, 4.0F}, ink);
-    canvas.drawRectangle({left, bottom - 16.0F}, {3.0F, 16.0F}, ink);
-    canvas.drawRectangle({left + length - 3.0F, bottom - 16.0F}, {3.0F, 16.0F}, ink);
-    std::string const label = lengthLabel(metres);
-    drawText(canvas, label, {left + length + 14.0F, bottom - textSize(label, letterDot).y()}, letterDot, ink);
+    double const metres = roundLength(0.25 * view.size.width / view.pixelsPerMetre);
+    double const length = metres * view.pixelsPerMetre;
+    double const bottom = view.size.height - 20.0;
+    pen.rectangle({border, bottom - 4.0}, {length, 4.0}, ink);
+    pen.rectangle({border, bottom - 16.0}, {3.0, 16.0}, ink);
+    pen.rectangle({border + length - 3.0, bottom - 16.0}, {3.0, 16.0}, ink);
+    pen.text(lengthLabel(metres), {border + length + 14.0, bottom}, 2.5, ink);
 }
 
 } // namespace
 
-Canvas drawTopView(TopViewScene const& scene)
+cv::Mat3b drawTopView(TopViewScene const& scene)
 {
     PlanView const view(scene);
-    Canvas canvas(static_cast<int>(std::lround(view.size.x())),
-                  static_cast<int>(std::lround(view.size.y())),
-                  colourOf(0xFFFFFF));
-    shadePoints(canvas, view, scene.points);
-    drawPath(canvas, view, scene.path);
-    drawScale(canvas, view);
-    return canvas;
+    Pen pen(shadePoints(view, scene.points));
+    drawPath(pen, view, scene.path);
+    drawScaleBar(pen, view);
+    return pen.smoothed();
 }
 
 } // namespace oV::Roamscan::tool

@@ -29,12 +29,12 @@ std::uint32_t hashOf(std::string_view text)
     return hash;
 }
 
-/// Turns once around the colours from red over green and blue, 0 to 1, at full brightness.
+/// A colour of full brightness. Hues 0, 1/3 and 2/3 are red, green and blue.
 Colour colourOfHue(float hue, float saturation)
 {
     Colour colour;
     for (int channel = 0; channel < 3; ++channel) {
-        float const turn = hue + static_cast<float>(3 - channel) / 3.0F;
+        float const turn = hue + static_cast<float>(channel + 1) / 3.0F;
         float const away = std::abs((turn - std::floor(turn)) - 0.5F); // 0.5 at the channel's own hue
         colour[channel] = 1.0F - saturation * (1.0F - std::clamp(6.0F * away - 1.0F, 0.0F, 1.0F));
     }
@@ -46,7 +46,7 @@ cv::Vec3b toPixel(Colour const& colour)
     auto const byte = [&](int channel) {
         return static_cast<std::uint8_t>(std::lround(255.0F * std::clamp(colour[channel], 0.0F, 1.0F)));
     };
-    return {byte(2), byte(1), byte(0)};
+    return {byte(0), byte(1), byte(2)};
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/geometry/Building.h"
-#include "tools/picture/Canvas.h"
+#include "tools/picture/Colour.h"
 
 #include <Eigen/Core>
 #include <opencv2/core/mat.hpp>

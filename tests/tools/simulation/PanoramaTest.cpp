@@ -47,7 +47,7 @@ cv::Vec3b pixel(Colour const& colour)
     auto const byte = [&](int channel) {
         return static_cast<std::uint8_t>(std::lround(255.0F * colour[channel]));
     };
-    return {byte(2), byte(1), byte(0)};
+    return {byte(0), byte(1), byte(2)};
 }
 
 /// The pixel of a surface of the room that is met at this range and angle.
@@ -249,7 +249,8 @@ TEST(Panorama, LightFallsOffWithRangeAngleAndReflectance)
     auto const light = [&](double range, double cosIncidence, double reflectance) {
         Surface changed = surface;
         changed.reflectance = reflectance;
-        return shade(changed, {range, 0, cosIncidence}).sum();
+        Colour const colour = shade(changed, {range, 0, cosIncidence});
+        return colour[0] + colour[1] + colour[2];
     };
     EXPECT_GT(light(1.0, 0.8, 0.5), light(5.0, 0.8, 0.5));
     EXPECT_GT(light(1.0, 0.8, 0.5), light(1.0, 0.3, 0.5));
