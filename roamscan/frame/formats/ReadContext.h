@@ -1,0 +1,20 @@
+#pragma once
+
+#include <roamscan/frame/formats/ReadContextBase.h>
+
+namespace oV
+{
+
+/// A read context with a fixed form.
+class ROAMSCAN_EXPORT ReadContext : public ReadContextBase
+{
+public:
+    explicit ReadContext(ModelFormat::Format format = ModelFormat::Format::Keyed) noexcept;
+
+    [[nodiscard]] ModelFormat::Format getFormat() const override;
+
+private:
+    ModelFormat::Format format_;
+};
+
+} // namespace oV

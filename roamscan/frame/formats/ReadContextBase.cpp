@@ -1,0 +1,8 @@
+#include <roamscan/frame/formats/ReadContextBase.h>
+
+namespace oV
+{
+
+ReadContextBase::~ReadContextBase() = default;
+
+} // namespace oV

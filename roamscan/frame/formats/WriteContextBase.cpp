@@ -1,0 +1,8 @@
+#include <roamscan/frame/formats/WriteContextBase.h>
+
+namespace oV
+{
+
+WriteContextBase::~WriteContextBase() = default;
+
+} // namespace oV

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <roamscan/frame/bvbase/String.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// The text of single values and keywords in the text forms of ModelFormat.
+namespace oV::detail
+{
+
+/// The shortest decimal text of the number, or "inf", "-inf", "nan", "nan:" and the bits.
+[[nodiscard]] std::string textOfNumber(double number);
+
+/// The number of such a text; also of any other decimal text. `status` is left alone if there is one.
+/// @return nothing if the text is no number (StatusCode::wrongKind) or is beyond the range of a double
+/// (StatusCode::outOfRange)
+[[nodiscard]] std::optional<double> numberOfText(std::string_view text, int& status);
+
+/// The text in quotes with its escapes; "null" for NIL.
+[[nodiscard]] std::string textOfString(Bv_1_1::String const& string);
+
+/// The keyword as a word, or in quotes if it is none.
+[[nodiscard]] std::string textOfKeyword(Bv_1_1::String const& keyword);
+
+/// Appends UTF-8 to UTF-16.
+/// @return false if it is malformed; `units` is as it was then
+[[nodiscard]] bool appendUtf8(std::string_view utf8, std::u16string& units);
+
+/// Whether the byte may begin a keyword that is a word.
+[[nodiscard]] constexpr bool beginsKeyword(int byte) noexcept
+{
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || byte == '_';
+}
+
+[[nodiscard]] constexpr bool isDigit(int byte) noexcept
+{
+    return byte >= '0' && byte <= '9';
+}
+
+/// Whether the byte may stand in a keyword that is a word.
+[[nodiscard]] constexpr bool continuesKeyword(int byte) noexcept
+{
+    return beginsKeyword(byte) || isDigit(byte);
+}
+
+/// Whether the byte may stand in a value that is neither a string nor a list.
+[[nodiscard]] constexpr bool isOfWord(int byte) noexcept
+{
+    return continuesKeyword(byte) || byte == '.' || byte == '+' || byte == '-' || byte == ':';
+}
+
+/// The value of a hexadecimal digit, -1 for any other byte.
+[[nodiscard]] constexpr int hexadecimalDigit(int byte) noexcept
+{
+    if (isDigit(byte)) {
+        return byte - '0';
+    }
+    if (byte >= 'a' && byte <= 'f') {
+        return byte - 'a' + 10;
+    }
+    return byte >= 'A' && byte <= 'F' ? byte - 'A' + 10 : -1;
+}
+
+} // namespace oV::detail
