@@ -1,14 +1,14 @@
 /// @file
 /// Anchor sections: inserting windows in no order, and asking for times. Beside the same steps written down
-/// plainly, and, where it is built in, beside Boost's interval set.
+/// plainly, and, where it is built in, against Boost's interval set.
 
-#include "Roads.h"
+#include "Benchmarks.h"
 #include "tests/support/LiteralAnchorSections.h"
 
 #include <roamscan/geometry/AnchorSections.h>
 
-#ifdef ROAMSCAN_BENCH_PEERS
-#include "peers/IntervalSet.h"
+#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
+#include "baselines/IntervalSet.h"
 #endif
 
 #include <algorithm>
@@ -29,7 +29,7 @@ using oV::Roamscan::TimeWindow;
 using support::LiteralAnchorSections;
 
 constexpr int repetitions = 7;
-constexpr char const* road = "Anchor sections";
+constexpr char const* group = "Anchor sections";
 
 constexpr std::size_t windowCount = 10'000;
 constexpr std::size_t lookupCount = 1'000'000;
@@ -56,9 +56,9 @@ std::string nameOf(Kind kind)
 }
 
 // The same windows and times in each run.
-struct Subjects
+struct Inputs
 {
-    explicit Subjects(Kind kind)
+    explicit Inputs(Kind kind)
     {
         constexpr int64 spacing = 1'000'000; // ticks from one start to the next, on average
         constexpr int64 lastTime = spacing * static_cast<int64>(windowCount);
@@ -82,7 +82,7 @@ struct Subjects
             literal.insertSection(window);
         }
         requireAgreement(literal);
-#ifdef ROAMSCAN_BENCH_PEERS
+#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
         for (TimeWindow const& window : windows) {
             intervals.insertSection(window);
         }
@@ -106,30 +106,30 @@ struct Subjects
     std::vector<int64> times;
     AnchorSections ours;
     LiteralAnchorSections literal;
-#ifdef ROAMSCAN_BENCH_PEERS
+#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
     IntervalSet intervals;
 #endif
 };
 
-Subjects const& subjectsOf(Kind kind)
+Inputs const& inputsOf(Kind kind)
 {
-    static std::unique_ptr<Subjects const> subjects[3];
-    auto& wanted = subjects[static_cast<std::size_t>(kind)];
+    static std::unique_ptr<Inputs const> inputs[3];
+    auto& wanted = inputs[static_cast<std::size_t>(kind)];
     if (!wanted) {
-        wanted = std::make_unique<Subjects const>(kind);
+        wanted = std::make_unique<Inputs const>(kind);
     }
     return *wanted;
 }
 
 template <typename Sections>
-Contestant insertion(std::string label, std::string const& name, Kind kind)
+Subject insertion(std::string label, std::string const& name, Kind kind)
 {
     Workload const work{static_cast<double>(windowCount)};
     return timedLoop(std::move(label), name, work, [kind](benchmark::State& state) {
-        auto const& subjects = subjectsOf(kind);
+        auto const& inputs = inputsOf(kind);
         for ([[maybe_unused]] auto _ : state) {
             Sections sections;
-            for (TimeWindow const& window : subjects.windows) {
+            for (TimeWindow const& window : inputs.windows) {
                 sections.insertSection(window);
             }
             benchmark::DoNotOptimize(&sections);
@@ -139,15 +139,15 @@ Contestant insertion(std::string label, std::string const& name, Kind kind)
 }
 
 template <typename Sections>
-Contestant
-lookup(std::string label, std::string const& name, Kind kind, std::size_t count, Sections Subjects::*sections)
+Subject
+lookup(std::string label, std::string const& name, Kind kind, std::size_t count, Sections Inputs::*sections)
 {
     Workload const work{static_cast<double>(count)};
     return timedLoop(std::move(label), name, work, [kind, count, sections](benchmark::State& state) {
-        auto const& subjects = subjectsOf(kind);
+        auto const& inputs = inputsOf(kind);
         for ([[maybe_unused]] auto _ : state) {
             for (std::size_t i = 0; i < count; ++i) {
-                bool isAnchor = (subjects.*sections).isAnchor(subjects.times[i]);
+                bool isAnchor = (inputs.*sections).isAnchor(inputs.times[i]);
                 benchmark::DoNotOptimize(isAnchor);
             }
         }
@@ -158,16 +158,16 @@ Comparison compareInsertion(Kind kind)
 {
     std::string const name = "anchors/insert/" + std::to_string(static_cast<int>(kind));
     Comparison comparison{
-        road,
+        group,
         "insertSection, 10,000 windows, " + nameOf(kind),
         nanoseconds,
         repetitions,
         insertion<AnchorSections>("insertSection", name + "/sections", kind),
-        {Reference{insertion<LiteralAnchorSections>("plain vector", name + "/plain", kind)}}};
-#ifdef ROAMSCAN_BENCH_PEERS
-    Reference peer{insertion<IntervalSet>("icl::interval_set", name + "/icl", kind)};
-    peer.isPeer = true;
-    comparison.references.push_back(std::move(peer));
+        {Baseline{insertion<LiteralAnchorSections>("plain vector", name + "/plain", kind)}}};
+#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
+    Baseline otherLibrary{insertion<IntervalSet>("icl::interval_set", name + "/icl", kind)};
+    otherLibrary.isOtherLibrary = true;
+    comparison.baselines.push_back(std::move(otherLibrary));
 #endif
     return comparison;
 }
@@ -176,23 +176,23 @@ Comparison compareLookup(Kind kind)
 {
     std::string const name = "anchors/lookup/" + std::to_string(static_cast<int>(kind));
     Comparison comparison{
-        road,
+        group,
         "isAnchor, random times, windows " + nameOf(kind),
         nanoseconds,
         repetitions,
-        lookup("isAnchor", name + "/sections", kind, lookupCount, &Subjects::ours),
-        {Reference{lookup("plain vector", name + "/plain", kind, slowLookupCount, &Subjects::literal)}}};
-#ifdef ROAMSCAN_BENCH_PEERS
-    Reference peer{lookup("icl::interval_set", name + "/icl", kind, lookupCount, &Subjects::intervals)};
-    peer.isPeer = true;
-    comparison.references.push_back(std::move(peer));
+        lookup("isAnchor", name + "/sections", kind, lookupCount, &Inputs::ours),
+        {Baseline{lookup("plain vector", name + "/plain", kind, slowLookupCount, &Inputs::literal)}}};
+#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
+    Baseline otherLibrary{lookup("icl::interval_set", name + "/icl", kind, lookupCount, &Inputs::intervals)};
+    otherLibrary.isOtherLibrary = true;
+    comparison.baselines.push_back(std::move(otherLibrary));
 #endif
     return comparison;
 }
 
 } // namespace
 
-std::vector<Comparison> anchorSectionsRoad()
+std::vector<Comparison> anchorSectionsBenchmarks()
 {
     std::vector<Comparison> comparisons;
     for (Kind const kind : {Kind::Apart, Kind::Fusing}) {

@@ -1,7 +1,7 @@
 /// @file
 /// The benchmarks one by one, with Google Benchmark's own command line.
 
-#include "Roads.h"
+#include "Benchmarks.h"
 
 #include <benchmark/benchmark.h>
 
@@ -11,7 +11,7 @@ int main(int argc, char** argv)
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 2;
     }
-    static_cast<void>(bench::allRoads()); // registers what they measure
+    static_cast<void>(bench::allBenchmarks()); // registers what they measure
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
     return 0;

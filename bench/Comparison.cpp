@@ -28,7 +28,7 @@ private:
 enum class Clock
 {
     Processor, // Not disturbed by what else runs on the machine, and right for what never waits.
-    ByHand     // What the body told.
+    ByHand     // The time that the body reports.
 };
 
 double secondsOfOneIteration(std::string const& name, Clock clock)
@@ -46,7 +46,7 @@ double secondsOfOneIteration(std::string const& name, Clock clock)
     return seconds / static_cast<double>(run.iterations);
 }
 
-Contestant contestant(std::string label, std::string const& name, Workload workload, Clock clock)
+Subject subject(std::string label, std::string const& name, Workload workload, Clock clock)
 {
     return {std::move(label),
             [name, clock, items = workload.items] { return secondsOfOneIteration(name, clock) / items; }};
@@ -65,22 +65,22 @@ registerBenchmark(std::string const& name, Workload workload, std::function<void
 
 } // namespace
 
-Contestant timedLoop(std::string label,
-                     std::string const& name,
-                     Workload workload,
-                     std::function<void(benchmark::State&)> body)
+Subject timedLoop(std::string label,
+                  std::string const& name,
+                  Workload workload,
+                  std::function<void(benchmark::State&)> body)
 {
     registerBenchmark(name, workload, std::move(body));
-    return contestant(std::move(label), name, workload, Clock::Processor);
+    return subject(std::move(label), name, workload, Clock::Processor);
 }
 
-Contestant timedByHand(std::string label,
-                       std::string const& name,
-                       Workload workload,
-                       std::function<void(benchmark::State&)> body)
+Subject timedByHand(std::string label,
+                    std::string const& name,
+                    Workload workload,
+                    std::function<void(benchmark::State&)> body)
 {
     registerBenchmark(name, workload, std::move(body))->UseManualTime();
-    return contestant(std::move(label), name, workload, Clock::ByHand);
+    return subject(std::move(label), name, workload, Clock::ByHand);
 }
 
 } // namespace bench

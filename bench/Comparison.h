@@ -31,7 +31,7 @@ inline Unit const megabytesPerSecond{"MB/s", 1e-6, true};
 inline Unit const megapointsPerSecond{"Mpts/s", 1e-6, true};
 
 /// Something to measure.
-struct Contestant
+struct Subject
 {
     std::string label;
     std::function<double()> measure; ///< Runs once and gives the cost: seconds for one item, or bytes.
@@ -46,23 +46,23 @@ enum class Ratio
 };
 
 /// What ours is measured against.
-struct Reference
+struct Baseline
 {
-    Contestant contestant;
+    Subject subject;
     Ratio ratio = Ratio::TimesAsFast;
     std::optional<double> target = std::nullopt; ///< What this project wants the ratio to be.
-    bool isPeer = false;                         ///< A library of others; measured only if asked for.
+    bool isOtherLibrary = false;                 ///< A library of others; measured only if asked for.
 };
 
-/// One row of the report: ours beside its references, all measured in turn in one run.
+/// One row of the report: ours and its baselines, all measured in turn in one run.
 struct Comparison
 {
-    std::string road;
+    std::string group;
     std::string figure;
     Unit unit;
     int repetitions;
-    Contestant ours;
-    std::vector<Reference> references;
+    Subject ours;
+    std::vector<Baseline> baselines;
 };
 
 /// What one iteration of a benchmark does, and how often it is done for one measurement.
@@ -74,16 +74,16 @@ struct Workload
 
 /// A body whose loop is timed as a whole, in processor time. Registers it under `name`, for the report and
 /// for Google Benchmark's own command line alike.
-[[nodiscard]] Contestant timedLoop(std::string label,
-                                   std::string const& name,
-                                   Workload workload,
-                                   std::function<void(benchmark::State&)> body);
+[[nodiscard]] Subject timedLoop(std::string label,
+                                std::string const& name,
+                                Workload workload,
+                                std::function<void(benchmark::State&)> body);
 
 /// A body that tells the time of each iteration itself; see timeEach().
-[[nodiscard]] Contestant timedByHand(std::string label,
-                                     std::string const& name,
-                                     Workload workload,
-                                     std::function<void(benchmark::State&)> body);
+[[nodiscard]] Subject timedByHand(std::string label,
+                                  std::string const& name,
+                                  Workload workload,
+                                  std::function<void(benchmark::State&)> body);
 
 /// Times the making of a result by the clock on the wall, in memory that is fresh and without its
 /// destruction.

@@ -1,15 +1,15 @@
 /// @file
-/// The camera's texts of pictures, from files and from memory: beside taking the pictures in, and, where they
-/// are built in, beside libexif and exiv2.
+/// The camera's texts of pictures, from files and from memory: against taking the pictures in, and, where
+/// they are built in, against libexif and exiv2.
 
-#include "Roads.h"
+#include "Benchmarks.h"
 #include "bench/workload/MemoryStream.h"
 #include "tests/support/JpegBytes.h"
 
 #include <roamscan/imagery/ExifReader.h>
 
-#ifdef ROAMSCAN_BENCH_PEERS
-#include "peers/ExifLibraries.h"
+#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
+#include "baselines/ExifLibraries.h"
 #endif
 
 #include <algorithm>
@@ -96,7 +96,7 @@ std::vector<char> takeInMemory(Picture const& picture)
     return picture.bytes;
 }
 
-#ifdef ROAMSCAN_BENCH_PEERS
+#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
 CameraTexts libexifFile(Picture const& picture)
 {
     return readWithLibexif(picture.file);
@@ -221,8 +221,7 @@ struct Case
 };
 
 template <typename Result>
-Contestant
-reading(std::string label, std::string const& name, Case const& which, Result (*read)(Picture const&))
+Subject reading(std::string label, std::string const& name, Case const& which, Result (*read)(Picture const&))
 {
     auto const body = [pictures = which.pictures, read](benchmark::State& state) {
         Pictures const& all = pictures();
@@ -238,20 +237,20 @@ reading(std::string label, std::string const& name, Case const& which, Result (*
         std::move(label), "exif/" + which.name + "/" + name, {which.count, which.iterations}, body);
 }
 
-#ifdef ROAMSCAN_BENCH_PEERS
-void addPeers(Comparison& comparison, Case const& which)
+#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
+void addOtherLibraries(Comparison& comparison, Case const& which)
 {
     // Of a large picture with a small block, opening it is all that takes time.
     std::optional<double> const target = which.pictures == smallPictures ? std::optional(5.0) : std::nullopt;
     auto const libexif = which.fromFile ? libexifFile : libexifMemory;
     auto const exiv2 = which.fromFile ? exiv2File : exiv2Memory;
-    comparison.references.push_back(
+    comparison.baselines.push_back(
         {reading("libexif", "libexif", which, libexif), Ratio::TimesAsFast, target, true});
-    comparison.references.push_back(
+    comparison.baselines.push_back(
         {reading("exiv2", "exiv2", which, exiv2), Ratio::TimesAsFast, target, true});
 }
 #else
-void addPeers(Comparison& /*comparison*/, Case const& /*which*/) {}
+void addOtherLibraries(Comparison& /*comparison*/, Case const& /*which*/) {}
 #endif
 
 Comparison compareReading(Case const& which)
@@ -263,14 +262,14 @@ Comparison compareReading(Case const& which)
                           microseconds,
                           repetitions,
                           reading("readExifMetaData", "reader", which, ours),
-                          {Reference{reading("taking it in whole", "whole", which, whole)}}};
-    addPeers(comparison, which);
+                          {Baseline{reading("taking it in whole", "whole", which, whole)}}};
+    addOtherLibraries(comparison, which);
     return comparison;
 }
 
 } // namespace
 
-std::vector<Comparison> exifReaderRoad()
+std::vector<Comparison> exifReaderBenchmarks()
 {
     std::vector<Case> cases{
         {"large-file", "a picture of 8 MB, from its file", true, largePictures, 1.0, 100},

@@ -1,8 +1,8 @@
 /// @file
-/// A picture 20,000 columns wide as a folder of tiles, beside the same picture in one file through OpenCV
+/// A picture 20,000 columns wide as a folder of tiles, against the same picture in one file through OpenCV
 /// itself.
 
-#include "Roads.h"
+#include "Benchmarks.h"
 #include "bench/workload/ProcessMemory.h"
 #include "bench/workload/WidePicture.h"
 
@@ -26,7 +26,7 @@ using oV::Roamscan::LargeImageSerialization::readImage;
 using oV::Roamscan::LargeImageSerialization::serializeImage;
 
 constexpr int repetitions = 5;
-constexpr char const* roadName = "A picture of 20,000 x 5,000 pixels in tiles";
+constexpr char const* groupName = "A picture of 20,000 x 5,000 pixels in tiles";
 
 cv::Mat readTiles(WidePictureFiles const& files)
 {
@@ -84,14 +84,14 @@ Comparison compareReading(std::string const& extension, std::optional<double> ta
     };
     std::string const name = "panorama/" + extension;
     Workload const one{1.0};
-    return {roadName,
+    return {groupName,
             "reading " + extension,
             milliseconds,
             repetitions,
             timedByHand("readImage", name + "/readImage", one, reader(readTiles)),
-            {Reference{timedByHand("cv::imread, one file", name + "/imread", one, reader(readWhole)),
-                       Ratio::TimesAsFast,
-                       target}}};
+            {Baseline{timedByHand("cv::imread, one file", name + "/imread", one, reader(readWhole)),
+                      Ratio::TimesAsFast,
+                      target}}};
 }
 
 Comparison compareWriting(std::string const& extension)
@@ -108,16 +108,16 @@ Comparison compareWriting(std::string const& extension)
     };
     std::string const name = "panorama/" + extension;
     Workload const one{1.0};
-    return {roadName,
+    return {groupName,
             "writing " + extension,
             milliseconds,
             repetitions,
             timedByHand("serializeImage", name + "/serializeImage", one, writer(writeTiles)),
-            {Reference{timedByHand("cv::imwrite, one file", name + "/imwrite", one, writer(writeWhole)),
-                       Ratio::TimesTheTime}}};
+            {Baseline{timedByHand("cv::imwrite, one file", name + "/imwrite", one, writer(writeWhole)),
+                      Ratio::TimesTheTime}}};
 }
 
-Contestant peakOfReading(std::string label, std::string const& extension, auto read)
+Subject peakOfReading(std::string label, std::string const& extension, auto read)
 {
     return {std::move(label), [extension, read] {
                 auto const files = widePictureFiles(extension);
@@ -132,24 +132,24 @@ Contestant peakOfReading(std::string label, std::string const& extension, auto r
 Comparison compareMemory(std::string const& extension)
 {
     constexpr double target = 1.1;
-    Contestant const twice{"twice the picture", [] { return 2.0 * widePictureSize; }};
+    Subject const twice{"twice the picture", [] { return 2.0 * widePictureSize; }};
     return {"Peak memory of a picture of 20,000 x 5,000 pixels in tiles",
             "reading " + extension,
             megabytes,
             1,
             peakOfReading("readImage", extension, readTiles),
-            {Reference{twice, Ratio::TimesTheMemory, target},
-             Reference{peakOfReading("cv::imread, one file", extension, readWhole), Ratio::TimesTheMemory}}};
+            {Baseline{twice, Ratio::TimesTheMemory, target},
+             Baseline{peakOfReading("cv::imread, one file", extension, readWhole), Ratio::TimesTheMemory}}};
 }
 
 } // namespace
 
-std::vector<Comparison> panoramaMemoryRoad()
+std::vector<Comparison> panoramaMemoryBenchmarks()
 {
     return {compareMemory("png"), compareMemory("jpg")};
 }
 
-std::vector<Comparison> panoramaRoad()
+std::vector<Comparison> panoramaBenchmarks()
 {
     constexpr double target = 1.7;
     return {compareReading("png", target),

@@ -1,16 +1,16 @@
 /// @file
-/// The pose of a trajectory at a time: beside an ordered map, beside the interpolation alone, and, where it
-/// is built in, beside tf2.
+/// The pose of a trajectory at a time: against an ordered map, against the interpolation alone, and, where it
+/// is built in, against tf2.
 
-#include "Roads.h"
+#include "Benchmarks.h"
 #include "bench/workload/Walk.h"
 #include "tests/support/MapPoseFunction.h"
 
 #include <roamscan/trajectory/Trajectory.h>
 #include <roamscan/trajectory/TrajectoryFromNodes.h>
 
-#ifdef ROAMSCAN_BENCH_PEERS
-#include "peers/Tf2Buffer.h"
+#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
+#include "baselines/Tf2Buffer.h"
 #endif
 
 #include <algorithm>
@@ -46,9 +46,9 @@ std::size_t queryCount(Case which, bool ascending)
 }
 
 // The same poses in every form that is measured.
-struct Subjects
+struct Inputs
 {
-    explicit Subjects(Case which) : walk(makeWalk(which.poses, which.spacing))
+    explicit Inputs(Case which) : walk(makeWalk(which.poses, which.spacing))
     {
         support::MapPoseFunction plain;
         for (std::size_t i = 0; i < walk.times.size(); ++i) {
@@ -80,7 +80,7 @@ struct Subjects
         }
     }
 
-#ifdef ROAMSCAN_BENCH_PEERS
+#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
     void makeTf2() const
     {
         if (!tf2) {
@@ -103,16 +103,16 @@ struct Subjects
 };
 
 // Only those of one case are kept at a time; the comparisons come case by case.
-Subjects const& subjectsOf(Case which)
+Inputs const& inputsOf(Case which)
 {
     static Case current{};
-    static std::unique_ptr<Subjects> subjects;
-    if (!subjects || !(current == which)) {
-        subjects.reset();
-        subjects = std::make_unique<Subjects>(which);
+    static std::unique_ptr<Inputs> inputs;
+    if (!inputs || !(current == which)) {
+        inputs.reset();
+        inputs = std::make_unique<Inputs>(which);
         current = which;
     }
-    return *subjects;
+    return *inputs;
 }
 
 void askEach(benchmark::State& state, auto const& queries, auto const& answer)
@@ -126,31 +126,31 @@ void askEach(benchmark::State& state, auto const& queries, auto const& answer)
     }
 }
 
-#ifdef ROAMSCAN_BENCH_PEERS
+#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
 // A part of the times is enough of what takes so long.
-Reference tf2Reference(Case which, bool ascending, std::string const& name)
+Baseline tf2Baseline(Case which, bool ascending, std::string const& name)
 {
     constexpr std::size_t lookups = 100'000;
     auto const body = [which, ascending](benchmark::State& state) {
-        auto const& subjects = subjectsOf(which);
-        subjects.makeTf2();
-        auto const& all = ascending ? subjects.ascending.times : subjects.random.times;
+        auto const& inputs = inputsOf(which);
+        inputs.makeTf2();
+        auto const& all = ascending ? inputs.ascending.times : inputs.random.times;
         std::vector<double> times;
         for (std::size_t i = 0; i < lookups; ++i) {
             times.push_back(all[i * (all.size() / lookups)]);
         }
-        askEach(state, times, [&tf2 = *subjects.tf2](double time) { return tf2.sample(time); });
+        askEach(state, times, [&tf2 = *inputs.tf2](double time) { return tf2.sample(time); });
     };
-    Reference reference{timedLoop("tf2 lookup", name + "/tf2", {static_cast<double>(lookups)}, body)};
-    reference.isPeer = true;
-    return reference;
+    Baseline baseline{timedLoop("tf2 lookup", name + "/tf2", {static_cast<double>(lookups)}, body)};
+    baseline.isOtherLibrary = true;
+    return baseline;
 }
 #endif
 
 Comparison compareSampling(Case which, bool ascending)
 {
-    auto const queriesOf = [ascending](Subjects const& subjects) -> Queries const& {
-        return ascending ? subjects.ascending : subjects.random;
+    auto const queriesOf = [ascending](Inputs const& inputs) -> Queries const& {
+        return ascending ? inputs.ascending : inputs.random;
     };
     std::string const order = ascending ? "ascending" : "random";
     std::string const name = "sample/" + order + "/" + std::to_string(which.poses) + "/" +
@@ -159,43 +159,42 @@ Comparison compareSampling(Case which, bool ascending)
     Workload const work{static_cast<double>(queryCount(which, ascending)), isMillion ? 1 : 4};
 
     auto const ours = [which, queriesOf](benchmark::State& state) {
-        auto const& subjects = subjectsOf(which);
-        askEach(state, queriesOf(subjects).times, [&trajectory = subjects.trajectory](double time) {
+        auto const& inputs = inputsOf(which);
+        askEach(state, queriesOf(inputs).times, [&trajectory = inputs.trajectory](double time) {
             return trajectory.sample(time);
         });
     };
     auto const map = [which, queriesOf](benchmark::State& state) {
-        auto const& subjects = subjectsOf(which);
-        askEach(state, queriesOf(subjects).times, [&function = subjects.map](double time) {
-            return function(time);
-        });
+        auto const& inputs = inputsOf(which);
+        askEach(
+            state, queriesOf(inputs).times, [&function = inputs.map](double time) { return function(time); });
     };
     auto const bare = [which, queriesOf](benchmark::State& state) {
-        auto const& subjects = subjectsOf(which);
-        askEach(state, queriesOf(subjects).neighbours, [&subjects](Queries::Neighbours const& neighbours) {
-            return subjects.interpolated(neighbours);
+        auto const& inputs = inputsOf(which);
+        askEach(state, queriesOf(inputs).neighbours, [&inputs](Queries::Neighbours const& neighbours) {
+            return inputs.interpolated(neighbours);
         });
     };
 
     bool const isEven = which.spacing == Spacing::Even;
-    Reference mapReference{timedLoop("std::map", name + "/map", work, map)};
-    Reference bareReference{timedLoop("bare interpolate", name + "/interpolate", work, bare),
-                            Ratio::TimesTheTime};
+    Baseline mapBaseline{timedLoop("std::map", name + "/map", work, map)};
+    Baseline bareBaseline{timedLoop("bare interpolate", name + "/interpolate", work, bare),
+                          Ratio::TimesTheTime};
     if (!ascending && isMillion && isEven) {
-        mapReference.target = 2.5;
+        mapBaseline.target = 2.5;
     }
     if (ascending && which.poses == 20'000) {
-        bareReference.target = 1.3;
+        bareBaseline.target = 1.3;
     }
     Comparison comparison{"One pose of a trajectory at a time",
                           order + " times, " + withCommas(which.poses) + " poses, " + nameOf(which.spacing),
                           nanoseconds,
                           repetitions,
                           timedLoop("sample", name + "/trajectory", work, ours),
-                          {std::move(mapReference), std::move(bareReference)}};
-#ifdef ROAMSCAN_BENCH_PEERS
+                          {std::move(mapBaseline), std::move(bareBaseline)}};
+#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
     if (isEven) {
-        comparison.references.push_back(tf2Reference(which, ascending, name));
+        comparison.baselines.push_back(tf2Baseline(which, ascending, name));
     }
 #endif
     return comparison;
@@ -203,7 +202,7 @@ Comparison compareSampling(Case which, bool ascending)
 
 } // namespace
 
-std::vector<Comparison> poseSamplingRoad()
+std::vector<Comparison> poseSamplingBenchmarks()
 {
     std::vector<Comparison> comparisons;
     for (std::size_t const poses : {1'000U, 20'000U, 1'000'000U}) {

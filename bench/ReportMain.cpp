@@ -1,7 +1,7 @@
 /// @file
-/// Measures each figure and what it stands beside in one run, and shows their ratios.
+/// Measures each figure and its baselines in one run, and shows their ratios.
 
-#include "Roads.h"
+#include "Benchmarks.h"
 #include "report/JsonReport.h"
 #include "report/Measurement.h"
 #include "report/TextReport.h"
@@ -22,26 +22,26 @@ namespace
 struct Settings
 {
     std::string jsonPath; // empty: none
-    std::string filter;   // of "road: figure"; empty: all
-    bool peers = false;
+    std::string filter;   // of "group: figure"; empty: all
+    bool otherLibraries = false;
 };
 
-#ifdef ROAMSCAN_BENCH_PEERS
-constexpr bool hasPeers = true;
+#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
+constexpr bool hasOtherLibraries = true;
 #else
-constexpr bool hasPeers = false;
+constexpr bool hasOtherLibraries = false;
 #endif
 
 std::vector<bench::Comparison> chosen(Settings const& settings)
 {
     std::regex const filter(settings.filter, std::regex::icase);
-    auto comparisons = bench::allRoads();
+    auto comparisons = bench::allBenchmarks();
     std::erase_if(comparisons, [&filter](bench::Comparison const& comparison) {
-        return !std::regex_search(comparison.road + ": " + comparison.figure, filter);
+        return !std::regex_search(comparison.group + ": " + comparison.figure, filter);
     });
     for (auto& comparison : comparisons) {
-        std::erase_if(comparison.references, [&settings](bench::Reference const& reference) {
-            return reference.isPeer && !settings.peers;
+        std::erase_if(comparison.baselines, [&settings](bench::Baseline const& baseline) {
+            return baseline.isOtherLibrary && !settings.otherLibraries;
         });
     }
     if (comparisons.empty()) {
@@ -58,7 +58,7 @@ std::vector<bench::Result> measureAll(std::vector<bench::Comparison> const& comp
                      "[%zu/%zu] %s: %s\n",
                      results.size() + 1,
                      comparisons.size(),
-                     comparison.road.c_str(),
+                     comparison.group.c_str(),
                      comparison.figure.c_str());
         results.push_back(bench::measure(comparison));
     }
@@ -120,15 +120,16 @@ void run(Settings const& settings)
 
 int main(int argc, char** argv)
 {
-    CLI::App app("Measures this library beside references in one run.");
+    CLI::App app("Measures this library against baselines in one run.");
     Settings settings;
     app.add_option("--json", settings.jsonPath, "also write all numbers to this file");
     app.add_option(
-        "--filter", settings.filter, "only the figures whose 'road: figure' matches this expression");
-    auto* const peers = app.add_flag("--peers", settings.peers, "also beside the libraries of others");
-    if (!hasPeers) {
-        peers->check([](std::string const&) {
-            return "they are not built in; configure with ROAMSCAN_BUILD_BENCH_PEERS=ON";
+        "--filter", settings.filter, "only the figures whose 'group: figure' matches this expression");
+    auto* const otherLibraries =
+        app.add_flag("--other-libraries", settings.otherLibraries, "also against other libraries");
+    if (!hasOtherLibraries) {
+        otherLibraries->check([](std::string const&) {
+            return "other libraries are not built in; configure with ROAMSCAN_BUILD_BENCH_OTHER_LIBRARIES=ON";
         });
     }
     CLI11_PARSE(app, argc, argv);

@@ -1,7 +1,7 @@
 /// @file
-/// Scan points into the world: beside the arithmetic alone, written down without the interface.
+/// Scan points into the world: against the arithmetic alone, written down without the interface.
 
-#include "Roads.h"
+#include "Benchmarks.h"
 #include "bench/workload/Walk.h"
 
 #include <roamscan/geometry/RoamscanDataAdapter.h>
@@ -79,9 +79,9 @@ Bv_1_1::Vec3d<float> moved(Scan const& scan, std::size_t index, Trajectory const
     return {static_cast<float>(global.x()), static_cast<float>(global.y()), static_cast<float>(global.z())};
 }
 
-struct Subjects
+struct Inputs
 {
-    Subjects()
+    Inputs()
         : trajectory(oV::Roamscan::buildTrajectoryFromTrajectoryNodes(makeNodes(poseCount, Spacing::Even))),
           scan(trajectory.getStartTime().get(), trajectory.getStopTime().get())
     {
@@ -98,15 +98,15 @@ struct Subjects
     Scan scan;
 };
 
-Subjects& subjects()
+Inputs& inputs()
 {
-    static Subjects all;
+    static Inputs all;
     return all;
 }
 
 void throughInterface(benchmark::State& state)
 {
-    auto& [trajectory, scan] = subjects();
+    auto& [trajectory, scan] = inputs();
     for ([[maybe_unused]] auto _ : state) {
         for (int line = 0; line < lineCount; ++line) {
             for (int column = 0; column < pointsPerLine; ++column) {
@@ -120,7 +120,7 @@ void throughInterface(benchmark::State& state)
 
 void byArithmeticAlone(benchmark::State& state)
 {
-    auto const& [trajectory, scan] = subjects();
+    auto const& [trajectory, scan] = inputs();
     for ([[maybe_unused]] auto _ : state) {
         for (std::size_t i = 0; i < scan.points().size(); ++i) {
             auto const position = moved(scan, i, trajectory);
@@ -132,7 +132,7 @@ void byArithmeticAlone(benchmark::State& state)
 
 } // namespace
 
-std::vector<Comparison> scanPointRoad()
+std::vector<Comparison> scanPointBenchmarks()
 {
     constexpr std::size_t pointCount = std::size_t{pointsPerLine} * lineCount;
     Workload const points{static_cast<double>(pointCount)};
@@ -141,8 +141,8 @@ std::vector<Comparison> scanPointRoad()
              megapointsPerSecond,
              repetitions,
              timedLoop("getGlobalScanPt", "points/interface", points, throughInterface),
-             {Reference{timedLoop("arithmetic alone", "points/arithmetic", points, byArithmeticAlone),
-                        Ratio::TimesTheTime}}}};
+             {Baseline{timedLoop("arithmetic alone", "points/arithmetic", points, byArithmeticAlone),
+                       Ratio::TimesTheTime}}}};
 }
 
 } // namespace bench

@@ -1,7 +1,7 @@
 /// @file
 /// Operations on a whole sensor store: the view by time, moving in time, rotating by poses, merging.
 
-#include "Roads.h"
+#include "Benchmarks.h"
 #include "bench/workload/ProcessMemory.h"
 #include "bench/workload/SensorArrays.h"
 #include "bench/workload/Walk.h"
@@ -29,10 +29,10 @@ using oV::Roamscan::TimeConversion::convertToIntegerTime;
 using oV::Roamscan::TimeConversion::convertToSeconds;
 
 constexpr int repetitions = 7;
-constexpr char const* road = "Operations on a sensor store";
+constexpr char const* group = "Operations on a sensor store";
 
 // Times `act` on what `prepare` makes anew each time, without the making and without what comes after.
-Contestant timedOn(std::string label, std::string const& name, double items, auto prepare, auto act)
+Subject timedOn(std::string label, std::string const& name, double items, auto prepare, auto act)
 {
     return timedByHand(
         std::move(label), "sensors/" + name, Workload{items}, [prepare, act](benchmark::State& state) {
@@ -109,7 +109,7 @@ bool shiftByLookup(SensorData& store)
 Comparison compareView()
 {
     constexpr double items = 300'000;
-    return {road,
+    return {group,
             "createTimedData, per sample",
             nanoseconds,
             repetitions,
@@ -118,13 +118,13 @@ Comparison compareView()
                     items,
                     copyOfTwoSensors,
                     [](SensorData const& store) { return store.createTimedData(); }),
-            {Reference{timedOn("insertion by key", "view/lookup", items, copyOfTwoSensors, viewByLookup)}}};
+            {Baseline{timedOn("insertion by key", "view/lookup", items, copyOfTwoSensors, viewByLookup)}}};
 }
 
 Comparison compareShift()
 {
     constexpr double items = 300'000;
-    return {road,
+    return {group,
             "modifyTime, per sample",
             nanoseconds,
             repetitions,
@@ -136,7 +136,7 @@ Comparison compareShift()
                         store.modifyTime([](int64 time) { return time + shift; });
                         return true;
                     }),
-            {Reference{timedOn("insertion by key", "shift/lookup", items, copyOfTwoSensors, shiftByLookup)}}};
+            {Baseline{timedOn("insertion by key", "shift/lookup", items, copyOfTwoSensors, shiftByLookup)}}};
 }
 
 // Rotating: as many equal range sensors as asked for, of 2,000,000 points in all.
@@ -171,13 +171,13 @@ Comparison compareRotation(int sensors)
                 return true;
             });
     };
-    Reference onOne{onCores(1)};
+    Baseline onOne{onCores(1)};
     if (sensors == 8) {
         onOne.target = 1.6;
     }
     std::string const figure =
         "applyPoses, " + std::to_string(sensors) + (sensors == 1 ? " sensor" : " equal sensors");
-    return {road, figure, milliseconds, repetitions, onCores(2), {std::move(onOne)}};
+    return {group, figure, milliseconds, repetitions, onCores(2), {std::move(onOne)}};
 }
 
 // Merging: a million samples in all, in pairs of recordings of a given length, so that every length finds its
@@ -208,7 +208,7 @@ std::unique_ptr<Recordings> recordings(std::size_t samples, int64 offset, int64 
     return made;
 }
 
-Contestant merging(std::size_t samples, bool following)
+Subject merging(std::size_t samples, bool following)
 {
     int64 const step = 10;
     int64 const offset = following ? static_cast<int64>(samples) * step : 5;
@@ -227,18 +227,18 @@ Contestant merging(std::size_t samples, bool following)
 
 Comparison compareMerging(bool following)
 {
-    return {road,
+    return {group,
             std::string("operator+= of ") + (following ? "a following" : "an interleaved") +
                 " recording, per sample",
             nanoseconds,
             repetitions,
             merging(1'000'000, following),
-            {Reference{merging(10'000, following), Ratio::TimesTheTime}}};
+            {Baseline{merging(10'000, following), Ratio::TimesTheTime}}};
 }
 
 } // namespace
 
-std::vector<Comparison> sensorOperationsRoad()
+std::vector<Comparison> sensorOperationsBenchmarks()
 {
     return {compareView(),
             compareShift(),

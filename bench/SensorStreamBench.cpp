@@ -1,12 +1,12 @@
 /// @file
-/// Writing and reading a sensor stream: beside FlatBuffers' tree of objects, beside copying the bytes, and
-/// beside making the same store from arrays; in time, and in memory at the peak.
+/// Writing and reading a sensor stream: against FlatBuffers' tree of objects, against copying the bytes, and
+/// making the same store from arrays; in time, and in memory at the peak.
 
-#include "Roads.h"
+#include "Benchmarks.h"
+#include "baselines/SensorObjectTree.h"
 #include "bench/workload/MemoryStream.h"
 #include "bench/workload/ProcessMemory.h"
 #include "bench/workload/SensorArrays.h"
-#include "peers/SensorObjectTree.h"
 
 #include <roamscan/sensors/SensorData.h>
 
@@ -26,7 +26,7 @@ using oV::Roamscan::SensorData;
 
 constexpr int repetitions = 7;
 constexpr std::size_t roomForSensors = 200'000'000;
-constexpr char const* road = "A sensor stream of 900,000 samples";
+constexpr char const* group = "A sensor stream of 900,000 samples";
 
 void require(bool holds)
 {
@@ -56,9 +56,9 @@ auto const ownReader = [](std::istream& stream) { return SensorData::read(stream
 auto const ownWriter = [](SensorData const& store, std::ostream& stream) { return store.write(stream); };
 
 // The samples in all their forms.
-struct Subjects
+struct Inputs
 {
-    Subjects() : arrays(recordedArrays()), store(storeFromArrays(arrays)), memory(roomForSensors)
+    Inputs() : arrays(recordedArrays()), store(storeFromArrays(arrays)), memory(roomForSensors)
     {
         size = write(store, memory, writeSensorsThroughObjectTree);
         std::vector<char> const theirs(memory.begin(), memory.begin() + static_cast<std::ptrdiff_t>(size));
@@ -78,21 +78,21 @@ struct Subjects
     std::size_t size = 0;
 };
 
-Subjects& subjects()
+Inputs& inputs()
 {
-    static Subjects all;
+    static Inputs all;
     return all;
 }
 
-Contestant timed(std::string label, std::string const& name, auto make)
+Subject timed(std::string label, std::string const& name, auto make)
 {
     return timedByHand(std::move(label), "sensors/" + name, Workload{1.0}, [make](benchmark::State& state) {
-        auto& all = subjects();
+        auto& all = inputs();
         timeEach(state, [&all, make] { return make(all); });
     });
 }
 
-auto const copyBytes = [](Subjects& all) {
+auto const copyBytes = [](Inputs& all) {
     std::vector<char> copy(all.size);
     std::memcpy(copy.data(), all.memory.data(), all.size);
     return copy;
@@ -101,46 +101,45 @@ auto const copyBytes = [](Subjects& all) {
 Comparison compareWriting()
 {
     return {
-        road,
+        group,
         "writing",
         milliseconds,
         repetitions,
-        timed("write", "write/store", [](Subjects& all) { return write(all.store, all.memory, ownWriter); }),
-        {Reference{
+        timed("write", "write/store", [](Inputs& all) { return write(all.store, all.memory, ownWriter); }),
+        {Baseline{
              timed("object tree",
                    "write/tree",
-                   [](Subjects& all) { return write(all.store, all.memory, writeSensorsThroughObjectTree); }),
+                   [](Inputs& all) { return write(all.store, all.memory, writeSensorsThroughObjectTree); }),
              Ratio::TimesAsFast,
              2.5},
-         Reference{timed("memcpy of the bytes", "write/memcpy", copyBytes), Ratio::TimesTheTime}}};
+         Baseline{timed("memcpy of the bytes", "write/memcpy", copyBytes), Ratio::TimesTheTime}}};
 }
 
 Comparison compareReading()
 {
-    return {road,
+    return {group,
             "reading",
             milliseconds,
             repetitions,
-            timed("read", "read/store", [](Subjects& all) { return read(all.memory, ownReader); }),
-            {Reference{timed("object tree",
-                             "read/tree",
-                             [](Subjects& all) { return read(all.memory, readSensorsThroughObjectTree); }),
-                       Ratio::TimesAsFast,
-                       2.5},
-             Reference{timed("from arrays",
-                             "read/arrays",
-                             [](Subjects& all) {
-                                 return std::make_shared<SensorData>(storeFromArrays(all.arrays));
-                             }),
-                       Ratio::TimesTheTime,
-                       1.3},
-             Reference{timed("memcpy of the bytes", "read/memcpy", copyBytes), Ratio::TimesTheTime}}};
+            timed("read", "read/store", [](Inputs& all) { return read(all.memory, ownReader); }),
+            {Baseline{timed("object tree",
+                            "read/tree",
+                            [](Inputs& all) { return read(all.memory, readSensorsThroughObjectTree); }),
+                      Ratio::TimesAsFast,
+                      2.5},
+             Baseline{
+                 timed("from arrays",
+                       "read/arrays",
+                       [](Inputs& all) { return std::make_shared<SensorData>(storeFromArrays(all.arrays)); }),
+                 Ratio::TimesTheTime,
+                 1.3},
+             Baseline{timed("memcpy of the bytes", "read/memcpy", copyBytes), Ratio::TimesTheTime}}};
 }
 
 // Memory, each in a child process of its own
 
 // How much the peak rises while `work` runs behind what `prepare` made.
-Contestant peak(std::string label, auto prepare, auto work)
+Subject peak(std::string label, auto prepare, auto work)
 {
     auto const measure = [prepare, work] {
         auto prepared = prepare();
@@ -170,7 +169,7 @@ struct Frame
     double size = 0;
 };
 
-Contestant peakOfReading(std::string label, auto reader)
+Subject peakOfReading(std::string label, auto reader)
 {
     return peak(
         std::move(label),
@@ -181,7 +180,7 @@ Contestant peakOfReading(std::string label, auto reader)
         });
 }
 
-Contestant peakOfWriting(std::string label, auto writer)
+Subject peakOfWriting(std::string label, auto writer)
 {
     struct StoreAndRoom
     {
@@ -197,7 +196,7 @@ Contestant peakOfWriting(std::string label, auto writer)
         });
 }
 
-Contestant bufferAndStore()
+Subject bufferAndStore()
 {
     struct FrameAndArrays
     {
@@ -215,24 +214,24 @@ Contestant bufferAndStore()
 
 } // namespace
 
-std::vector<Comparison> sensorMemoryRoad()
+std::vector<Comparison> sensorMemoryBenchmarks()
 {
     return {{"Peak memory of a sensor stream of 900,000 samples",
              "writing",
              megabytes,
              1,
              peakOfWriting("write", ownWriter),
-             {Reference{peakOfWriting("object tree", writeSensorsThroughObjectTree), Ratio::TimesTheMemory}}},
+             {Baseline{peakOfWriting("object tree", writeSensorsThroughObjectTree), Ratio::TimesTheMemory}}},
             {"Peak memory of a sensor stream of 900,000 samples",
              "reading",
              megabytes,
              1,
              peakOfReading("read", ownReader),
-             {Reference{peakOfReading("object tree", readSensorsThroughObjectTree), Ratio::TimesTheMemory},
-              Reference{bufferAndStore(), Ratio::TimesTheMemory, 1.2}}}};
+             {Baseline{peakOfReading("object tree", readSensorsThroughObjectTree), Ratio::TimesTheMemory},
+              Baseline{bufferAndStore(), Ratio::TimesTheMemory, 1.2}}}};
 }
 
-std::vector<Comparison> sensorStreamRoad()
+std::vector<Comparison> sensorStreamBenchmarks()
 {
     return {compareWriting(), compareReading()};
 }

@@ -1,13 +1,13 @@
 /// @file
-/// The most memory that writing and reading a trajectory stream take, beside FlatBuffers' tree of objects.
+/// The most memory that writing and reading a trajectory stream take, against FlatBuffers' tree of objects.
 /// Each is measured in a child process of its own.
 
-#include "Roads.h"
+#include "Benchmarks.h"
+#include "baselines/ObjectTreeStream.h"
 #include "bench/workload/MemoryStream.h"
 #include "bench/workload/ProcessMemory.h"
 #include "bench/workload/RecordedStore.h"
 #include "bench/workload/Walk.h"
-#include "peers/ObjectTreeStream.h"
 
 #include <roamscan/trajectorydata/TrajectoryData.h>
 
@@ -41,7 +41,7 @@ void touch(std::span<char> memory)
 }
 
 // How much the peak rises, in a child process that has only what is needed.
-Contestant peakOfWriting(std::string label, auto write)
+Subject peakOfWriting(std::string label, auto write)
 {
     auto const measure = [write] {
         TrajectoryData const store = recordedStore();
@@ -56,7 +56,7 @@ Contestant peakOfWriting(std::string label, auto write)
     return {std::move(label), [measure] { return inChild(measure); }};
 }
 
-Contestant peakOfReading(std::string label, auto read)
+Subject peakOfReading(std::string label, auto read)
 {
     auto const measure = [read] {
         SharedMemory const memory(roomForFrame);
@@ -78,7 +78,7 @@ Contestant peakOfReading(std::string label, auto read)
     return {std::move(label), [measure] { return inChild(measure); }};
 }
 
-Comparison compareMemory(std::string const& what, Contestant ours, Contestant tree)
+Comparison compareMemory(std::string const& what, Subject ours, Subject tree)
 {
     constexpr double target = 0.65;
     return {"Peak memory of a trajectory stream",
@@ -86,12 +86,12 @@ Comparison compareMemory(std::string const& what, Contestant ours, Contestant tr
             megabytes,
             1,
             std::move(ours),
-            {Reference{std::move(tree), Ratio::TimesTheMemory, target}}};
+            {Baseline{std::move(tree), Ratio::TimesTheMemory, target}}};
 }
 
 } // namespace
 
-std::vector<Comparison> streamMemoryRoad()
+std::vector<Comparison> streamMemoryBenchmarks()
 {
     auto const write = [](TrajectoryData const& store, std::ostream& stream) { return store.write(stream); };
     auto const read = [](TrajectoryData& store, std::istream& stream) {

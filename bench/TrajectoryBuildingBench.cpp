@@ -1,7 +1,7 @@
 /// @file
-/// From nodes to a trajectory, and copying one: beside inserting the same poses into an ordered map.
+/// From nodes to a trajectory, and copying one: against inserting the same poses into an ordered map.
 
-#include "Roads.h"
+#include "Benchmarks.h"
 #include "bench/workload/Walk.h"
 #include "tests/support/MapPoseFunction.h"
 
@@ -91,7 +91,7 @@ Comparison compareBuilding(Order order, std::string const& orderName)
     };
     std::string const name = "build/" + orderName.substr(orderName.rfind(' ') + 1);
     Workload const one{1.0};
-    Reference plain{timedByHand("std::map", name + "/map", one, builder(buildPlainly))};
+    Baseline plain{timedByHand("std::map", name + "/map", one, builder(buildPlainly))};
     if (order == Order::InOrder) {
         plain.target = 5.0;
     }
@@ -121,12 +121,12 @@ Comparison compareCopying()
             milliseconds,
             repetitions,
             timedByHand("copy", "copy/trajectory", one, copier(build)),
-            {Reference{timedByHand("std::map", "copy/map", one, copier(buildPlainly))}}};
+            {Baseline{timedByHand("std::map", "copy/map", one, copier(buildPlainly))}}};
 }
 
 } // namespace
 
-std::vector<Comparison> trajectoryBuildingRoad()
+std::vector<Comparison> trajectoryBuildingBenchmarks()
 {
     return {compareBuilding(Order::InOrder, "in order"),
             compareCopying(),

@@ -1,11 +1,11 @@
 /// @file
-/// Writing and reading a trajectory stream, beside FlatBuffers' tree of objects.
+/// Writing and reading a trajectory stream, against FlatBuffers' tree of objects.
 
-#include "Roads.h"
+#include "Benchmarks.h"
+#include "baselines/ObjectTreeStream.h"
 #include "bench/workload/MemoryStream.h"
 #include "bench/workload/RecordedStore.h"
 #include "bench/workload/Walk.h"
-#include "peers/ObjectTreeStream.h"
 
 #include <roamscan/trajectorydata/TrajectoryData.h>
 
@@ -41,9 +41,9 @@ bool readStore(TrajectoryData& store, std::istream& stream)
 }
 
 // The store, and memory with its frame in it.
-struct Subjects
+struct Inputs
 {
-    Subjects() : store(recordedStore()), memory(roomForFrame)
+    Inputs() : store(recordedStore()), memory(roomForFrame)
     {
         std::size_t const size = frameOf(writeThroughObjectTree);
         std::vector<char> const theirs(memory.begin(), memory.begin() + static_cast<std::ptrdiff_t>(size));
@@ -87,16 +87,16 @@ struct Subjects
     std::vector<char> memory;
 };
 
-Subjects& subjects()
+Inputs& inputs()
 {
-    static Subjects all;
+    static Inputs all;
     return all;
 }
 
 auto writing(auto write)
 {
     return [write](benchmark::State& state) {
-        auto& all = subjects();
+        auto& all = inputs();
         timeEach(state, [&all, write] { return all.frameOf(write); });
     };
 }
@@ -104,7 +104,7 @@ auto writing(auto write)
 auto reading(auto read)
 {
     return [read](benchmark::State& state) {
-        auto& all = subjects();
+        auto& all = inputs();
         timeEach(state, [&all, read] { return all.contentsOfFrame(read); });
     };
 }
@@ -120,19 +120,19 @@ double bytesPerNode()
     return static_cast<double>(stream.str().size()) / few;
 }
 
-Comparison compareStream(std::string const& what, Contestant ours, Contestant tree)
+Comparison compareStream(std::string const& what, Subject ours, Subject tree)
 {
     return {"A trajectory stream",
             what + " " + withCommas(recordedNodes) + " nodes",
             megabytesPerSecond,
             repetitions,
             std::move(ours),
-            {Reference{std::move(tree), Ratio::TimesAsFast, 2.0}}};
+            {Baseline{std::move(tree), Ratio::TimesAsFast, 2.0}}};
 }
 
 } // namespace
 
-std::vector<Comparison> trajectoryStreamRoad()
+std::vector<Comparison> trajectoryStreamBenchmarks()
 {
     Workload const frame{bytesPerNode() * recordedNodes};
     return {compareStream("writing",

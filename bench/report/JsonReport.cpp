@@ -38,15 +38,15 @@ char const* nameOf(Ratio ratio)
     return "times the memory";
 }
 
-Json toJson(ReferenceResult const& reference, Unit const& unit)
+Json toJson(BaselineResult const& baseline, Unit const& unit)
 {
-    Json json = toJson(reference.label, unit, reference.costs);
-    json["ratio"] = toJson(reference.ratios);
-    json["ratio"]["kind"] = nameOf(reference.ratio);
-    if (reference.target) {
-        json["target"] = {{"bound", reference.ratio == Ratio::TimesAsFast ? "at least" : "at most"},
-                          {"value", *reference.target},
-                          {"met", *reference.meetsTarget()}};
+    Json json = toJson(baseline.label, unit, baseline.costs);
+    json["ratio"] = toJson(baseline.ratios);
+    json["ratio"]["kind"] = nameOf(baseline.ratio);
+    if (baseline.target) {
+        json["target"] = {{"bound", baseline.ratio == Ratio::TimesAsFast ? "at least" : "at most"},
+                          {"value", *baseline.target},
+                          {"met", *baseline.meetsTarget()}};
     }
     return json;
 }
@@ -81,12 +81,12 @@ std::string jsonReport(std::vector<Result> const& results)
 {
     Json figures = Json::array();
     for (Result const& result : results) {
-        Json figure{{"road", result.road},
+        Json figure{{"group", result.group},
                     {"figure", result.figure},
                     {"ours", toJson(result.label, result.unit, result.costs)},
-                    {"references", Json::array()}};
-        for (ReferenceResult const& reference : result.references) {
-            figure["references"].push_back(toJson(reference, result.unit));
+                    {"baselines", Json::array()}};
+        for (BaselineResult const& baseline : result.baselines) {
+            figure["baselines"].push_back(toJson(baseline, result.unit));
         }
         figures.push_back(std::move(figure));
     }

@@ -23,7 +23,7 @@ double Series::largest() const
     return *std::max_element(values.begin(), values.end());
 }
 
-std::optional<bool> ReferenceResult::meetsTarget() const
+std::optional<bool> BaselineResult::meetsTarget() const
 {
     if (!target) {
         return std::nullopt;
@@ -33,19 +33,19 @@ std::optional<bool> ReferenceResult::meetsTarget() const
 
 Result measure(Comparison const& comparison)
 {
-    Result result{comparison.road, comparison.figure, comparison.unit, comparison.ours.label, {}, {}};
-    for (Reference const& reference : comparison.references) {
-        result.references.push_back({reference.contestant.label, reference.ratio, reference.target, {}, {}});
+    Result result{comparison.group, comparison.figure, comparison.unit, comparison.ours.label, {}, {}};
+    for (Baseline const& baseline : comparison.baselines) {
+        result.baselines.push_back({baseline.subject.label, baseline.ratio, baseline.target, {}, {}});
     }
     for (int i = 0; i < comparison.repetitions; ++i) {
         double const ours = comparison.ours.measure();
         result.costs.values.push_back(ours);
-        for (std::size_t k = 0; k < comparison.references.size(); ++k) {
-            double const theirs = comparison.references[k].contestant.measure();
-            auto& reference = result.references[k];
-            reference.costs.values.push_back(theirs);
-            reference.ratios.values.push_back(reference.ratio == Ratio::TimesAsFast ? theirs / ours
-                                                                                    : ours / theirs);
+        for (std::size_t k = 0; k < comparison.baselines.size(); ++k) {
+            double const theirs = comparison.baselines[k].subject.measure();
+            auto& baseline = result.baselines[k];
+            baseline.costs.values.push_back(theirs);
+            baseline.ratios.values.push_back(baseline.ratio == Ratio::TimesAsFast ? theirs / ours
+                                                                                  : ours / theirs);
         }
     }
     return result;

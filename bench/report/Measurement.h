@@ -19,7 +19,7 @@ struct Series
     [[nodiscard]] double largest() const;
 };
 
-struct ReferenceResult
+struct BaselineResult
 {
     std::string label;
     Ratio ratio;
@@ -27,21 +27,21 @@ struct ReferenceResult
     Series costs;
     Series ratios; ///< Each of one cost of ours and the one of theirs measured right behind it.
 
-    /// Whether the median meets the target; nothing without one.
+    /// Whether the median meets the target; empty without one.
     [[nodiscard]] std::optional<bool> meetsTarget() const;
 };
 
 struct Result
 {
-    std::string road;
+    std::string group;
     std::string figure;
     Unit unit;
     std::string label;
     Series costs;
-    std::vector<ReferenceResult> references;
+    std::vector<BaselineResult> baselines;
 };
 
-/// Measures ours and each reference in turn, as often as the comparison wants, so that what else the machine
+/// Measures ours and each baseline in turn, as often as the comparison wants, so that what else the machine
 /// does hits all alike.
 [[nodiscard]] Result measure(Comparison const& comparison);
 

@@ -43,14 +43,14 @@ std::string meaning(Ratio ratio)
     return "x the memory";
 }
 
-std::string targetText(ReferenceResult const& reference)
+std::string targetText(BaselineResult const& baseline)
 {
-    if (!reference.target) {
+    if (!baseline.target) {
         return "";
     }
-    std::string const bound = reference.ratio == Ratio::TimesAsFast ? ">= " : "<= ";
-    return "target " + bound + numberText(*reference.target) + "x" +
-           (*reference.meetsTarget() ? ", met" : ", MISSED");
+    std::string const bound = baseline.ratio == Ratio::TimesAsFast ? ">= " : "<= ";
+    return "target " + bound + numberText(*baseline.target) + "x" +
+           (*baseline.meetsTarget() ? ", met" : ", MISSED");
 }
 
 std::string quantity(Unit const& unit, Series const& costs)
@@ -65,21 +65,21 @@ std::string rangeText(Series const& ratios)
     return text;
 }
 
-std::string row(Result const& result, ReferenceResult const& reference, bool isFirst)
+std::string row(Result const& result, BaselineResult const& baseline, bool isFirst)
 {
     std::string line = left("", 2) + left(isFirst ? result.figure : "", 45) +
                        left(isFirst ? quantity(result.unit, result.costs) : "", 17) +
-                       left(reference.label, 21) + left(quantity(result.unit, reference.costs), 15) +
-                       right(numberText(reference.ratios.median()), 6) + left(meaning(reference.ratio), 13) +
-                       left(rangeText(reference.ratios), 16) + targetText(reference);
+                       left(baseline.label, 21) + left(quantity(result.unit, baseline.costs), 15) +
+                       right(numberText(baseline.ratios.median()), 6) + left(meaning(baseline.ratio), 13) +
+                       left(rangeText(baseline.ratios), 16) + targetText(baseline);
     line.erase(line.find_last_not_of(' ') + 1);
     return line + "\n";
 }
 
-std::string heading(std::string const& road)
+std::string heading(std::string const& group)
 {
-    return left("", 47) + left("    ours", 17) + left("beside", 21) + left("  theirs", 15) +
-           " ratio: median (range)\n" + road + "\n";
+    return left("", 47) + left("    ours", 17) + left("baseline", 21) + left("  baseline", 15) +
+           " ratio: median (range)\n" + group + "\n";
 }
 
 } // namespace
@@ -87,15 +87,15 @@ std::string heading(std::string const& road)
 std::string textReport(std::vector<Result> const& results)
 {
     std::string text;
-    std::string road;
+    std::string group;
     for (Result const& result : results) {
-        if (result.road != road) {
-            text += road.empty() ? "" : "\n";
-            road = result.road;
-            text += heading(road);
+        if (result.group != group) {
+            text += group.empty() ? "" : "\n";
+            group = result.group;
+            text += heading(group);
         }
-        for (ReferenceResult const& reference : result.references) {
-            text += row(result, reference, &reference == &result.references.front());
+        for (BaselineResult const& baseline : result.baselines) {
+            text += row(result, baseline, &baseline == &result.baselines.front());
         }
     }
     return text;

@@ -8,7 +8,7 @@
 namespace bench
 {
 
-/// The results as a table for people, road by road.
+/// The results as a table for people, group by group.
 [[nodiscard]] std::string textReport(std::vector<Result> const& results);
 
 } // namespace bench

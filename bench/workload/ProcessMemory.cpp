@@ -32,8 +32,8 @@ namespace
 {
     try {
         double const result = work();
-        bool const told = write(pipeEnd, &result, sizeof result) == static_cast<ssize_t>(sizeof result);
-        _exit(told ? 0 : 1);
+        bool const succeeded = write(pipeEnd, &result, sizeof result) == static_cast<ssize_t>(sizeof result);
+        _exit(succeeded ? 0 : 1);
     } catch (std::exception const& failure) {
         std::fprintf(stderr, "%s\n", failure.what());
     }
@@ -71,11 +71,11 @@ double inChild(std::function<double()> const& work)
     }
     close(ends[1]);
     double result = 0.0;
-    bool const told = read(ends[0], &result, sizeof result) == static_cast<ssize_t>(sizeof result);
+    bool const succeeded = read(ends[0], &result, sizeof result) == static_cast<ssize_t>(sizeof result);
     close(ends[0]);
     int status = 0;
     waitpid(child, &status, 0);
-    if (!told || status != 0) {
+    if (!succeeded || status != 0) {
         throw std::runtime_error("a child process failed");
     }
     return result;

@@ -30,8 +30,8 @@ double inChild(std::function<double()> const& work);
 /// The most memory that this process ever held at once, in bytes. A child starts with what it inherits.
 [[nodiscard]] double peakMemory();
 
-/// Gives the system back what the heap keeps of freed memory, where it can be told to. What is measured next
-/// pays for its memory as it would in a fresh process, whatever ran before.
+/// Gives the system back what the heap keeps of freed memory, where the allocator supports it. What is
+/// measured next pays for its memory as it would in a fresh process, whatever ran before.
 void releaseFreeMemory();
 
 } // namespace bench
