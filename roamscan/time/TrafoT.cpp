@@ -1,5 +1,6 @@
 #include <roamscan/time/TrafoT.h>
 #include <roamscan/time/detail/Compose.h>
+#include <roamscan/time/detail/Interpolate.h>
 #include <roamscan/time/detail/NearestRotation.h>
 #include <roamscan/time/detail/RotateVector.h>
 
@@ -126,24 +127,8 @@ TrafoT<T> TrafoT<T>::inverse() const
 template <typename T>
 TrafoT<T> TrafoT<T>::interpolate(TrafoT const& other, double fraction) const
 {
-    auto const f = static_cast<T>(fraction);
-    T const dot = rotation_.dot(other.rotation_);
-    T const cosine = std::abs(dot);
-
-    T ownWeight = T(1) - f;
-    T otherWeight = f;
-    if (!(cosine >= T(1) - std::numeric_limits<T>::epsilon())) {
-        T const theta = std::acos(cosine);
-        T const k = T(1) / std::sin(theta);
-        ownWeight = std::sin((T(1) - f) * theta) * k;
-        otherWeight = std::sin(f * theta) * k;
-    }
-    if (!(dot >= T(0))) {
-        otherWeight = -otherWeight;
-    }
-    return TrafoT(Vector((other.translation_ - translation_) * f + translation_),
-                  Quaternion(ownWeight * rotation_.coeffs() + otherWeight * other.rotation_.coeffs()),
-                  true);
+    return detail::interpolate(
+        *this, other, detail::Slerp<T>(rotation_, other.rotation_), static_cast<T>(fraction));
 }
 
 template <typename T>

@@ -99,6 +99,8 @@ public:
     [[nodiscard]] SampledTrajectoryRange sampled_over(TimeStamp from, TimeStamp to, Duration step) const;
 
 private:
+    friend class PoseSource;
+
     TimeStamp start_;
     TimeStamp stop_;
     PoseFunction pose_;

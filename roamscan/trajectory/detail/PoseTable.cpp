@@ -38,26 +38,41 @@ PoseTable::PoseTable(std::vector<double> times, std::vector<TrafoT<double>> pose
 
 TrafoT<double> PoseTable::operator()(double seconds) const
 {
-    if (times_.empty()) {
+    switch (reachOf(seconds)) {
+    case Reach::Between: {
+        // A time at a key is interpolated with the fraction 0, so the result is valid() although the stored
+        // pose may not be. Callers rely on it.
+        std::size_t const upper = firstKeyAfter(seconds);
+        std::size_t const lower = upper - 1;
+        double const fraction = (seconds - times_[lower]) / (times_[upper] - times_[lower]);
+        return poses_[lower].interpolate(poses_[upper], fraction);
+    }
+    case Reach::AtLast:
+        return poses_.back(); // as it is stored, flag included
+    case Reach::Empty:
         throwOutOfRange("Cannot query transformation from an empty trajectory");
+    case Reach::BeforeFirst:
+        throwOutOfRange("Time point before the trajectory begin");
+    case Reach::PastLast:
+        break;
+    }
+    throwOutOfRange("Time point past the trajectory end");
+}
+
+PoseTable::Reach PoseTable::reachOf(double seconds) const
+{
+    if (times_.empty()) {
+        return Reach::Empty;
     }
     if (!(seconds >= times_.front())) {
-        throwOutOfRange("Time point before the trajectory begin"); // a NaN too
+        return Reach::BeforeFirst;
     }
-    if (seconds >= times_.back()) {
-        // The tolerance is at this end alone: callers may rely on a time that came out of rounded arithmetic
-        // still meeting the last pose. What is returned is the stored pose, flag included.
-        if (std::round((seconds - times_.back()) * 100000.0) == 0.0) {
-            return poses_.back();
-        }
-        throwOutOfRange("Time point past the trajectory end");
+    if (seconds < times_.back()) {
+        return Reach::Between;
     }
-    std::size_t const upper = firstKeyAfter(seconds);
-    std::size_t const lower = upper - 1;
-    // A time that meets a key takes this road too, with the fraction 0: callers may rely on the result being
-    // valid although the stored pose is not.
-    double const fraction = (seconds - times_[lower]) / (times_[upper] - times_[lower]);
-    return poses_[lower].interpolate(poses_[upper], fraction);
+    // Only this end has a tolerance, so that a time that was rounded on its way still meets the last pose.
+    // Callers rely on it.
+    return std::round((seconds - times_.back()) * 100000.0) == 0.0 ? Reach::AtLast : Reach::PastLast;
 }
 
 // Never decreases with the time, whatever is rounded on the way; so of two times in different cells, the one
@@ -71,7 +86,6 @@ std::size_t PoseTable::cellOf(double seconds) const
     return static_cast<std::size_t>(std::min(position, lastCell_));
 }
 
-// The time lies at or after the first key and before the last one.
 std::size_t PoseTable::firstKeyAfter(double seconds) const
 {
     std::size_t const cell = cellOf(seconds);

@@ -30,11 +30,25 @@ public:
     /// key
     [[nodiscard]] TrafoT<double> operator()(double seconds) const;
 
+    /// Where a time lies among the keys.
+    enum class Reach
+    {
+        Empty,       ///< There is no key.
+        BeforeFirst, ///< Also a NaN time.
+        Between,     ///< At or after the first key and before the last one.
+        AtLast,      ///< At the last key, or up to 5 us past it.
+        PastLast
+    };
+    [[nodiscard]] Reach reachOf(double seconds) const;
+
+    /// The index of the first key after a time that lies between the keys (Reach::Between); at least 1.
+    [[nodiscard]] std::size_t firstKeyAfter(double seconds) const;
+
     [[nodiscard]] std::vector<double> const& times() const { return times_; }
+    [[nodiscard]] std::vector<TrafoT<double>> const& poses() const { return poses_; }
 
 private:
     [[nodiscard]] std::size_t cellOf(double seconds) const;
-    [[nodiscard]] std::size_t firstKeyAfter(double seconds) const;
     [[nodiscard]] bool keysLieNearTheirCells() const;
     void makeGuide();
 

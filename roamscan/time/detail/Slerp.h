@@ -1,0 +1,55 @@
+#pragma once
+
+#include <Eigen/Geometry>
+
+#include <cmath>
+#include <limits>
+
+namespace oV::Roamscan::detail
+{
+
+/// Spherical linear interpolation (slerp) between two rotations along the shorter arc. Made once for the two,
+/// it keeps what does not depend on the fraction: the angle and the inverse of its sine.
+///
+/// The result is not normalised. Nearly equal rotations are interpolated linearly.
+template <typename T>
+class Slerp
+{
+public:
+    using Quaternion = Eigen::Quaternion<T>;
+
+    Slerp(Quaternion const& first, Quaternion const& second)
+    {
+        T const dot = first.dot(second);
+        T const cosine = std::abs(dot);
+        isLongArc_ = !(dot >= T(0));
+        isLinear_ = cosine >= T(1) - std::numeric_limits<T>::epsilon();
+        if (!isLinear_) {
+            angle_ = std::acos(cosine);
+            inverseSine_ = T(1) / std::sin(angle_);
+        }
+    }
+
+    /// The rotation at a fraction from `first` (0) to `second` (1), which are those of the constructor.
+    [[nodiscard]] Quaternion at(T fraction, Quaternion const& first, Quaternion const& second) const
+    {
+        T firstWeight = T(1) - fraction;
+        T secondWeight = fraction;
+        if (!isLinear_) {
+            firstWeight = std::sin((T(1) - fraction) * angle_) * inverseSine_;
+            secondWeight = std::sin(fraction * angle_) * inverseSine_;
+        }
+        if (isLongArc_) {
+            secondWeight = -secondWeight;
+        }
+        return Quaternion(firstWeight * first.coeffs() + secondWeight * second.coeffs());
+    }
+
+private:
+    T angle_ = T(0);
+    T inverseSine_ = T(1);
+    bool isLinear_ = false;
+    bool isLongArc_ = false;
+};
+
+} // namespace oV::Roamscan::detail

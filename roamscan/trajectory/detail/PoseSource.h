@@ -1,0 +1,128 @@
+#pragma once
+
+#include <roamscan/time/detail/Interpolate.h>
+#include <roamscan/time/detail/Slerp.h>
+#include <roamscan/trajectory/Trajectory.h>
+#include <roamscan/trajectory/detail/PoseTable.h>
+
+#include <cstddef>
+#include <limits>
+#include <stdexcept>
+
+namespace oV::Roamscan::detail
+{
+
+/// The outcome of moving to a time.
+enum class PoseState
+{
+    Found,
+    Outside,
+    InGap ///< There is a pose, but it is interpolated across a gap that is too long.
+};
+
+/// Poses of a table at one time after the other. It keeps the interval of the last time, with what the
+/// interpolation needs of its two poses.
+class TablePoses
+{
+public:
+    /// Borrows the table.
+    TablePoses(PoseTable const& table, double longestGap) : table_(table), longestGap_(longestGap) {}
+
+    /// Finds the pose at a time, which pose() then gives. Without effect on pose() unless the state is Found.
+    PoseState moveTo(double seconds)
+    {
+        if (!(seconds >= lowerTime_ && seconds < upperTime_)) {
+            PoseTable::Reach const reach = table_.reachOf(seconds);
+            if (reach == PoseTable::Reach::AtLast) {
+                pose_ = table_.poses().back();
+                return PoseState::Found;
+            }
+            if (reach != PoseTable::Reach::Between) {
+                return PoseState::Outside;
+            }
+            enter(seconds);
+        }
+        if (isGap_ && seconds != lowerTime_) {
+            return PoseState::InGap;
+        }
+        double const fraction = (seconds - lowerTime_) / (upperTime_ - lowerTime_);
+        pose_ = interpolate(*lower_, *upper_, slerp_, fraction);
+        return PoseState::Found;
+    }
+
+    [[nodiscard]] TrafoT<double> const& pose() const { return pose_; }
+
+private:
+    void enter(double seconds)
+    {
+        auto const& times = table_.times();
+        // Ascending times go on to the next interval more often than not.
+        bool const isNext = upper_ != nullptr && seconds >= upperTime_ && upperIndex_ + 1 < times.size() &&
+                            seconds < times[upperIndex_ + 1];
+        upperIndex_ = isNext ? upperIndex_ + 1 : table_.firstKeyAfter(seconds);
+        lowerTime_ = times[upperIndex_ - 1];
+        upperTime_ = times[upperIndex_];
+        lower_ = &table_.poses()[upperIndex_ - 1];
+        upper_ = &table_.poses()[upperIndex_];
+        slerp_ = Slerp<double>(lower_->rotation(), upper_->rotation());
+        isGap_ = upperTime_ - lowerTime_ > longestGap_;
+    }
+
+    PoseTable const& table_;
+    double longestGap_;
+    double lowerTime_ = std::numeric_limits<double>::infinity(); // no interval yet
+    double upperTime_ = -std::numeric_limits<double>::infinity();
+    std::size_t upperIndex_ = 0;
+    TrafoT<double> const* lower_ = nullptr;
+    TrafoT<double> const* upper_ = nullptr;
+    Slerp<double> slerp_{TrafoT<double>::Quaternion::Identity(), TrafoT<double>::Quaternion::Identity()};
+    bool isGap_ = false;
+    TrafoT<double> pose_;
+};
+
+/// Poses of any trajectory, by calling it.
+class CalledPoses
+{
+public:
+    /// Borrows the trajectory.
+    explicit CalledPoses(Trajectory const& trajectory) : trajectory_(trajectory) {}
+
+    /// As TablePoses::moveTo(); a trajectory that is not a table has no gaps.
+    PoseState moveTo(double seconds)
+    {
+        try {
+            pose_ = trajectory_.sample(seconds);
+        } catch (std::out_of_range const&) {
+            return PoseState::Outside;
+        }
+        return PoseState::Found;
+    }
+
+    [[nodiscard]] TrafoT<double> const& pose() const { return pose_; }
+
+private:
+    Trajectory const& trajectory_;
+    TrafoT<double> pose_;
+};
+
+} // namespace oV::Roamscan::detail
+
+namespace oV::Roamscan
+{
+
+/// Reaches the table behind a trajectory, if there is one.
+class PoseSource
+{
+public:
+    /// Calls `work` with the poses of the trajectory: TablePoses or CalledPoses.
+    template <typename Work>
+    static auto with(Trajectory const& trajectory, double longestGap, Work const& work)
+    {
+        if (auto const* const table = trajectory.pose_.target<detail::PoseTable>()) {
+            return work([table, longestGap] { return detail::TablePoses(*table, longestGap); });
+        }
+        return work([&trajectory] { return detail::CalledPoses(trajectory); });
+    }
+};
+
+} // namespace oV::Roamscan
