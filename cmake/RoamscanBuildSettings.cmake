@@ -25,6 +25,11 @@ function(roamscan_build_settings target)
         if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
             # Symbols that the loader must keep unique would keep the library loaded for good.
             target_compile_options(${target} PRIVATE -fno-gnu-unique)
+            if(ROAMSCAN_SANITIZE)
+                # The sanitizers' checks hide from GCC that a variable is set, so this warning is often wrong with them,
+                # for example in <regex>. The builds without sanitizers keep it.
+                target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
+            endif()
         endif()
         if(ROAMSCAN_WARNINGS_AS_ERRORS)
             target_compile_options(${target} PRIVATE -Werror)
