@@ -1,6 +1,5 @@
-# The two parts of OpenCV that pictures are kept, read and written with, as the target OpenCVImages::OpenCVImages:
-# from OpenCV's own package where there is one, else from its headers and libraries. A distribution may split OpenCV up
-# and leave that package with the whole of it, which nothing here needs.
+# OpenCV's modules core and imgcodecs as the target OpenCVImages::OpenCVImages: from OpenCV's own package if it is
+# installed, else from the headers and libraries. Debian splits OpenCV by module, but its CMake package needs all modules.
 
 find_package(OpenCV QUIET CONFIG COMPONENTS core imgcodecs)
 if(OpenCV_FOUND)

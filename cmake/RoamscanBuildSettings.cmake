@@ -1,7 +1,7 @@
-# How every target of this project is compiled. Call roamscan_build_settings(target) on each.
+# How every target of this project is compiled.
 
-# The settings that results and layouts depend on, and the warnings. Nothing of it reaches a consumer but the
-# alignment of Eigen's types, which is part of the library's binary interface.
+# roamscan_build_settings(target): the settings that results and layouts depend on, and the warnings. Consumers do not
+# inherit them.
 function(roamscan_build_settings target)
     target_compile_features(${target} PRIVATE cxx_std_20)
     set_target_properties(
@@ -18,16 +18,16 @@ function(roamscan_build_settings target)
                     -Wpedantic
                     -Wconversion
                     -Wshadow
-                    # Products and sums round one by one on every machine, so results are the same to the last bit.
+                    # No fused multiply-add: results are the same to the last bit on every machine.
                     -ffp-contract=off
-                    # Calls inside the library may be inlined although the symbols are exported.
+                    # Lets the compiler inline calls to exported functions within the library.
                     -fno-semantic-interposition)
         if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-            # Symbols that the loader must keep unique would keep the library loaded for good.
+            # A library with unique symbols (STB_GNU_UNIQUE) could not be unloaded.
             target_compile_options(${target} PRIVATE -fno-gnu-unique)
             if(ROAMSCAN_SANITIZE)
-                # The sanitizers' checks hide from GCC that a variable is set, so this warning is often wrong with them,
-                # for example in <regex>. The builds without sanitizers keep it.
+                # With sanitizers, GCC reports false positives of this warning, for example in <regex>. The builds
+                # without sanitizers keep it.
                 target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
             endif()
         endif()

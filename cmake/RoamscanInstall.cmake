@@ -1,4 +1,4 @@
-# The package: headers by their rooms, without what is not for plug-ins, and find_package(RoamscanDataStructures).
+# The installed package: the library, its public headers, and the files for find_package(RoamscanDataStructures).
 
 include(CMakePackageConfigHelpers)
 
@@ -21,7 +21,7 @@ install(
     EXPORT RoamscanDataStructuresTargets
     NAMESPACE RoamscanDataStructures::
     DESTINATION "${packageDir}")
-# The component Imagery, which alone asks for JSON and OpenCV.
+# The component Imagery. Only this component needs nlohmann::json and OpenCV.
 install(TARGETS RoamscanImagery EXPORT RoamscanImageryTargets)
 install(
     EXPORT RoamscanImageryTargets

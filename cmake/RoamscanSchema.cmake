@@ -1,12 +1,12 @@
-# Compiles a FlatBuffers schema into a header that is included by the schema's own path:
-# roamscan/room/Name.fbs becomes <roamscan/room/Name_generated.h>.
+# Compiles a FlatBuffers schema to a header with the same path: roamscan/folder/Name.fbs becomes
+# <roamscan/folder/Name_generated.h>.
 
 find_program(ROAMSCAN_FLATC flatc REQUIRED)
 set(ROAMSCAN_GENERATED_DIR "${PROJECT_BINARY_DIR}/generated")
 
 # roamscan_schema(target schema.fbs [OBJECT_API]): generates the header and makes `target` depend on it. The header is
-# included as a system header: its warnings are not ours. With OBJECT_API it also has the tree of objects that the library
-# does without; that one lies in a folder of its own.
+# included as a system header, without warnings. With OBJECT_API it also has FlatBuffers' object API, which the library
+# does not use; that header is in a separate folder.
 function(roamscan_schema target schema)
     cmake_parse_arguments(PARSE_ARGV 2 arg "OBJECT_API" "" "")
     set(includeDir "${ROAMSCAN_GENERATED_DIR}")

@@ -1,5 +1,5 @@
 /// @file
-/// Scripts a motion, and asks where the device was at any instant of it.
+/// Builds a trajectory from a few poses and samples it.
 
 #include <roamscan/trajectory/InterpolatedTrajectoryPathBuilder.h>
 #include <roamscan/trajectory/Trajectory.h>
@@ -15,10 +15,11 @@ using oV::Roamscan::TrafoT;
 
 int main()
 {
-    // Stand for a second, then walk two metres along x in four seconds while turning a quarter to the left.
+    // Stand still for 1 s, then move 2 m along x in 4 s while turning 90 degrees to the left.
     auto const start = TrafoT<double>::Identity();
     double const half = std::sqrt(0.5);
-    TrafoT<double> const goal(Eigen::Vector3d(2, 0, 0), Eigen::Quaterniond(half, 0, 0, half), true);
+    Eigen::Quaterniond const leftTurn(half, 0, 0, half); // w, x, y, z
+    TrafoT<double> const goal(Eigen::Vector3d(2, 0, 0), leftTurn, true);
     auto const trajectory = InterpolatedTrajectoryPathBuilder()
                                 .setInitialPose(TimeStamp(10.0), start)
                                 .waitFor(Duration(1.0))
@@ -31,7 +32,7 @@ int main()
         std::printf("at %g s: x = %.3f m\n", time, position.x());
     }
 
-    // Outside the table, sample() throws; sample_or() takes a fallback instead.
+    // Outside the trajectory, sample() throws; sample_or() returns the given fallback.
     try {
         (void)trajectory.sample(16.0);
     } catch (std::out_of_range const& failure) {

@@ -1,7 +1,5 @@
 /// @file
-/// Writes the metadata of an anchor scan to a JSON file, and reads it again.
-
-#include "TemporaryFolder.h"
+/// Writes the metadata of an anchor scan to a JSON file and reads it back.
 
 #include <roamscan/imagery/AnchorScanMetadata.h>
 
@@ -9,6 +7,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <string>
 
@@ -38,7 +37,7 @@ AnchorScanMetadata scanWithTwoPictures()
     return scan;
 }
 
-void keep(AnchorScanMetadata const& scan, std::filesystem::path const& file)
+void write(AnchorScanMetadata const& scan, std::filesystem::path const& file)
 {
     std::ofstream stream(file);
     stream.exceptions(std::ios::failbit | std::ios::badbit);
@@ -46,11 +45,11 @@ void keep(AnchorScanMetadata const& scan, std::filesystem::path const& file)
     stream.close();
 }
 
-/// Throws the JSON library's own exceptions for text that is no JSON, or no metadata.
-AnchorScanMetadata recall(std::filesystem::path const& file)
+/// @throws nlohmann::json::exception if the file does not hold JSON or a value has the wrong type
+AnchorScanMetadata read(std::filesystem::path const& file)
 {
     std::ifstream stream(file);
-    AnchorScanMetadata scan; // a new one: pictures are appended to those that are there
+    AnchorScanMetadata scan; // must be new: pictures are appended to existing ones
     json::parse(stream).get_to(scan);
     return scan;
 }
@@ -60,10 +59,9 @@ AnchorScanMetadata recall(std::filesystem::path const& file)
 int main()
 {
     try {
-        TemporaryFolder const folder;
-        auto const file = folder.file("scan.json");
-        keep(scanWithTwoPictures(), file);
-        AnchorScanMetadata const scan = recall(file);
+        std::filesystem::path const file = "scan.json";
+        write(scanWithTwoPictures(), file);
+        AnchorScanMetadata const scan = read(file);
         std::printf("scan %u with %zu pictures:", scan.id, scan.panoramaPictures.size());
         for (auto const& picture : scan.panoramaPictures) {
             std::printf(" %s", picture.fileName.c_str());

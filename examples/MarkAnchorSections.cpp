@@ -1,5 +1,5 @@
 /// @file
-/// Marks the parts of a recording that are tied down, and asks what lies in them.
+/// Marks the anchor sections of a recording and queries them.
 
 #include <roamscan/geometry/AnchorSections.h>
 #include <roamscan/time/TimeConversion.h>
@@ -26,8 +26,8 @@ int main()
     AnchorSections sections;
     sections.insertSection(window(60.0, 65.0));
     sections.insertSection(window(0.0, 10.0));
-    sections.insertSection(window(8.0, 15.0));  // overlaps the one before
-    sections.insertSection(window(15.0, 20.0)); // and touches it
+    sections.insertSection(window(8.0, 15.0));  // overlaps the previous section
+    sections.insertSection(window(15.0, 20.0)); // adjoins it
     for (TimeWindow const& section : sections) {
         std::printf(
             "from %.1f s to %.1f s\n", convertToSeconds(section.start), convertToSeconds(section.end));
@@ -35,8 +35,8 @@ int main()
 
     bool const isAnchored = sections.isAnchor(convertToIntegerTime(12.5));
     bool const isWithin = sections.isInAnchorSection(window(18.0, 61.0));
-    std::printf("12.5 s is %s; from 18 s to 61 s is %s one section\n",
-                isAnchored ? "anchored" : "free",
-                isWithin ? "in" : "not in");
+    std::printf("12.5 s is %s; 18 s to 61 s is %s one section\n",
+                isAnchored ? "in an anchor section" : "free",
+                isWithin ? "within" : "not within");
     return sections.size() == 2 && isAnchored && !isWithin ? 0 : 1;
 }

@@ -24,7 +24,7 @@ struct Measurement
     float x, y, z; // in the scanner's frame
 };
 
-// The second index names a measurement; the first one is of no use here.
+// The second index is the index of the measurement; this recording does not use the first one.
 class Recording final : public RoamscanDataAdapter
 {
 public:
@@ -60,7 +60,7 @@ private:
 
 int main()
 {
-    // Along a wall at y = 2 m, which the scanner sees to its left.
+    // The scanner moves along x at a height of 1 m, with a wall to its left at y = 2 m.
     auto const trajectory = InterpolatedTrajectoryPathBuilder()
                                 .addPose(TimeStamp(0.0), TrafoT<double>::Translation({0, 0, 1}))
                                 .addPose(TimeStamp(2.0), TrafoT<double>::Translation({2, 0, 1}))
@@ -70,7 +70,7 @@ int main()
     for (int i = 0; i < recording.size(); ++i) {
         auto const point = recording.getGlobalScanPt(0, i, trajectory, nullptr);
         if (point.intensity == 0) {
-            std::printf("point %d lies outside the trajectory\n", i);
+            std::printf("point %d: no pose at its time\n", i);
             continue;
         }
         std::printf("point %d: %.2f %.2f %.2f\n",

@@ -1,6 +1,6 @@
 /// @file
-/// Reads when a picture was taken, and with which camera, from the beginning of a JPEG file. This one is so
-/// small that it stands here; others are files opened in binary mode.
+/// Reads from the EXIF block of a JPEG file when a picture was taken and with which camera. The bytes of this
+/// small file are part of the program; open a real file in binary mode.
 
 #include <roamscan/imagery/ExifReader.h>
 
@@ -24,11 +24,11 @@ constexpr unsigned char picture[] = {
     'A', 'C', 'M', 'E', 0,
     'X', '-', '1', '0', '0', 0,
     '2', '0', '2', '4', ':', '0', '5', ':', '1', '7', ' ', '0', '9', ':', '3', '0', ':', '0', '0', 0,
-    0xFF, 0xD9};                                        // the end, where others have their pixels
+    0xFF, 0xD9};                                        // the end of the file; this one has no pixels
 // clang-format on
 
-/// The text without the NUL that usually ends it.
-std::string shown(std::string const& text)
+/// The text up to its terminating NUL.
+std::string withoutNul(std::string const& text)
 {
     return text.substr(0, text.find('\0'));
 }
@@ -40,13 +40,13 @@ int main()
     std::istringstream stream(std::string(std::begin(picture), std::end(picture)), std::ios::binary);
     auto const camera = oV::Roamscan::readExifMetaData(stream);
     if (!camera.valid) {
-        std::fprintf(stderr, "the picture has no sound EXIF block\n");
+        std::fprintf(stderr, "the file has no valid EXIF block\n");
         return 1;
     }
-    // Texts of four bytes or less do not come out as the camera wrote them; these are longer.
-    std::printf("taken at %s with the model %s of %s\n",
-                shown(camera.dateTime).c_str(),
-                shown(camera.model).c_str(),
-                shown(camera.manufacturer).c_str());
-    return shown(camera.model) == "X-100" ? 0 : 1;
+    // Texts of at most four bytes are not returned as the camera wrote them; these are longer.
+    std::printf("taken at %s with model %s by %s\n",
+                withoutNul(camera.dateTime).c_str(),
+                withoutNul(camera.model).c_str(),
+                withoutNul(camera.manufacturer).c_str());
+    return withoutNul(camera.model) == "X-100" ? 0 : 1;
 }

@@ -31,7 +31,7 @@ int main()
 
     std::stringstream stream(std::ios::in | std::ios::out | std::ios::binary);
     if (!store.write(stream)) {
-        std::fprintf(stderr, "the store could not be written\n");
+        std::fprintf(stderr, "cannot write the store\n");
         return 1;
     }
     std::printf("%zu bytes\n", stream.str().size());

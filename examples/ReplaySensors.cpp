@@ -1,5 +1,5 @@
 /// @file
-/// Reads a sensor store from a stream and replays all its sensors in the order of time.
+/// Reads a sensor store from a stream and replays the samples of all sensors in time order.
 
 #include <roamscan/sensors/SensorData.h>
 #include <roamscan/time/TimeConversion.h>

@@ -1,5 +1,5 @@
 /// @file
-/// Brings a recording whose clock was off onto the time axis of another one, and merges the two.
+/// Corrects the clock offset of a recording and merges it into another one.
 
 #include <roamscan/sensors/SensorData.h>
 #include <roamscan/time/TimeConversion.h>
@@ -30,7 +30,7 @@ SensorData recordingFrom(double start)
 int main()
 {
     SensorData recording = recordingFrom(0.0);
-    SensorData continuation = recordingFrom(500.0); // its clock runs 499 s ahead
+    SensorData continuation = recordingFrom(500.0); // its clock is 499 s ahead
 
     int64 const ahead = convertToIntegerTime(499.0);
     continuation.modifyTime([ahead](int64 time) { return time - ahead; });

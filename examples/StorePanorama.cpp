@@ -1,7 +1,5 @@
 /// @file
-/// Keeps a panorama that is too wide for one file, and gets it back.
-
-#include "TemporaryFolder.h"
+/// Stores a wide panorama as tiles and reads it back.
 
 #include <roamscan/frame/bvbase/File.h>
 #include <roamscan/frame/failures/InternalErrorException.h>
@@ -15,7 +13,7 @@
 namespace
 {
 
-// A picture 2500 pixels wide whose colour says where one is in it.
+// An image of 2500 x 400 pixels; each colour depends on the position.
 cv::Mat makePanorama()
 {
     cv::Mat panorama(400, 2500, CV_8UC3);
@@ -33,22 +31,21 @@ cv::Mat makePanorama()
 
 int main()
 {
-    namespace pictures = oV::Roamscan::LargeImageSerialization;
+    namespace images = oV::Roamscan::LargeImageSerialization;
 
-    // The file gives the place: its tiles are 0.png, 1.png and 2.png in the folder "panorama" beside it.
-    TemporaryFolder const folder;
-    auto const file = Bv_1_1::File::fromPath(folder.file("panorama.png").wstring().c_str());
+    // The file itself is not written: the tiles are panorama/0.png, panorama/1.png and panorama/2.png.
+    auto const file = Bv_1_1::File::fromPath(L"panorama.png");
 
     cv::Mat const panorama = makePanorama();
     try {
-        pictures::serializeImage(panorama, file);
-        cv::Mat const back = pictures::readImage(file); // decodes the tiles in parallel
+        images::serializeImage(panorama, file);
+        cv::Mat const back = images::readImage(file); // decodes the tiles in parallel
         bool const same = back.size() == panorama.size() && cv::norm(back, panorama, cv::NORM_INF) == 0.0;
-        std::printf("%d x %d pixels came back %s\n", back.cols, back.rows, same ? "as they were" : "changed");
+        std::printf("read %d x %d pixels, %s\n", back.cols, back.rows, same ? "unchanged" : "changed");
         return same ? 0 : 1;
-    } catch (oV::VisibleException const& failure) { // a tile could not be written or read
+    } catch (oV::VisibleException const& failure) { // a tile cannot be written or read
         std::printf("%s\n", failure.getDesc().stringAnsi());
-    } catch (oV::InternalErrorException const& failure) { // no tiles, or tiles that do not match
+    } catch (oV::InternalErrorException const& failure) { // there are no tiles, or they do not match
         std::printf("%s\n", failure.getDesc().stringAnsi());
     }
     return 1;

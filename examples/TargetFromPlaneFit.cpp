@@ -1,5 +1,5 @@
 /// @file
-/// Makes a target of a fitted plane, and hands it over as vectors.
+/// Creates a planar target from a plane fit and copies it through its vectors.
 
 #include <roamscan/geometry/PlaneTarget.h>
 
@@ -23,8 +23,7 @@ int main()
 
     auto const [position, normal, major, minor] = target.planeParams();
     Eigen::Vector3d const corner = position + (major + minor) / 2;
-    std::printf(
-        "target %d: a corner at (%.2f, %.2f, %.2f)\n", target.id(), corner.x(), corner.y(), corner.z());
+    std::printf("target %d: corner at (%.2f, %.2f, %.2f)\n", target.id(), corner.x(), corner.y(), corner.z());
 
     PlaneTarget received;
     Eigen::Matrix<double, 3, 4> columns;

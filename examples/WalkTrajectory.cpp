@@ -1,5 +1,5 @@
 /// @file
-/// Walks along a trajectory at a fixed step and measures its length.
+/// Iterates over a trajectory at a fixed time step and computes the length of its path.
 
 #include <roamscan/trajectory/InterpolatedTrajectoryPathBuilder.h>
 #include <roamscan/trajectory/Trajectory.h>

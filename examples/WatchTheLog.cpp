@@ -1,5 +1,5 @@
 /// @file
-/// Installs a sink for the library's log. The library itself prints nothing.
+/// Installs a sink that prints the messages of the library's log. The library itself prints nothing.
 
 #include <roamscan/frame/log/LogMessage.h>
 #include <roamscan/frame/log/Models.h>
@@ -19,8 +19,7 @@ int main()
             "[%d] %s (%s)\n", message.severity, message.message.stringAnsi(), message.file.stringAnsi());
     });
 
-    // A device that the file format does not know is written as its number, and dropped with a message on
-    // reading.
+    // A device that the file format does not define is dropped on reading, with a message in the log.
     TrajectoryData store;
     store.devicePositions[Device::DeviceUnknown] = TrafoT<double>::Identity();
     std::stringstream stream(std::ios::in | std::ios::out | std::ios::binary);
@@ -28,6 +27,6 @@ int main()
         return 1;
     }
     auto const back = TrajectoryData::read(stream);
-    std::printf("%zu devices came back\n", back ? back->devicePositions.size() : 0);
+    std::printf("read %zu devices\n", back ? back->devicePositions.size() : 0);
     return 0;
 }

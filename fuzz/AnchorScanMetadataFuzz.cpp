@@ -1,9 +1,9 @@
 /// @file
-/// Bytes from anywhere as JSON text of an anchor scan's metadata or of one picture. Whatever they are, they
-/// are read or refused with the JSON library's own exception, and what was read comes back through JSON as it
-/// was.
+/// Reads any bytes as the JSON text of an anchor scan's metadata and of one picture. They are read, or
+/// refused with the JSON library's exception. A value that was read is unchanged after a round trip through
+/// JSON.
 
-#include "FrameInput.h"
+#include "StreamInput.h"
 
 #include <roamscan/imagery/AnchorScanMetadata.h>
 
@@ -21,7 +21,7 @@ using nlohmann::json;
 using oV::Roamscan::AnchorScanMetadata;
 using Picture = AnchorScanMetadata::PanoramaPicture;
 
-/// Numbers of JSON text are finite; two zeros of different sign are different bits.
+/// JSON numbers are finite, so bits differ only for different values and for the sign of zero.
 bool sameBits(double a, double b)
 {
     return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
@@ -56,16 +56,16 @@ void readAndReturn(json const& document)
     try {
         document.get_to(value);
     } catch (json::exception const& refused) {
-        require(refused.id == 302 || refused.id == 304 || refused.id == 403, "a refusal is one of the three");
+        require(refused.id == 302 || refused.id == 304 || refused.id == 403, "the exception is one of three");
         return;
     }
     json const written = value;
     Value again;
     written.get_to(again);
-    require(same(value, again), "a value comes back from its JSON value");
+    require(same(value, again), "a value is unchanged after a round trip through a JSON value");
     Value fromText;
     json::parse(written.dump()).get_to(fromText);
-    require(same(value, fromText), "a value comes back from its JSON text");
+    require(same(value, fromText), "a value is unchanged after a round trip through JSON text");
 }
 
 } // namespace

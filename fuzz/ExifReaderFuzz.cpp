@@ -1,11 +1,11 @@
 /// @file
-/// Bytes from anywhere as a picture. Whatever they are, the reader throws nothing, gives no more than there
-/// is, and asks for nothing behind the block.
+/// Reads any bytes as a JPEG file. The reader throws nothing, returns only texts from the EXIF block, and
+/// reads nothing after the block.
 ///
-/// The first byte says how the rest is to be taken: even, as a file; odd, as a block, which a picture is made
-/// around. So most mutations reach the directory.
+/// The first byte selects what the rest is: even, a file; odd, an EXIF block, which gets the header of a
+/// file. So most mutations reach the directory.
 
-#include "FrameInput.h"
+#include "StreamInput.h"
 
 #include <roamscan/imagery/ExifReader.h>
 
@@ -30,7 +30,7 @@ using oV::Roamscan::PanoramaImageData::ExifData;
 constexpr std::size_t nameSize = 6;
 constexpr std::size_t largestBlock = 65529;
 
-/// A picture in memory that notes how far it is read. It must not move while it is read.
+/// A file in memory that records the furthest byte read. The bytes must outlive it.
 class Picture : public std::streambuf
 {
 public:
@@ -50,7 +50,7 @@ protected:
     pos_type seekoff(off_type offset, std::ios::seekdir direction, std::ios::openmode /*which*/) override
     {
         off_type const target = static_cast<off_type>(place_) + offset;
-        require(direction == std::ios::cur && offset >= 0, "the reader only goes forward");
+        require(direction == std::ios::cur && offset >= 0, "the reader only seeks forward");
         if (target > static_cast<off_type>(bytes_.size())) {
             return {off_type(-1)};
         }
@@ -64,7 +64,7 @@ private:
     std::size_t furthest_ = 0;
 };
 
-/// Where the reader has to stop: two bytes behind the first APP1 segment, or nowhere if there is none.
+/// Where the reader must stop: two bytes after the first APP1 segment; empty if there is none.
 std::optional<std::size_t> endOfReading(std::string_view bytes)
 {
     auto const byteAt = [bytes](std::size_t place) { return static_cast<unsigned char>(bytes[place]); };
@@ -102,7 +102,7 @@ ExifData read(std::streambuf& buffer)
     } catch (std::exception const&) {
         require(false, "the reader throws nothing");
     } catch (...) {
-        require(false, "the reader throws nothing, and nothing unknown");
+        require(false, "the reader throws nothing of an unknown type");
     }
     return {};
 }
@@ -120,10 +120,11 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     std::string const bytes = pictureOf({data, size});
     Picture picture(bytes);
     ExifData const found = read(picture);
-    require(picture.furthest() <= endOfReading(bytes).value_or(bytes.size()), "the picture is left alone");
+    require(picture.furthest() <= endOfReading(bytes).value_or(bytes.size()),
+            "nothing after the block is read");
     for (std::string const& text : {found.dateTime, found.manufacturer, found.model}) {
-        require(text.size() <= largestBlock, "a text is not longer than the block");
-        require(text.empty() || found.valid, "there is a text only in a valid result");
+        require(text.size() <= largestBlock, "a text is at most as long as the block");
+        require(text.empty() || found.valid, "only a valid result has texts");
     }
     std::stringbuf again(bytes);
     require(same(found, read(again)), "the same bytes give the same result");

@@ -1,6 +1,5 @@
 /// @file
-/// The seeds of the EXIF reader's target: small pictures and blocks, sound and unsound ones, each behind the
-/// byte that tells the target how to take it.
+/// Writes the seeds of the EXIF reader's target: small valid and invalid files and EXIF blocks.
 
 #include "Seeds.h"
 #include "tests/support/JpegBytes.h"
@@ -22,7 +21,7 @@ using support::segment;
 constexpr char asFile = 0;
 constexpr char asBlock = 1;
 
-// A block with an entry of each tag that is looked into; all of them point at the block's end.
+// A block with one entry of each tag that the reader uses; all refer to the end of the block.
 std::string everyTag(ByteOrder order)
 {
     std::vector<std::uint16_t> const tags{

@@ -7,11 +7,11 @@
 #include <stdexcept>
 #include <string>
 
-/// What the programs that write a target's seeds share.
+/// Shared by the programs that write the seeds of a target.
 namespace fuzz
 {
 
-/// Writes an input: the byte that tells the target how to take it, and the rest.
+/// Writes an input: the byte that selects what the rest is, and the rest.
 inline void save(std::filesystem::path const& path, char mode, std::string const& bytes)
 {
     std::ofstream file(path, std::ios::binary);
@@ -21,7 +21,7 @@ inline void save(std::filesystem::path const& path, char mode, std::string const
     }
 }
 
-/// The main function of such a program: `saveAll` gets the folder that is named on the command line.
+/// The main function of such a program. Calls `saveAll` with the folder that the command line names.
 int runSeeds(int argc, char** argv, auto const& saveAll)
 {
     if (argc != 2) {

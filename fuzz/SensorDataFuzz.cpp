@@ -1,8 +1,8 @@
 /// @file
-/// Bytes from anywhere as a sensor data stream. Whatever they are, a store comes out of them or none does,
-/// and one that does can be written, read again, viewed by time, moved and rotated.
+/// Reads any bytes as a sensor data stream. A store that was read can be written, read again, viewed by time,
+/// shifted, rotated and merged.
 
-#include "FrameInput.h"
+#include "StreamInput.h"
 
 #include <roamscan/sensors/SensorData.h>
 
@@ -42,12 +42,12 @@ void requireRoundTrip(SensorData const& store)
     std::stringstream stream;
     require(store.write(stream), "a store that was read can be written");
     auto const again = SensorData::read(stream);
-    require(again != nullptr, "what was written can be read");
+    require(again != nullptr, "a written store can be read");
     require(sameKeys(store.imuData, again->imuData) &&
                 sameKeys(store.rangefinderData, again->rangefinderData) &&
                 again->sensorPoses.size() == store.sensorPoses.size() &&
                 again->posesApplied == store.posesApplied,
-            "the store comes back as it was");
+            "a store is unchanged after a round trip");
 }
 
 void useStore(SensorData& store)
@@ -61,7 +61,7 @@ void useStore(SensorData& store)
         copy.posesApplied = false;
     }
     copy += store;
-    require(copy.createTimedData()->size() >= view->size(), "a merged store has every tick of its parts");
+    require(copy.createTimedData()->size() >= view->size(), "a merged store has every time of its parts");
 }
 
 } // namespace
@@ -73,7 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     std::shared_ptr<SensorData> store;
     fuzz::mayRunOutOfMemory([&] { store = SensorData::read(stream); });
     if (store) {
-        fuzz::requirePositionBehindFrame(stream, bytes);
+        fuzz::requirePositionAfterBuffer(stream, bytes);
         requireRoundTrip(*store);
         useStore(*store);
     }

@@ -1,8 +1,8 @@
 /// @file
-/// Bytes from anywhere as a trajectory data stream. Whatever they are, a store is read whole or left alone,
-/// and what was read can be written, read again, and sampled.
+/// Reads any bytes as a trajectory data stream. A store is read completely or unchanged; a store that was
+/// read can be written, read again, and sampled.
 
-#include "FrameInput.h"
+#include "StreamInput.h"
 
 #include <roamscan/trajectory/Trajectory.h>
 #include <roamscan/trajectory/TrajectoryFromNodes.h>
@@ -48,8 +48,8 @@ bool sameBits(Eigen::Matrix3d const& a, Eigen::Matrix3d const& b)
     return sameBits(std::span(a.data(), 9), std::span(b.data(), 9));
 }
 
-// A field that equals its default is not written, and -0.0 equals 0.0: of all numbers of a store, this one
-// alone loses its sign on the way.
+// A field that equals its default is not written, and -0.0 equals 0.0: the time is the only number whose sign
+// may change in a round trip.
 bool sameTime(double a, double b)
 {
     return a == b || std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
@@ -75,7 +75,7 @@ bool sameBits(TrajectoryData const& a, TrajectoryData const& b)
            });
 }
 
-// What no stream could have brought: a flag that is not stored, and a device that is dropped.
+// A store that no stream can produce: the valid flag is not stored, and the unknown device is dropped.
 TrajectoryData knownStore()
 {
     TrajectoryData store;
@@ -88,10 +88,10 @@ TrajectoryData knownStore()
 void requireRoundTrip(TrajectoryData const& store)
 {
     std::stringstream stream;
-    require(store.write(stream), "what was read can be written");
+    require(store.write(stream), "a store that was read can be written");
     TrajectoryData again = knownStore();
-    require(again.readFromStream(stream), "what was written can be read");
-    require(sameBits(store, again), "writing and reading changes nothing");
+    require(again.readFromStream(stream), "a written store can be read");
+    require(sameBits(store, again), "a store is unchanged after a round trip");
 }
 
 void sampleEverywhere(Trajectory const& trajectory)
@@ -104,7 +104,7 @@ void sampleEverywhere(Trajectory const& trajectory)
         try {
             static_cast<void>(trajectory.sample(time));
         } catch (std::out_of_range const&) {
-            continue; // the one thing that may be thrown
+            continue; // the only exception that is allowed
         }
     }
 }
@@ -128,10 +128,10 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     bool isRead = false;
     fuzz::mayRunOutOfMemory([&] { isRead = store.readFromStream(stream); });
     if (!isRead) {
-        require(sameBits(store, untouched), "a read that fails leaves the store alone");
+        require(sameBits(store, untouched), "a failed read leaves the store unchanged");
         return 0;
     }
-    fuzz::requirePositionBehindFrame(stream, bytes);
+    fuzz::requirePositionAfterBuffer(stream, bytes);
     requireRoundTrip(store);
     useStore(store);
     return 0;

@@ -1,47 +1,29 @@
 /// @file
-/// The seeds of the trajectory data target: small streams, sound and unsound ones, each behind the byte that
-/// tells the target how to take it.
+/// Writes the seeds of the trajectory data target: small valid and invalid streams.
 
-#include "Seeds.h"
+#include "StreamSeeds.h"
 
-#include <roamscan/frame/platform/LittleEndian.h>
 #include <roamscan/trajectorydata/TrajectoryData.h>
 #include <roamscan/trajectorydata/TrajectoryFile_generated.h>
 
 #include <filesystem>
 #include <limits>
-#include <sstream>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace
 {
 
-using fuzz::save;
 namespace schema = oV::Roamscan::TrajectorySchema;
+using fuzz::asBuffer;
+using fuzz::asStream;
+using fuzz::bufferOf;
+using fuzz::save;
+using fuzz::streamOf;
 using oV::Roamscan::Device;
 using oV::Roamscan::TrafoT;
 using oV::Roamscan::TrajectoryData;
 using oV::Roamscan::TrajectoryNode;
-
-constexpr char asStream = 0;
-constexpr char asInsideOfFrame = 1;
-constexpr std::size_t countSize = 8;
-
-std::string frameOf(TrajectoryData const& store)
-{
-    std::ostringstream stream;
-    if (!store.write(stream)) {
-        throw std::runtime_error("cannot write a store");
-    }
-    return stream.str();
-}
-
-std::string insideOf(std::string const& frame)
-{
-    return frame.substr(countSize);
-}
 
 TrajectoryData storeOf(std::vector<double> const& times)
 {
@@ -59,12 +41,7 @@ TrajectoryData storeOf(std::vector<double> const& times)
     return store;
 }
 
-std::string finished(flatbuffers::FlatBufferBuilder& builder)
-{
-    return {reinterpret_cast<char const*>(builder.GetBufferPointer()), builder.GetSize()};
-}
-
-// One table that the vector names again and again.
+// A vector whose entries all refer to one table.
 std::string sharedNodes(std::size_t count)
 {
     flatbuffers::FlatBufferBuilder builder;
@@ -73,7 +50,7 @@ std::string sharedNodes(std::size_t count)
     auto const node = schema::CreateTrajectoryNodeRecord(builder, 4.0, &pose, 0, &matrix, &matrix, true);
     std::vector const nodes(count, node);
     builder.Finish(schema::CreateTrajectoryFile(builder, builder.CreateVector(nodes)));
-    return finished(builder);
+    return bufferOf(builder);
 }
 
 std::string nodeWithoutPose()
@@ -81,66 +58,48 @@ std::string nodeWithoutPose()
     flatbuffers::FlatBufferBuilder builder;
     std::vector const nodes{schema::CreateTrajectoryNodeRecord(builder, 4.0)};
     builder.Finish(schema::CreateTrajectoryFile(builder, builder.CreateVector(nodes)));
-    return finished(builder);
+    return bufferOf(builder);
 }
 
-// The second record of a device, and a device that the format does not know.
-std::string oddDevices()
+// Two records of one device, and devices that the format does not define.
+std::string unknownDevices()
 {
     flatbuffers::FlatBufferBuilder builder;
     schema::PoseRecord const pose(1.0, 2.0, 3.0, 1.0, 0.0, 0.0, 0.0);
     std::vector<schema::DevicePositionRecord> const positions{{1, pose}, {1, pose}, {1000, pose}, {-7, pose}};
     auto const vector = builder.CreateVectorOfStructs(positions);
     builder.Finish(schema::CreateTrajectoryFile(builder, 0, vector));
-    return finished(builder);
+    return bufferOf(builder);
 }
 
-// All that stands behind the first offset, four bytes further on: sound for FlatBuffers, which does not ask
-// how the entries of a vector are aligned.
+// Moves everything after the first offset by four bytes. FlatBuffers accepts this, because it does not check
+// the alignment of a vector's entries.
 std::string misaligned(std::string bytes)
 {
     bytes[0] = static_cast<char>(bytes[0] + 4);
     return bytes.insert(4, 4, '\0');
 }
 
-std::string withCount(std::uint64_t count, std::string const& inside)
-{
-    auto const bytes = oV::Roamscan::toLittleEndian(count);
-    return std::string(bytes.begin(), bytes.end()) + inside;
-}
-
 void saveAll(std::filesystem::path const& folder)
 {
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     constexpr double infinity = std::numeric_limits<double>::infinity();
-    std::string const one = frameOf(storeOf({1.25}));
-    std::string const several = frameOf(storeOf({3.0, 1.0, 2.0, 2.0}));
+    std::string const several = streamOf(storeOf({3.0, 1.0, 2.0, 2.0}));
+    auto const saveTimes = [&folder](char const* name, std::vector<double> const& times) {
+        save(folder / name, asBuffer, bufferOf(streamOf(storeOf(times))));
+    };
 
-    save(folder / "empty-input", asStream, "");
-    save(folder / "empty-frame", asStream, withCount(0, ""));
-    save(folder / "empty-store", asStream, frameOf({}));
-    save(folder / "one-node", asStream, one);
-    save(folder / "one-node-inside", asInsideOfFrame, insideOf(one));
+    fuzz::saveVariants(folder, streamOf(storeOf({1.25})), several);
+    save(folder / "empty-store", asStream, streamOf(TrajectoryData()));
     save(folder / "several-nodes", asStream, several);
-    save(folder / "several-nodes-inside", asInsideOfFrame, insideOf(several));
-    save(folder / "odd-times",
-         asInsideOfFrame,
-         insideOf(frameOf(storeOf({nan, infinity, -infinity, 0.0, -0.0}))));
-    save(folder / "bursts",
-         asInsideOfFrame,
-         insideOf(frameOf(storeOf({0.0, 1e-9, 2e-9, 3e-9, 1e6, 1e6 + 1.0}))));
-    save(folder / "shared-nodes", asInsideOfFrame, sharedNodes(12));
-    save(folder / "too-many-shared-nodes", asInsideOfFrame, sharedNodes(300));
-    save(folder / "node-without-pose", asInsideOfFrame, nodeWithoutPose());
-    save(folder / "odd-devices", asInsideOfFrame, oddDevices());
-    save(folder / "misaligned-devices", asInsideOfFrame, misaligned(oddDevices()));
-    save(folder / "truncated", asStream, one.substr(0, one.size() - 5));
-    save(folder / "truncated-count", asStream, one.substr(0, 5));
-    save(folder / "truncated-inside", asInsideOfFrame, insideOf(one).substr(0, 60));
-    save(folder / "more-behind", asStream, one + several);
-    save(folder / "count-too-large", asStream, withCount(one.size(), insideOf(one)));
-    save(folder / "count-of-gigabytes", asStream, withCount(std::uint64_t{1} << 34U, insideOf(one)));
-    save(folder / "count-beyond-all", asStream, withCount(~std::uint64_t{0}, insideOf(one)));
+    saveTimes("several-nodes-buffer", {3.0, 1.0, 2.0, 2.0});
+    saveTimes("special-times", {nan, infinity, -infinity, 0.0, -0.0});
+    saveTimes("bursts", {0.0, 1e-9, 2e-9, 3e-9, 1e6, 1e6 + 1.0});
+    save(folder / "shared-nodes", asBuffer, sharedNodes(12));
+    save(folder / "many-shared-nodes", asBuffer, sharedNodes(300));
+    save(folder / "node-without-pose", asBuffer, nodeWithoutPose());
+    save(folder / "unknown-devices", asBuffer, unknownDevices());
+    save(folder / "misaligned-devices", asBuffer, misaligned(unknownDevices()));
 }
 
 } // namespace

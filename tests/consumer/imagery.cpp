@@ -1,5 +1,5 @@
 /// @file
-/// A plug-in that deals with pictures, through the package's component for them.
+/// A plug-in that uses the package's component Imagery.
 
 #include <roamscan/frame/bvbase/File.h>
 #include <roamscan/frame/failures/VisibleException.h>
@@ -11,8 +11,8 @@
 namespace
 {
 
-// The failure's own class stays inside the library; what crosses the border is its base.
-bool failsAsTold()
+// The class that is thrown is not exported; a plug-in catches its base class.
+bool throwsVisibleException()
 {
     auto const file = Bv_1_1::File::fromPath(L"nowhere/pano.nothing");
     try {
@@ -33,5 +33,5 @@ int main()
     if (form.at("id") != 7 || form.get<oV::Roamscan::AnchorScanMetadata>().id != 7) {
         return 1;
     }
-    return failsAsTold() ? 0 : 2;
+    return throwsVisibleException() ? 0 : 2;
 }

@@ -1,5 +1,5 @@
 /// @file
-/// A plug-in in miniature: it calls, catches and derives across the border of the library.
+/// A small plug-in: it calls functions of the library, catches its exceptions and implements its interface.
 
 #include <roamscan/frame/failures/InternalErrorException.h>
 #include <roamscan/frame/log/Models.h>
@@ -30,7 +30,7 @@ public:
     }
 };
 
-bool failsAsTold(oV::Roamscan::TrajectoryData const& store)
+bool throwsForMissingDevice(oV::Roamscan::TrajectoryData const& store)
 {
     try {
         (void)store.buildTrajectoryFromTrajectoryNodes(oV::Roamscan::Device::Device3);
@@ -58,7 +58,7 @@ int main()
         return 1;
     }
     auto const back = TrajectoryData::read(stream);
-    if (!back || !failsAsTold(*back)) {
+    if (!back || !throwsForMissingDevice(*back)) {
         return 2;
     }
     auto const trajectory = back->buildTrajectoryFromTrajectoryNodes(Device::Device0);

@@ -1,6 +1,6 @@
 cmake_minimum_required(VERSION 3.25)
 
-# Reads the symbols that a shared library exports: those it must have are there, and nothing that is not for plug-ins is.
+# Checks the exported symbols of the shared library: the required ones are exported, and no symbol that is not for plug-ins.
 #   cmake -DNM= -DLIBRARY= -P CheckExports.cmake
 
 execute_process(COMMAND "${NM}" -D -C --defined-only "${LIBRARY}" OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
@@ -65,4 +65,4 @@ foreach(
     endif()
 endforeach()
 list(LENGTH symbols count)
-message("${count} symbols are exported, all of them for plug-ins")
+message("${count} symbols are exported, all for plug-ins")

@@ -12,29 +12,30 @@
 #include <stdexcept>
 #include <string>
 
-/// What the targets of framed formats share.
+/// Shared by the fuzz targets.
 ///
-/// The first byte of an input says how the rest is to be taken: even, as a stream; odd, as the inside of a
-/// frame, whose byte count is put before it. So most mutations get past the count, to where the structure is
-/// examined.
+/// The first byte of an input of a stream format selects what the rest is: even, the stream; odd, the buffer
+/// of the stream, which gets a correct byte count. So most mutations pass the count and reach the checks of
+/// the structure.
 namespace fuzz
 {
 
-/// Stops with a message if something does not hold.
-inline void require(bool holds, char const* what)
+/// Aborts with a message if a property does not hold.
+inline void require(bool holds, char const* property)
 {
     if (!holds) {
-        std::fprintf(stderr, "violated: %s\n", what);
+        std::fprintf(stderr, "violated: %s\n", property);
         std::abort();
     }
 }
 
+/// The stream that an input stands for.
 inline std::string streamBytes(std::span<std::uint8_t const> input)
 {
-    bool const isFrame = !input.empty() && input.front() % 2 == 1;
+    bool const isBuffer = !input.empty() && input.front() % 2 == 1;
     auto const rest = input.subspan(std::min<std::size_t>(input.size(), 1));
     std::string bytes;
-    if (isFrame) {
+    if (isBuffer) {
         auto const count = oV::Roamscan::toLittleEndian(std::uint64_t{rest.size()});
         bytes.append(count.begin(), count.end());
     }
@@ -42,7 +43,7 @@ inline std::string streamBytes(std::span<std::uint8_t const> input)
     return bytes;
 }
 
-/// Runs a read; a count that lies may ask for memory that is not to be had.
+/// Runs a read. A wrong byte count may ask for memory that cannot be allocated; such exceptions are expected.
 void mayRunOutOfMemory(auto const& read)
 {
     try {
@@ -54,11 +55,12 @@ void mayRunOutOfMemory(auto const& read)
     }
 }
 
-/// After a read that succeeded the stream stands behind the frame and nowhere else.
-inline void requirePositionBehindFrame(std::istream& stream, std::string const& bytes)
+/// Requires that a successful read leaves the stream directly after the buffer.
+inline void requirePositionAfterBuffer(std::istream& stream, std::string const& bytes)
 {
     std::uint64_t const count = oV::Roamscan::fromLittleEndian(std::span(bytes).first(8));
-    require(stream.tellg() == static_cast<std::streamoff>(8 + count), "the stream stands behind the frame");
+    require(stream.tellg() == static_cast<std::streamoff>(8 + count),
+            "the stream is directly after the buffer");
 }
 
 } // namespace fuzz
