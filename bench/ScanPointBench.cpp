@@ -5,6 +5,7 @@
 #include "bench/workload/Walk.h"
 
 #include <roamscan/geometry/RoamscanDataAdapter.h>
+#include <roamscan/time/EigenConversion.h>
 #include <roamscan/trajectory/Trajectory.h>
 #include <roamscan/trajectory/TrajectoryFromNodes.h>
 
@@ -20,6 +21,8 @@ namespace
 {
 
 using oV::Roamscan::RoamscanDataAdapter;
+using oV::Roamscan::toEigen;
+using oV::Roamscan::toVec3d;
 using oV::Roamscan::Trajectory;
 
 constexpr std::size_t poseCount = 20'000;
@@ -73,10 +76,9 @@ private:
 Bv_1_1::Vec3d<float> moved(Scan const& scan, std::size_t index, Trajectory const& trajectory)
 {
     Pose const pose = trajectory.sample(scan.times()[index]);
-    auto const& [x, y, z] = scan.points()[index].position;
-    Eigen::Vector3d const global =
-        pose.rotation().toRotationMatrix() * Eigen::Vector3d(x, y, z) + pose.translation();
-    return {static_cast<float>(global.x()), static_cast<float>(global.y()), static_cast<float>(global.z())};
+    Eigen::Vector3d const local = toEigen(scan.points()[index].position).cast<double>();
+    Eigen::Vector3d const global = pose.rotation().toRotationMatrix() * local + pose.translation();
+    return toVec3d(global.cast<float>());
 }
 
 struct Inputs

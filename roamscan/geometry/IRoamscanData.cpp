@@ -1,4 +1,5 @@
 #include <roamscan/geometry/IRoamscanData.h>
+#include <roamscan/time/EigenConversion.h>
 
 #include <Eigen/Geometry>
 
@@ -31,10 +32,9 @@ IRoamscanData::getGlobalScanPt(int first, int second, Trajectory const& trajecto
         return point;
     }
     TrafoT<double> const pose = trajectory.sample(time);
-    Eigen::Vector3d const local = Eigen::Vector3f(position.x, position.y, position.z).cast<double>();
+    Eigen::Vector3d const local = toEigen(position).cast<double>();
     Eigen::Vector3d const global = pose.rotation().toRotationMatrix() * local + pose.translation();
-    position = {
-        static_cast<float>(global.x()), static_cast<float>(global.y()), static_cast<float>(global.z())};
+    position = toVec3d(global.cast<float>());
     return point;
 }
 

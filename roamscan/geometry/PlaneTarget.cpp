@@ -1,4 +1,5 @@
 #include <roamscan/geometry/PlaneTarget.h>
+#include <roamscan/time/EigenConversion.h>
 #include <roamscan/time/detail/RotateVector.h>
 
 #include <cmath>
@@ -11,11 +12,6 @@ namespace
 
 using Vector = PlaneTarget::Vector;
 using Quaternion = PlaneTarget::Quaternion;
-
-Vector toVector(Bv_1_1::Vec3d<double> const& vector)
-{
-    return {vector.x, vector.y, vector.z};
-}
 
 Quaternion rotationTo(Vector const& xAxis, Vector const& yAxis, Vector const& zAxis)
 {
@@ -76,14 +72,14 @@ void PlaneTarget::setFromPlaneFit(BvFitPlane::PlaneParam const& param)
     majAxisLength_ = param.majorLength;
     minAxisLength_ = param.minorLength;
 
-    Vector const normal = toVector(param.normal);
-    Vector major = toVector(param.firstAxis);
-    Vector const minor = toVector(param.secondAxis);
+    Vector const normal = toEigen(param.normal);
+    Vector major = toEigen(param.firstAxis);
+    Vector const minor = toEigen(param.secondAxis);
     if (isLeftHanded(major, minor, normal)) {
         major = -major;
     }
     rotation_ = rotationTo(major, minor, normal);
-    position_ = toVector(param.position);
+    position_ = toEigen(param.position);
 }
 
 PlaneTarget::Vector PlaneTarget::majAxis() const

@@ -3,6 +3,7 @@
 
 #include <roamscan/frame/platform/detail/ParallelTasks.h>
 #include <roamscan/sensors/SensorData.h>
+#include <roamscan/time/EigenConversion.h>
 #include <roamscan/time/TrafoT.h>
 #include <roamscan/time/detail/NearestRotation.h>
 #include <roamscan/time/detail/RotateVector.h>
@@ -19,12 +20,6 @@ namespace
 
 using Pose = mapping::Rigid3<float>;
 
-mapping::Vector3<double> rotated(Eigen::Matrix3d const& rotation, mapping::Vector3<double> const& vector)
-{
-    Eigen::Vector3d const result = rotation * Eigen::Vector3d(vector.x, vector.y, vector.z);
-    return {result.x(), result.y(), result.z()};
-}
-
 // By a proper rotation, also where the quaternion is not of unit length. Callers may rely on the magnetic
 // field being dropped and not rotated.
 void rotateSamples(SampleMap<mapping::ImuData>& samples, Pose const& pose)
@@ -32,9 +27,10 @@ void rotateSamples(SampleMap<mapping::ImuData>& samples, Pose const& pose)
     Eigen::Matrix3f const block = TrafoT<float>(pose, true).ToEigen().linear();
     Eigen::Matrix3d const rotation = detail::nearestRotation<float, 3>(block).cast<double>();
     for (auto& [key, record] : samples) {
-        record = std::make_shared<mapping::ImuData const>(record->getTimeStamp(),
-                                                          rotated(rotation, record->getLinearAcceleration()),
-                                                          rotated(rotation, record->getAngularVelocity()));
+        record = std::make_shared<mapping::ImuData const>(
+            record->getTimeStamp(),
+            toVector3(rotation * toEigen(record->getLinearAcceleration())),
+            toVector3(rotation * toEigen(record->getAngularVelocity())));
     }
 }
 
@@ -42,15 +38,13 @@ void rotateSamples(SampleMap<mapping::ImuData>& samples, Pose const& pose)
 // being dropped.
 void rotateSamples(SampleMap<mapping::RangefinderData>& samples, Pose const& pose)
 {
-    auto const& [x, y, z, w] = pose.rotation;
-    Eigen::Quaternionf const rotation(w, x, y, z);
+    Eigen::Quaternionf const rotation = toEigen(pose.rotation);
     for (auto& [key, record] : samples) {
         std::vector<mapping::TimedRangefinderPoint> points;
         points.reserve(record->getRanges().get().size());
         for (auto const& point : record->getRanges().get()) {
-            Eigen::Vector3f const position = detail::rotateVector<float>(
-                rotation, Eigen::Vector3f(point.position.x, point.position.y, point.position.z));
-            points.push_back({{position.x(), position.y(), position.z()}, point.time, {}});
+            Eigen::Vector3f const position = detail::rotateVector<float>(rotation, toEigen(point.position));
+            points.push_back({toVector3(position), point.time, {}});
         }
         record = std::make_shared<mapping::RangefinderData const>(
             record->getTimeStamp(), record->getOrigin(), mapping::TimedPointCloud(std::move(points)));

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <roamscan/frame/bvbase/Mat4d.h>
-#include <roamscan/frame/mapping/Rigid3.h>
 #include <roamscan/frame/platform/Export.h>
+#include <roamscan/time/EigenConversion.h>
 
 #include <Eigen/Core>
 #include <Eigen/Geometry>
@@ -53,9 +53,7 @@ public:
 
     /// Copies the seven numbers.
     TrafoT(mapping::Rigid3<T> const& rigid, bool valid)
-        : TrafoT(Vector(rigid.translation.x, rigid.translation.y, rigid.translation.z),
-                 Quaternion(rigid.rotation.w, rigid.rotation.x, rigid.rotation.y, rigid.rotation.z),
-                 valid)
+        : TrafoT(toEigen(rigid.translation), toEigen(rigid.rotation), valid)
     {}
 
     /// From a column-major 4x4 matrix: the translation is elements 12 to 14, the rotation the one nearest to

@@ -2,6 +2,7 @@
 
 #include <roamscan/geometry/IRoamscanData.h>
 #include <roamscan/geometry/RoamscanDataAdapter.h>
+#include <roamscan/time/EigenConversion.h>
 #include <roamscan/trajectory/InterpolatedTrajectoryPathBuilder.h>
 
 #include <gtest/gtest.h>
@@ -23,6 +24,7 @@ using oV::Roamscan::InterpolatedTrajectoryPathBuilder;
 using oV::Roamscan::IRoamscanData;
 using oV::Roamscan::RoamscanDataAdapter;
 using oV::Roamscan::TimeStamp;
+using oV::Roamscan::toEigen;
 using oV::Roamscan::TrafoT;
 using oV::Roamscan::Trajectory;
 
@@ -211,8 +213,7 @@ TEST(IRoamscanData, RotatesByTheMatrixInDoubleAndNarrowsOnce)
         auto const global = data.getGlobalScanPt(0, 0, trajectory, nullptr);
         auto const& local = data.point.position;
         Eigen::Vector3d const expected =
-            pose.rotation().toRotationMatrix() * Eigen::Vector3d(local.x, local.y, local.z) +
-            pose.translation();
+            pose.rotation().toRotationMatrix() * toEigen(local).cast<double>() + pose.translation();
         expectPosition(global,
                        static_cast<float>(expected.x()),
                        static_cast<float>(expected.y()),
@@ -233,8 +234,7 @@ TEST(IRoamscanData, RotatesByTheMatrixToTheLastBitOfADouble)
                              static_cast<float>(random.number(-9, 9)));
         auto const& local = data.point.position;
         TrafoT<double> pose = random.pose();
-        pose.translation() =
-            -(pose.rotation().toRotationMatrix() * Eigen::Vector3d(local.x, local.y, local.z));
+        pose.translation() = -(pose.rotation().toRotationMatrix() * toEigen(local).cast<double>());
         Trajectory const trajectory(TimeStamp(0), TimeStamp(1), [&pose](double) { return pose; });
         expectPosition(data.getGlobalScanPt(0, 0, trajectory, nullptr), 0, 0, 0);
     }

@@ -2,6 +2,7 @@
 
 #include "tools/io/SensorFile.h"
 
+#include <roamscan/time/EigenConversion.h>
 #include <roamscan/time/TimeConversion.h>
 
 #include <algorithm>
@@ -45,10 +46,7 @@ SampleTimes timesOf(SampleMap<T> const& samples)
 
 TrafoT<double> poseOf(mapping::Rigid3<float> const& pose)
 {
-    auto const& [t, q] = pose;
-    return {Eigen::Vector3f(t.x, t.y, t.z).cast<double>(),
-            Eigen::Quaternionf(q.w, q.x, q.y, q.z).cast<double>(),
-            true};
+    return {toEigen(pose.translation).cast<double>(), toEigen(pose.rotation).cast<double>(), true};
 }
 
 } // namespace

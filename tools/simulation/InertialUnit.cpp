@@ -2,6 +2,7 @@
 
 #include "tools/simulation/RandomNumbers.h"
 
+#include <roamscan/time/EigenConversion.h>
 #include <roamscan/time/TimeConversion.h>
 
 #include <cmath>
@@ -53,11 +54,6 @@ Moving movingAt(double time, Motion const& motion, Eigen::Isometry3d const& moun
         now.linear().transpose(), (leaving - arriving) / (span / 2.0), turn.axis() * (turn.angle() / span)};
 }
 
-mapping::Vector3<double> vectorOf(Vector3d const& v)
-{
-    return {v.x(), v.y(), v.z()};
-}
-
 } // namespace
 
 SampleMap<mapping::ImuData>
@@ -77,10 +73,10 @@ measure(InertialUnit const& unit, Motion const& motion, Eigen::Matrix3d const& t
         };
         double const time = motion.startTime() + static_cast<double>(i) / unit.samplesPerSecond;
         Moving const moving = movingAt(time, motion, unit.mounting);
-        auto const force = vectorOf(moving.toUnit * (moving.acceleration + upwards) +
-                                    noise(unit.forceDeviation, ForceNoise));
-        auto const turning = vectorOf(moving.angularVelocity + noise(unit.turningDeviation, TurningNoise));
-        auto const magnetic = vectorOf(moving.toUnit * field + noise(unit.magneticDeviation, MagneticNoise));
+        auto const force = toVector3(moving.toUnit * (moving.acceleration + upwards) +
+                                     noise(unit.forceDeviation, ForceNoise));
+        auto const turning = toVector3(moving.angularVelocity + noise(unit.turningDeviation, TurningNoise));
+        auto const magnetic = toVector3(moving.toUnit * field + noise(unit.magneticDeviation, MagneticNoise));
         mapping::TimeStamp const stamp(time);
         samples.insert_or_assign(
             samples.end(),

@@ -5,6 +5,8 @@
 #include "tools/simulation/Instrument.h"
 #include "tools/simulation/RandomNumbers.h"
 
+#include <roamscan/time/EigenConversion.h>
+
 #include <algorithm>
 
 namespace oV::Roamscan::tool
@@ -20,9 +22,8 @@ constexpr double mostInertial = 340'000.0;  // samples of a unit
 
 mapping::Rigid3<float> poseOf(Eigen::Isometry3d const& position)
 {
-    Eigen::Vector3f const t = position.translation().cast<float>();
-    Eigen::Quaternionf const q = Eigen::Quaterniond(position.linear()).cast<float>();
-    return {{t.x(), t.y(), t.z()}, {q.x(), q.y(), q.z(), q.w()}};
+    return toRigid3(position.translation().cast<float>(),
+                    Eigen::Quaterniond(position.linear()).cast<float>());
 }
 
 /// Records the sensors one after the other.

@@ -3,6 +3,8 @@
 #include "tools/simulation/RoomPlan.h"
 #include "tools/simulation/WalkMotion.h"
 
+#include <roamscan/time/EigenConversion.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -50,19 +52,14 @@ InertialUnit withoutNoise()
     return unit;
 }
 
-Vector3d vectorOf(mapping::Vector3<double> const& v)
-{
-    return {v.x, v.y, v.z};
-}
-
 /// The largest deviation of any sample from what is expected of all.
 struct Deviation
 {
     Deviation(SampleMap<mapping::ImuData> const& samples, Vector3d const& ofForce, Vector3d const& ofTurning)
     {
         for (auto const& [tick, sample] : samples) {
-            force = std::max(force, (vectorOf(sample->getLinearAcceleration()) - ofForce).norm());
-            turning = std::max(turning, (vectorOf(sample->getAngularVelocity()) - ofTurning).norm());
+            force = std::max(force, (toEigen(sample->getLinearAcceleration()) - ofForce).norm());
+            turning = std::max(turning, (toEigen(sample->getAngularVelocity()) - ofTurning).norm());
         }
     }
 
@@ -146,7 +143,7 @@ TEST(InertialUnit, UpIsWhereThePlanSaysSo)
     EXPECT_LT(deviation.force, 1e-9);
     auto const& last = *samples.rbegin()->second;
     ASSERT_TRUE(last.hasMagneticField());
-    EXPECT_LT((vectorOf(last.getMagneticField()) - Vector3d(0.0, -44.0, -20.0)).norm(), 1e-9);
+    EXPECT_LT((toEigen(last.getMagneticField()) - Vector3d(0.0, -44.0, -20.0)).norm(), 1e-9);
 }
 
 TEST(InertialUnit, TheCompassTurnsWithTheUnit)
@@ -154,9 +151,9 @@ TEST(InertialUnit, TheCompassTurnsWithTheUnit)
     InertialUnit unit = withoutNoise();
     unit.hasCompass = true;
     auto const samples = measure(unit, CirclingMotion(0.0), level, 1);
-    Vector3d const start = vectorOf(samples.at(0)->getMagneticField());
+    Vector3d const start = toEigen(samples.at(0)->getMagneticField());
     EXPECT_LT((start - Vector3d(0.0, 20.0, -44.0)).norm(), 1e-9);
-    Vector3d const turned = vectorOf(samples.at(200'000'000)->getMagneticField()); // by one radian
+    Vector3d const turned = toEigen(samples.at(200'000'000)->getMagneticField()); // by one radian
     EXPECT_LT((turned - Vector3d(20.0 * std::sin(1.0), 20.0 * std::cos(1.0), -44.0)).norm(), 1e-9);
 }
 
@@ -172,7 +169,7 @@ TEST(InertialUnit, TheForcesOfAWalkAddUpToItsVelocity)
         double const time = sample->getTimeStamp().get();
         // Each sample stands for the time around it, so the two at the ends count by half.
         bool const atEnd = time == motion.startTime() || time > motion.stopTime() - 0.001;
-        Vector3d const force = motion.at(time).linear() * vectorOf(sample->getLinearAcceleration());
+        Vector3d const force = motion.at(time).linear() * toEigen(sample->getLinearAcceleration());
         velocity += (atEnd ? 0.0025 : 0.005) * (force - Vector3d(0.0, 0.0, gravity));
     }
     Vector3d const gained = velocityAt(motion.stopTime()) - velocityAt(motion.startTime());
@@ -190,9 +187,9 @@ TEST(InertialUnit, TheNoiseHasItsDeviation)
     double magnetic = 0.0;
     auto const samples = measure(unit, CirclingMotion(100.0, 0.0), level, 1);
     for (auto const& [tick, sample] : samples) {
-        force += (vectorOf(sample->getLinearAcceleration()) - Vector3d(0.0, 0.0, gravity)).squaredNorm();
-        turning += vectorOf(sample->getAngularVelocity()).squaredNorm();
-        magnetic += (vectorOf(sample->getMagneticField()) - Vector3d(0.0, 20.0, -44.0)).squaredNorm();
+        force += (toEigen(sample->getLinearAcceleration()) - Vector3d(0.0, 0.0, gravity)).squaredNorm();
+        turning += toEigen(sample->getAngularVelocity()).squaredNorm();
+        magnetic += (toEigen(sample->getMagneticField()) - Vector3d(0.0, 20.0, -44.0)).squaredNorm();
     }
     auto const count = 3.0 * static_cast<double>(samples.size());
     EXPECT_NEAR(std::sqrt(force / count), unit.forceDeviation, 0.05 * unit.forceDeviation);

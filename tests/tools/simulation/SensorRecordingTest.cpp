@@ -6,6 +6,8 @@
 #include "tools/simulation/SimulationLimits.h"
 #include "tools/simulation/WalkMotion.h"
 
+#include <roamscan/time/EigenConversion.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -56,11 +58,8 @@ TEST(SensorRecording, HasTwoRangefindersTwoInertialUnitsAndTheirPoses)
     sensors.insert(sensors.end(), units.begin(), units.end());
     for (MountedSensor const& sensor : sensors) {
         auto const& [t, q] = data.sensorPoses.at(sensor.name);
-        EXPECT_TRUE(
-            sensor.position.translation().isApprox(Eigen::Vector3f(t.x, t.y, t.z).cast<double>(), 1e-6))
-            << sensor.name;
-        EXPECT_TRUE(sensor.position.linear().isApprox(
-            Eigen::Quaternionf(q.w, q.x, q.y, q.z).toRotationMatrix().cast<double>(), 1e-6))
+        EXPECT_TRUE(sensor.position.translation().isApprox(toEigen(t).cast<double>(), 1e-6)) << sensor.name;
+        EXPECT_TRUE(sensor.position.linear().isApprox(toEigen(q).toRotationMatrix().cast<double>(), 1e-6))
             << sensor.name;
     }
 }
