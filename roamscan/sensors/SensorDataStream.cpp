@@ -3,8 +3,10 @@
 
 #include <roamscan/sensors/SensorData.h>
 #include <roamscan/sensors/SensorFile_generated.h>
+#include <roamscan/sensors/detail/SensorBufferSize.h>
 #include <roamscan/streams/detail/FlatBufferRoot.h>
 #include <roamscan/streams/detail/LengthPrefixedBuffer.h>
+#include <roamscan/streams/detail/UnpackedSize.h>
 #include <roamscan/streams/detail/WriteFlatBuffer.h>
 #include <roamscan/time/TimeConversion.h>
 
@@ -140,33 +142,6 @@ void packStore(flatbuffers::FlatBufferBuilder& builder, SensorData const& store)
     builder.Finish(schema::CreateSensorDataRoot(builder, rangefinders, imus, poses, store.posesApplied));
 }
 
-// The buffer takes no more than this: for each entry its offset and its largest padded table, for each name
-// its length, text and padding, for each sensor and burst also the head of a vector.
-std::uint64_t bufferSizeBound(SensorData const& store)
-{
-    constexpr std::uint64_t fixed = 512;
-    constexpr std::uint64_t perName = 4 + 4;
-    constexpr std::uint64_t perSensor = 4 + 12 + 8 + perName;
-    constexpr std::uint64_t perImuSample = 4 + 4 + sizeof(double) + 3 * sizeof(schema::Vec3f) + 8;
-    constexpr std::uint64_t perRangefinderSample = 4 + 4 + sizeof(double) + sizeof(schema::Vec3f) + 4 + 8 + 8;
-    constexpr std::uint64_t perPose = 4 + 4 + 4 + sizeof(schema::SensorPoseRecord) + 4 + perName;
-
-    std::uint64_t size = fixed;
-    for (auto const& [name, samples] : store.imuData) {
-        size += perSensor + name.size() + perImuSample * samples.size();
-    }
-    for (auto const& [name, samples] : store.rangefinderData) {
-        size += perSensor + name.size();
-        for (auto const& [key, record] : samples) {
-            size += perRangefinderSample + sizeof(schema::RangePoint) * record->getRanges().get().size();
-        }
-    }
-    for (auto const& [name, pose] : store.sensorPoses) {
-        size += perPose + name.size();
-    }
-    return size;
-}
-
 // Reading
 
 mapping::Vector3<double> fromRecord(schema::Vec3f const& record)
@@ -189,25 +164,6 @@ std::uint64_t sizeOf(flatbuffers::Vector<Element> const* vector)
 {
     return vector == nullptr ? 0 : vector->size();
 }
-
-// Counts what has been unpacked, so that a buffer whose tables share each other is given up once it grows out
-// of proportion.
-class UnpackedSize
-{
-public:
-    explicit UnpackedSize(std::size_t bufferSize) : bufferSize_(bufferSize) {}
-
-    /// False once it is too much.
-    [[nodiscard]] bool add(std::uint64_t size)
-    {
-        total_ += size;
-        return detail::unpackedSizeIsReasonable(total_, bufferSize_);
-    }
-
-private:
-    std::size_t bufferSize_;
-    std::uint64_t total_ = 0;
-};
 
 std::uint64_t sizeInStore(schema::RangefinderSample const& sample)
 {
@@ -288,7 +244,9 @@ std::shared_ptr<mapping::RangefinderData const> unpackSample(RecordBlocks<mappin
 // False if a sample lacks one of its vectors, or if it all is too much. A sensor without samples leaves no
 // entry.
 template <typename T, typename Sensor>
-bool unpackSensors(SensorData::Samples<T>& sensors, TableVector<Sensor> const* tables, UnpackedSize& size)
+bool unpackSensors(SensorData::Samples<T>& sensors,
+                   TableVector<Sensor> const* tables,
+                   detail::UnpackedSize& size)
 {
     for (flatbuffers::uoffset_t i = 0; i < sizeOf(tables); ++i) {
         auto const* const samples = tables->Get(i)->samples();
@@ -317,7 +275,7 @@ bool unpackSensors(SensorData::Samples<T>& sensors, TableVector<Sensor> const* t
 // False if a pose table lacks its pose, or if it all is too much.
 bool unpackPoses(std::unordered_map<std::string, mapping::Rigid3<float>>& poses,
                  TableVector<schema::SensorPose> const* tables,
-                 UnpackedSize& size)
+                 detail::UnpackedSize& size)
 {
     for (flatbuffers::uoffset_t i = 0; i < sizeOf(tables); ++i) {
         auto const* const table = tables->Get(i);
@@ -344,7 +302,7 @@ std::shared_ptr<SensorData> SensorData::read(std::istream& stream)
     if (root == nullptr) {
         return nullptr;
     }
-    UnpackedSize size(bytes.size());
+    detail::UnpackedSize size(bytes.size());
     if (!unpackSensors(store->imuData, root->imuSensors(), size) ||
         !unpackSensors(store->rangefinderData, root->rangefinderSensors(), size) ||
         !unpackPoses(store->sensorPoses, root->poses(), size))
@@ -358,7 +316,7 @@ std::shared_ptr<SensorData> SensorData::read(std::istream& stream)
 bool SensorData::write(std::ostream& stream) const
 {
     return detail::writeFlatBuffer(
-        stream, bufferSizeBound(*this), [this](flatbuffers::FlatBufferBuilder& builder) {
+        stream, detail::bufferSizeBound(*this), [this](flatbuffers::FlatBufferBuilder& builder) {
             packStore(builder, *this);
         });
 }

@@ -3,6 +3,8 @@
 namespace oV::Roamscan
 {
 
+TrajectoryNode::TrajectoryNode() : TrajectoryNode(0.0) {}
+
 TrajectoryNode::TrajectoryNode(double const timeValue,
                                TrafoT<double> const& poseValue,
                                Type const& typeValue,

@@ -30,14 +30,19 @@ struct ROAMSCAN_EXPORT TrajectoryNode
     Eigen::Matrix<double, 3, 3> matrixB; ///< Payload, column-major.
     bool flag;                           ///< Payload.
 
-    /// The time comes first in the arguments and second in the fields; both orders are part of the interface.
-    // NOLINTNEXTLINE(google-explicit-constructor): the interface has it implicit
-    TrajectoryNode(double const time = 0.0,
+    /// Time 0, the identity pose, type `Default`, zero matrices, flag true.
+    TrajectoryNode();
+
+    /// @note Here the time comes before the pose, in the structure after it. Both orders are part of the
+    /// interface, and so is the implicit conversion from a time.
+    // NOLINTNEXTLINE(google-explicit-constructor): see the note
+    TrajectoryNode(double time,
                    TrafoT<double> const& pose = TrafoT<double>::Identity(),
                    Type const& type = Type::Default,
                    Eigen::Matrix<double, 3, 3> const& matrixA = Eigen::Matrix<double, 3, 3>::Zero(),
                    Eigen::Matrix<double, 3, 3> const& matrixB = Eigen::Matrix<double, 3, 3>::Zero(),
-                   bool const flag = true);
+                   bool flag = true);
+
     TrajectoryNode(TrajectoryNode const& other);
 
     /// A copy; `other` is left as it was.

@@ -6,9 +6,11 @@
 #include <roamscan/frame/platform/detail/UntouchedMemory.h>
 #include <roamscan/streams/detail/FlatBufferRoot.h>
 #include <roamscan/streams/detail/LengthPrefixedBuffer.h>
+#include <roamscan/streams/detail/UnpackedSize.h>
 #include <roamscan/streams/detail/WriteFlatBuffer.h>
 #include <roamscan/trajectorydata/TrajectoryData.h>
 #include <roamscan/trajectorydata/TrajectoryFile_generated.h>
+#include <roamscan/trajectorydata/detail/TrajectoryBufferSize.h>
 
 #include <cstddef>
 #include <istream>
@@ -52,17 +54,6 @@ Eigen::Matrix<double, 3, 3> fromRecord(schema::Matrix3Record const& record)
     return matrix;
 }
 
-// No more than the buffer will take: the root, the vectors' heads and the vtables, and for each entry its
-// offset and the largest padded record.
-std::uint64_t bufferSizeBound(TrajectoryData const& store)
-{
-    constexpr std::uint64_t fixed = 512;
-    constexpr std::uint64_t perNode =
-        4 + 4 + sizeof(double) + sizeof(schema::PoseRecord) + 2 * sizeof(schema::Matrix3Record) + 4 + 1 + 7;
-    return fixed + perNode * store.nodes.size() +
-           sizeof(schema::DevicePositionRecord) * store.devicePositions.size();
-}
-
 void packStore(flatbuffers::FlatBufferBuilder& builder, TrajectoryData const& store)
 {
     std::vector<flatbuffers::Offset<schema::TrajectoryNodeRecord>> nodes;
@@ -91,6 +82,9 @@ void packStore(flatbuffers::FlatBufferBuilder& builder, TrajectoryData const& st
     }
     builder.Finish(schema::CreateTrajectoryFile(builder, nodeVector, positionVector));
 }
+
+// Nodes may share a table, but the verifier bounds their number, and with it what they unpack to.
+static_assert(detail::largestTableCount * sizeof(TrajectoryNode) <= detail::UnpackedSize::alwaysUnpacked);
 
 // Nothing if a node lacks one of its structs.
 std::optional<std::vector<TrajectoryNode>> unpackNodes(schema::TrajectoryFile const& file)
@@ -175,10 +169,6 @@ bool TrajectoryData::readFromStream(std::istream& stream)
     if (file == nullptr) {
         return false;
     }
-    std::uint64_t const nodeCount = file->nodes() == nullptr ? 0 : file->nodes()->size();
-    if (!detail::unpackedSizeIsReasonable(nodeCount * sizeof(TrajectoryNode), bytes.size())) {
-        return false;
-    }
     auto newNodes = unpackNodes(*file);
     if (!newNodes) {
         return false;
@@ -192,7 +182,7 @@ bool TrajectoryData::readFromStream(std::istream& stream)
 bool TrajectoryData::write(std::ostream& stream) const
 {
     return detail::writeFlatBuffer(
-        stream, bufferSizeBound(*this), [this](flatbuffers::FlatBufferBuilder& builder) {
+        stream, detail::bufferSizeBound(*this), [this](flatbuffers::FlatBufferBuilder& builder) {
             packStore(builder, *this);
         });
 }

@@ -38,6 +38,7 @@ foreach(
           "oV::Roamscan::SampledTrajectoryIterator::operator++()"
           "oV::Roamscan::SampledTrajectoryRange::begin() const"
           "oV::Roamscan::InterpolatedTrajectoryPathBuilder::build() const"
+          "oV::Roamscan::TrajectoryNode::TrajectoryNode()"
           "oV::Roamscan::TrajectoryNode::operator=(oV::Roamscan::TrajectoryNode&&)"
           "oV::Roamscan::TrajectoryData::read(std::istream&)"
           "oV::Roamscan::TrajectoryData::~TrajectoryData()"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <roamscan/frame/values/Endianness.h>
 #include <roamscan/streams/detail/FlatBufferRoot.h>
 #include <roamscan/streams/detail/LengthPrefixedBuffer.h>
 
@@ -13,13 +14,19 @@
 namespace oV::Roamscan::detail
 {
 
-/// Writes what `pack` builds, and finishes, as one frame. `sizeBound` is no less than the size that the
-/// buffer will have: it is made that large at once, as growing it would copy it. True if all was written and
-/// the stream is good afterwards; nothing is built for a stream that is not good, nor beyond what a buffer
-/// can hold.
+/// Builds a buffer and writes it with its length prefix.
+///
+/// A stream that is not good gets nothing and keeps its state. Neither a buffer for it nor one above
+/// `largestFlatBuffer` is built.
+///
+/// @param sizeBound upper bound of the finished buffer's size; allocated at once, because growing would copy
+/// @param pack      builds and finishes the buffer: `void(flatbuffers::FlatBufferBuilder&)`
+/// @return whether everything was written and the stream is good
+/// @note Clears Endianness::bigEndian in every case, also for a stream that had failed before.
 template <typename Pack>
 [[nodiscard]] bool writeFlatBuffer(std::ostream& stream, std::uint64_t sizeBound, Pack const& pack)
 {
+    Endianness::bigEndian = false;
     if (!stream.good() || sizeBound > largestFlatBuffer) {
         return false;
     }
