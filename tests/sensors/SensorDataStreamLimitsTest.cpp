@@ -60,8 +60,9 @@ std::string streamOfSharedSamples(std::uint32_t samples, std::uint32_t points)
         u16(10) + u16(20) + u16(0) + u16(4) + u16(8) + u16(0); // vtable of the sample: points and origin
     buffer += u32(12) + u32(16) + f32({1, 2, 3});              // the sample, then its points
     buffer += u32(points);
+    std::string const point = f32({1, 2, 3, 4});
     for (std::uint32_t i = 0; i < points; ++i) {
-        buffer += f32({1, 2, 3, 4});
+        buffer += point;
     }
     return framed(buffer);
 }
