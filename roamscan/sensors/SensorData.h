@@ -18,114 +18,122 @@
 namespace oV::Roamscan
 {
 
-/// The samples of one sensor by integer time: immutable records, shared with whoever else holds them. By
-/// convention the key is `convertToIntegerTime` of the record's own time stamp.
+/// The samples of one sensor by integer time (ticks of 10 ns). Records are immutable and may be shared with
+/// other stores. By convention the key is `convertToIntegerTime` of the record's own time stamp.
 template <typename T>
 using SampleMap = std::map<int64, std::shared_ptr<T const>>;
 
-/// What the sensors recorded during one walk: samples by sensor name and time, and one fixed pose for each
-/// sensor.
+/// The sensor samples of one recording, by sensor name and time, and the fixed pose of each sensor.
 ///
-/// A plain store; plug-ins work on its fields. A sensor's name is an arbitrary byte string, and the same name
-/// may stand in several fields. Copies have containers of their own and share the records. No operation
-/// changes a record: where a sample differs afterwards, a new record has taken its place, and copies and
-/// views made before keep the old one.
+/// Plug-ins work on the fields directly. A sensor's name is an arbitrary byte string, and several fields may
+/// use the same name.
 ///
-/// One writer at a time, with no reader beside it; many readers otherwise. Stores that share records are
-/// independent.
+/// Copies have their own containers and share the records. No operation changes a record. To change a sample,
+/// an operation replaces the record by a new one; copies and views made before keep the old one.
 ///
-/// **Stream format.** An unsigned 64-bit little-endian byte count, then as many bytes: one FlatBuffers buffer
-/// of the schema in SensorFile.fbs. It holds `imuData`, `rangefinderData`, `sensorPoses` and `posesApplied`,
-/// in single precision but for the times; the other fields are not kept, nor the auxiliaries of points, nor a
-/// sensor without samples. The stream must pass bytes through unchanged (binary mode).
+/// Thread safety: concurrent reads are safe; a write needs exclusive access. Different stores are
+/// independent, even if they share records.
+///
+/// **Stream format.** A length-prefixed buffer: its size as an unsigned 64-bit little-endian number, then one
+/// FlatBuffers buffer of the schema in SensorFile.fbs. It stores `imuData`, `rangefinderData`, `sensorPoses`
+/// and `posesApplied`, with times in double precision and all other numbers in single precision. It does not
+/// store the other fields, the auxiliaries of points, and sensors without samples. Open streams in binary
+/// mode.
 struct ROAMSCAN_EXPORT SensorData
 {
     /// The samples of one kind, by sensor name.
     template <typename T>
     using Samples = std::unordered_map<std::string, SampleMap<T>>;
 
-    /// All samples of all sensors at one tick, by sensor name.
+    /// All samples of all sensors at one tick of integer time, by sensor name.
     struct TimedData
     {
-        /// The samples of one kind; only sensors that have one at the tick.
+        /// The samples of one kind. Contains only the sensors that have a sample at the tick.
         template <typename T>
         using Samples = std::map<std::string, std::shared_ptr<T const>>;
 
-        Samples<mapping::ImuData> imuData;                     ///< Out of SensorData::imuData.
-        Samples<mapping::AbsolutePose2DData> absolutePoseData; ///< Out of SensorData::absolutePoseData.
-        Samples<mapping::RangefinderData> rangefinderData;     ///< Out of SensorData::rangefinderData.
-        Samples<mapping::RangefinderData>
-            secondRangefinderData; ///< Out of SensorData::secondRangefinderData.
-        Samples<mapping::ScanningStatusData> scanningStatusData; ///< Out of SensorData::scanningStatusData.
+        Samples<mapping::ImuData> imuData;                       ///< From SensorData::imuData.
+        Samples<mapping::AbsolutePose2DData> absolutePoseData;   ///< From SensorData::absolutePoseData.
+        Samples<mapping::RangefinderData> rangefinderData;       ///< From SensorData::rangefinderData.
+        Samples<mapping::RangefinderData> secondRangefinderData; ///< From SensorData::secondRangefinderData.
+        Samples<mapping::ScanningStatusData> scanningStatusData; ///< From SensorData::scanningStatusData.
     };
 
-    Samples<mapping::ImuData> imuData;                     ///< Kept in the stream.
-    Samples<mapping::AbsolutePose2DData> absolutePoseData; ///< Not kept in the stream.
-    Samples<mapping::RangefinderData> rangefinderData;     ///< Kept in the stream.
+    Samples<mapping::ImuData> imuData;                     ///< Stored in streams.
+    Samples<mapping::AbsolutePose2DData> absolutePoseData; ///< Not stored in streams.
+    Samples<mapping::RangefinderData> rangefinderData;     ///< Stored in streams.
     Samples<mapping::RangefinderData>
-        secondRangefinderData; ///< A second, separate set; not kept in the stream.
-    Samples<mapping::ScanningStatusData> scanningStatusData;             ///< Not kept in the stream.
-    std::unordered_map<std::string, mapping::Rigid3<float>> sensorPoses; ///< Kept in the stream.
-    bool posesApplied = false; ///< The samples are rotated by `sensorPoses`. Kept in the stream.
+        secondRangefinderData; ///< A second, separate set. Not stored in streams.
+    Samples<mapping::ScanningStatusData> scanningStatusData; ///< Not stored in streams.
+    std::unordered_map<std::string, mapping::Rigid3<float>>
+        sensorPoses;           ///< By sensor name. Stored in streams.
+    bool posesApplied = false; ///< Whether `sensorPoses` have been applied. Stored in streams.
 
     SensorData();
     SensorData(SensorData const& other);
     ~SensorData();
     SensorData& operator=(SensorData const& other);
 
-    /// Adds the samples and poses of another store, sharing its records. Where both have a sample of a sensor
-    /// at one tick, or a pose of one sensor, that of this store stays. A recording that follows in time costs
-    /// the same for every sample, however long this one is.
-    /// @throws oV::InternalErrorException if the stores differ in `posesApplied`; this store is as it was
-    /// then
+    /// Adds the samples and poses of another store; the records are shared. Where both stores have a sample
+    /// of a sensor at the same tick, or a pose of the same sensor, this store's is kept.
+    ///
+    /// Takes constant time for each sample that is later than all samples of the sensor in this store.
+    /// @throws oV::InternalErrorException if the stores differ in `posesApplied`; this store is then
+    ///         unchanged
     SensorData& operator+=(SensorData const& other);
 
-    /// Rotates the samples of each sensor by its pose and sets `posesApplied`; nothing if that is set
-    /// already. One task for each pose runs on TBB's threads.
+    /// Rotates the samples of each sensor by its pose and sets `posesApplied`. Does nothing if that is
+    /// already set. Runs in parallel on TBB's threads, one task for each pose.
     ///
-    /// A name is looked up in `imuData`, then `rangefinderData`, then `secondRangefinderData`, and only the
-    /// first that has it is rotated. Callers may rely on what is lost or kept: translations have no effect,
-    /// origins stay, magnetic fields and auxiliaries are dropped, and only the rotation of inertial samples
-    /// is brought to unit length.
+    /// The name of each pose is looked up in `imuData`, then in `rangefinderData`, then in
+    /// `secondRangefinderData`. Only the first match is rotated.
     ///
-    /// An exception, such as for lack of memory, reaches the caller and leaves `posesApplied` false; some
-    /// samples may be rotated by then.
+    /// Exceptions of a task, such as std::bad_alloc, pass through. `posesApplied` then stays false, but some
+    /// sensors may have been rotated.
+    /// @warning Magnetic fields and auxiliaries are dropped. Translations are not applied, and the origins of
+    /// bursts are not rotated. A quaternion that is not of unit length is normalised for inertial samples,
+    /// but used unchanged for points.
     void applyPoses();
 
-    /// All samples of all sensors in the order of time, each record shared with this store. Never empty as a
-    /// pointer. The view lives on by itself.
+    /// Merges the samples of all sensors in the order of time (k-way merge).
+    /// @return never null; shares the records and is otherwise independent of this store
     [[nodiscard]] std::shared_ptr<std::map<int64, TimedData>> createTimedData() const;
 
-    /// Moves every sample along the time axis: its key to `f(key)`, its time stamp through `f` by way of
-    /// ticks. `f` must be pure. Of several samples of a sensor that meet at one tick, the one that was latest
-    /// stays; sensors without samples are gone afterwards. The times of points within a burst stay.
+    /// Maps the time of every sample: its key becomes `f(key)`, and its time stamp is converted to ticks,
+    /// mapped by `f` and converted back. The times of points within a burst do not change.
     ///
-    /// What `f` throws passes through. The kinds of samples are handled one after the other, each as a whole:
-    /// in the order inertial, both range sets, absolute poses, scanning status.
+    /// Of several samples of a sensor that are mapped to the same tick, the one with the latest former key is
+    /// kept. Sensors without samples are removed.
+    ///
+    /// Exceptions of `f` pass through. Samples of the kinds handled before are then mapped, the others
+    /// unchanged; the order is inertial, rangefinder, second rangefinder, absolute pose, scanning status.
+    /// @param f ticks to ticks; must give the same result for the same argument
     /// @throws std::bad_function_call if `f` is empty and there is a sample
     void modifyTime(std::function<int64(int64)> const& f);
 
-    /// A new store with what the next frame of the stream holds, or an empty pointer; the stream is left
-    /// directly behind the frame.
+    /// Reads a length-prefixed buffer and leaves the stream directly after it.
     ///
-    /// Fails if the stream is not good on entry or ends early, if the buffer is not a sound one of the
-    /// schema, if it holds more than 1,000,000 tables (the root, each sensor, each sample, each pose), if a
-    /// sample lacks one of its vectors or a sensor pose its pose, or if it would unpack to more than sixteen
-    /// times its size. Of several samples of a sensor at one tick, and of several poses of one sensor, the
-    /// last in the file stays.
+    /// Of several samples of a sensor at the same tick, and of several poses of the same sensor, the last one
+    /// in the stream is used.
     ///
-    /// Records are made in blocks of up to 64 of one sensor; whoever holds on to one keeps its block in
-    /// memory.
-    ///
-    /// A byte count that promises more than the stream holds costs address space only; one that cannot be
-    /// allocated passes the allocation's exception through, with the stream behind the count. An exception
-    /// that the stream is set to raise passes through too.
-    /// @throws std::bad_alloc, std::length_error
+    /// @return a new store, or null if
+    /// - the stream is not good on entry or ends early,
+    /// - the buffer is not valid for the schema,
+    /// - it has more than 1,000,000 tables (the root, each sensor, each sample and each pose is a table),
+    /// - a sample lacks a required vector, or a pose table its pose, or
+    /// - its tables share each other, so that the contents would take more than 256 MiB and more than sixteen
+    ///   times the buffer's size.
+    /// @throws std::bad_alloc, std::length_error if the buffer cannot be allocated; the stream is then
+    ///         directly after the length
+    /// @throws std::ios_base::failure if exceptions are enabled on the stream
+    /// @note A length beyond the end of the stream costs address space, not memory. Records are allocated in
+    /// blocks of up to 64; a block lives as long as one of its records.
     [[nodiscard]] static std::shared_ptr<SensorData> read(std::istream& stream);
 
-    /// Writes one frame at the stream's position; nothing is flushed. True if the stream is good afterwards.
-    /// False also, with nothing written, if the store's buffer could pass the format's limit of 2 GiB,
-    /// counted with every table at its largest.
+    /// Writes a length-prefixed buffer at the stream's position. Does not flush.
+    /// @return whether everything was written and the stream is good. Nothing is written to a stream that is
+    ///         not good, nor if the buffer would exceed the format's limit of 2 GiB.
+    /// @warning Stores of more than 1,000,000 tables can be written but not read back; see read().
     [[nodiscard]] bool write(std::ostream& stream) const;
 };
 

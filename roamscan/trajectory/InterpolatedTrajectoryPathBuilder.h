@@ -15,16 +15,19 @@ namespace detail
 class PoseSequence;
 }
 
-/// Collects poses with times and turns them into a trajectory that interpolates between them. It also reads
-/// as a script of a motion: set an initial pose, add poses after durations, wait.
+/// Collects poses with times and builds a trajectory that interpolates between them: linearly in translation,
+/// by slerp in rotation.
 ///
-/// The order of writing is free; a time that is written again keeps the later pose. Every write makes its
-/// time the current time, which relative writes count from; it starts at 0 and goes back when a write does.
-/// Durations are not examined. A pose's flag is kept as it is. A pose at a NaN time belongs nowhere and is
-/// not kept, though NaN becomes the current time.
+/// Poses are added at absolute times, or relative to the current time, which is the time of the last call
+/// that added a pose (0 at first). Times may come in any order. Of two poses at the same time, the one added
+/// later replaces the other.
 ///
-/// A value: copies are deep, and a moved-from builder is empty and keeps its current time. Many threads may
-/// build from one builder; writing needs the caller's own exclusion.
+/// Copies are deep. A moved-from builder has no poses and keeps its current time.
+///
+/// Thread safety: build() may run concurrently. Adding poses needs external synchronisation.
+///
+/// @note Durations may be zero or negative; the current time then stays or goes back. A pose that is not
+/// `valid()` is added like any other. A pose at time NaN is dropped, but NaN becomes the current time.
 class ROAMSCAN_EXPORT InterpolatedTrajectoryPathBuilder
 {
 public:
@@ -36,21 +39,23 @@ public:
     InterpolatedTrajectoryPathBuilder& operator=(InterpolatedTrajectoryPathBuilder const& other);
     InterpolatedTrajectoryPathBuilder& operator=(InterpolatedTrajectoryPathBuilder&& other) noexcept;
 
-    /// The same as addPose() at a time: it neither clears the table nor has to come first.
+    /// The same as addPose() at an absolute time.
+    /// @note It does not remove earlier poses and may be called at any point.
     InterpolatedTrajectoryPathBuilder& setInitialPose(TimeStamp time, TrafoT<double> pose);
 
-    /// Writes a pose at a time.
+    /// Adds a pose at an absolute time.
     InterpolatedTrajectoryPathBuilder& addPose(TimeStamp time, TrafoT<double> pose);
 
-    /// Writes a pose at the current time plus a duration.
+    /// Adds a pose at the current time plus a duration.
     InterpolatedTrajectoryPathBuilder& addPose(Duration const& after, TrafoT<double> pose);
 
-    /// Holds still: writes the pose at exactly the current time again, a duration later.
-    /// @throws std::out_of_range if there is no pose at the current time; the builder is as it was then
+    /// Stands still: adds the pose of the current time again, a duration later.
+    /// @throws std::out_of_range if there is no pose at exactly the current time; the builder is then
+    ///         unchanged
     InterpolatedTrajectoryPathBuilder& waitFor(Duration const& duration);
 
-    /// The trajectory from the first to the last time, without accelerations. Later writes do not reach it.
-    /// Without poses it spans 0 to 0, and sampling it throws `std::out_of_range`.
+    /// @return the trajectory from the first to the last time, without accelerations. It owns a copy of the
+    ///         poses. Without poses its interval is 0 to 0 and sampling it throws `std::out_of_range`.
     [[nodiscard]] virtual Trajectory build() const;
 
 private:

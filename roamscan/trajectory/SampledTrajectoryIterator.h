@@ -13,15 +13,16 @@ namespace oV::Roamscan
 
 class Trajectory;
 
-/// A position in a walk along a trajectory at a fixed step. It holds the node of its position; going on to
-/// the next one evaluates the pose function once.
+/// An input iterator over the poses of a trajectory at a fixed step. It holds the node of its position; each
+/// increment evaluates the pose function once.
 ///
-/// Callers may rely on the ends: a position whose time lies outside the trajectory's interval keeps the node
-/// of the position before it, time included, and the first position shows a default node (time 0, identity)
-/// then. Nothing is clamped.
+/// Refers to the trajectory, which must outlive it. Exceptions of the pose function pass through the
+/// constructor and the increments.
 ///
-/// Borrows the trajectory, which must outlive it. One thread uses an iterator at a time; several may walk one
-/// trajectory at once. What the pose function throws passes through the constructor and the increments.
+/// Thread safety: an iterator belongs to one thread. Several iterators may use one trajectory concurrently.
+///
+/// @warning At a time outside the trajectory's interval the node is not updated: it stays that of the
+/// previous position, time included. At the first position it is then a default node (time 0, identity).
 class ROAMSCAN_EXPORT SampledTrajectoryIterator
 {
 public:
@@ -31,11 +32,11 @@ public:
     using pointer = TrajectoryNode const*;
     using reference = TrajectoryNode const&;
 
-    /// An iterator over nothing; it may only be assigned to, compared and destroyed.
+    /// An iterator without a trajectory. It may only be assigned to, compared and destroyed.
     SampledTrajectoryIterator() = default;
 
-    /// The position at time `index * step + start`. Evaluates the pose function if that lies in the
-    /// trajectory.
+    /// The position at time `start + index * step`. Evaluates the pose function if the trajectory contains
+    /// that time.
     SampledTrajectoryIterator(Trajectory const* trajectory,
                               TimeStamp start,
                               std::uint64_t index,
@@ -47,8 +48,7 @@ public:
     SampledTrajectoryIterator& operator++();
     SampledTrajectoryIterator operator++(int);
 
-    /// Compares the indices alone, whatever the trajectories, starts and steps: it serves the end test of a
-    /// loop.
+    /// Compares the indices only, not the trajectories, starts and steps. Meant for the end test of a loop.
     [[nodiscard]] friend bool operator==(SampledTrajectoryIterator const& a,
                                          SampledTrajectoryIterator const& b)
     {

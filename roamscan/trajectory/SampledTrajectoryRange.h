@@ -11,19 +11,20 @@ namespace oV::Roamscan
 
 class Trajectory;
 
-/// A walk along a trajectory at a fixed step, for a plain range loop over its nodes. It holds no samples;
-/// each position evaluates the pose function once, and so does end() where its time lies in the trajectory.
+/// The poses of a trajectory at a fixed step, for a range-based loop over nodes. Poses are evaluated during
+/// the iteration; nothing is stored.
 ///
-/// Borrows the trajectory, which must outlive the range and its iterators.
+/// Refers to the trajectory, which must outlive the range and its iterators.
 class ROAMSCAN_EXPORT SampledTrajectoryRange
 {
 public:
-    /// From `start` on, `llround((stop - start) / step) + 1` positions; so the last one may stop short of
-    /// `stop` or pass it by up to half a step. The step is not checked: with zero or a negative one the count
-    /// is what that formula gives, which may be a loop without a practical end.
+    /// The positions `start + i * step` for i from 0 to `llround((stop - start) / step)`. The last one lies
+    /// within half a step of `stop`, before or after it.
+    /// @warning The step is not checked. A step of zero or below may give a loop of up to 2^64 positions.
     SampledTrajectoryRange(Trajectory const* trajectory, TimeStamp start, TimeStamp stop, Duration step);
 
     [[nodiscard]] SampledTrajectoryIterator begin() const;
+    /// Evaluates the pose function if the trajectory contains the time after the last position.
     [[nodiscard]] SampledTrajectoryIterator end() const;
 
 private:

@@ -12,34 +12,35 @@
 namespace oV::Roamscan
 {
 
-/// The pose of a device as a function of time over a closed interval, with an optional acceleration as a
-/// second one.
+/// The pose of a device as a function of time over a closed interval, optionally with its acceleration.
 ///
-/// A trajectory stores no samples of its own: it owns an interval and two functions, and any source can stand
-/// behind it. The usual one is the table of poses that InterpolatedTrajectoryPathBuilder makes; its poses are
-/// interpolated, it answers from its first key to just under 5 us past its last one, and outside throws
-/// `std::out_of_range`.
+/// A trajectory owns an interval, a pose function and an acceleration function. The usual pose function is
+/// the table that InterpolatedTrajectoryPathBuilder makes: it interpolates between its poses, from the first
+/// time to just under 5 us past the last one, and throws `std::out_of_range` outside.
 ///
-/// Copies are deep and share nothing: copying a trajectory over a table copies the table. A moved-from
-/// trajectory may only be assigned to or destroyed. All queries may run on any number of threads at once, as
-/// long as the functions allow it; those of this library do.
+/// Copies are deep: copying a trajectory with a table copies the table. A moved-from trajectory may only be
+/// assigned to or destroyed.
+///
+/// Thread safety: all queries may run concurrently if the functions allow it. The functions of this library
+/// do.
 class ROAMSCAN_EXPORT Trajectory
 {
 public:
-    /// The pose at a time in seconds. It may throw, and is callable from any thread that samples the
-    /// trajectory.
+    /// The pose at a time in seconds. It may throw. It is called on the thread that samples the trajectory.
     using PoseFunction = std::function<TrafoT<double>(double)>;
     /// The acceleration in the global frame at a time in seconds.
     using AccelerationFunction = std::function<Bv_1_1::Vec3d<double>(double)>;
 
-    /// The interval from 0 to 0, without functions: it contains the instant 0 and has no pose there.
+    /// The interval from 0 to 0 without functions. It contains the instant 0, but sampling it throws
+    /// `std::bad_function_call`.
     Trajectory();
 
-    /// A trajectory without accelerations. The interval is not checked and `pose` is not called.
+    /// A trajectory without accelerations.
+    /// @note `start` may be after `stop`: the interval is not checked. `pose` is not called.
     Trajectory(TimeStamp start, TimeStamp stop, PoseFunction pose);
 
-    /// A trajectory with accelerations in the global frame. It counts as having them even if the function is
-    /// empty.
+    /// A trajectory with accelerations in the global frame.
+    /// @note hasGlobalAccelerations() is then true, even if `acceleration` is an empty function.
     Trajectory(TimeStamp start, TimeStamp stop, PoseFunction pose, AccelerationFunction acceleration);
 
     Trajectory(Trajectory const& other);
@@ -55,47 +56,51 @@ public:
     /// Stop minus start.
     [[nodiscard]] Duration getDuration() const;
 
-    /// Whether the time, in seconds or ticks of 10 ns, is at least the start and not greater than the stop.
-    /// Both ends belong to the interval, without any tolerance; a NaN time does not.
+    /// Whether start <= time <= stop, without tolerance. False for NaN.
+    /// @param seconds in seconds; the overload for `int64` takes ticks of 10 ns
     [[nodiscard]] bool contains(double seconds) const;
     /// @overload
     [[nodiscard]] bool contains(TimeStamp time) const;
     /// @overload
     [[nodiscard]] bool contains(int64 time) const;
 
-    /// Whether start and stop do not differ, also because one is NaN. This speaks of the interval, not of the
-    /// source: a trajectory over a single pose is empty and answers at that instant.
+    /// Whether the interval has no length: start equals stop, or one of them is NaN.
+    /// @note A trajectory with a single pose is empty in this sense, and can be sampled at that instant.
     [[nodiscard]] bool empty() const;
 
     /// Whether an acceleration function was supplied.
     [[nodiscard]] bool hasGlobalAccelerations() const;
 
-    /// The pose at a time in seconds or ticks of 10 ns. The pose function alone decides about the range: it
-    /// is called for any time, also outside the interval, and what it throws passes through.
-    /// @throws std::bad_function_call without a pose function
-    /// @throws std::out_of_range outside a table of poses
+    /// The pose at a time. Calls the pose function, whose exceptions pass through.
+    /// @param seconds in seconds; the overload for `int64` takes ticks of 10 ns
+    /// @throws std::bad_function_call if there is no pose function
+    /// @throws std::out_of_range if the pose function is a table and the time is outside it
+    /// @note The interval is not tested: the pose function decides for which times it has a pose.
     [[nodiscard]] TrafoT<double> sample(double seconds) const;
     /// @overload
     [[nodiscard]] TrafoT<double> sample(TimeStamp time) const;
     /// @overload
     [[nodiscard]] TrafoT<double> sample(int64 time) const;
 
-    /// The pose at a time that the interval contains, else `fallback`.
+    /// @return sample(time) if the interval contains the time, otherwise `fallback`
     [[nodiscard]] TrafoT<double> sample_or(TimeStamp time, TrafoT<double> fallback) const;
 
     /// The acceleration in the global frame. The interval is not tested.
     /// @throws oV::InternalErrorException if no acceleration function was supplied
-    /// @throws std::bad_function_call if an empty one was
+    /// @throws std::bad_function_call if the supplied function is empty
     [[nodiscard]] Bv_1_1::Vec3d<double> sampleGlobalAcceleration(TimeStamp time) const;
 
-    /// The acceleration at a time that the interval contains, else, or without accelerations, `fallback`.
+    /// @return sampleGlobalAcceleration(time) if there are accelerations and the interval contains the time,
+    ///         otherwise `fallback`
     [[nodiscard]] Bv_1_1::Vec3d<double> sampleGlobalAcceleration_or(TimeStamp time,
                                                                     Bv_1_1::Vec3d<double> fallback) const;
 
-    /// A walk from start to stop at a fixed step. It borrows this trajectory.
+    /// The poses from start to stop at a fixed step. The range refers to this trajectory, which must outlive
+    /// it.
     [[nodiscard]] SampledTrajectoryRange sampled(Duration step) const;
 
-    /// A walk between two instants, which need not lie in the trajectory. It borrows this trajectory.
+    /// The poses between two instants, which may lie outside the interval; see SampledTrajectoryIterator for
+    /// what it gives there. The range refers to this trajectory, which must outlive it.
     [[nodiscard]] SampledTrajectoryRange sampled_over(TimeStamp from, TimeStamp to, Duration step) const;
 
 private:

@@ -10,15 +10,16 @@
 namespace oV::Roamscan
 {
 
-/// The trajectory through the poses of `nodes`, from the smallest to the largest time. The nodes need no
-/// order; of two at exactly the same time, the later one in the vector decides. Nodes that are not valid are
-/// not skipped: their poses come out not valid. The result owns its poses.
+/// Builds a trajectory that interpolates between the poses of `nodes`.
 ///
+/// @param nodes in any order; of two at the same time, the later one in the vector is used
+/// @return the trajectory from the smallest to the largest time; it owns a copy of the poses
+/// @note Nodes whose pose is not `valid()` are used as well; the trajectory's pose is then not valid either.
 /// Without nodes the result is that of an InterpolatedTrajectoryPathBuilder without poses.
 [[nodiscard]] ROAMSCAN_EXPORT Trajectory
 buildTrajectoryFromTrajectoryNodes(std::vector<TrajectoryNode> const& nodes);
 
-/// The same through the poses `(leftTransform * pose) * rightTransform`, the inner product formed first.
+/// The same with the poses `(leftTransform * pose) * rightTransform`, multiplied in this order.
 [[nodiscard]] ROAMSCAN_EXPORT Trajectory
 buildTrajectoryFromTrajectoryNodes(std::vector<TrajectoryNode> const& nodes,
                                    TrafoT<double> const& rightTransform,

@@ -10,20 +10,18 @@
 namespace oV::Roamscan
 {
 
-/// One pose sample on a trajectory, with payload that the library stores, copies, writes and reads bit for
-/// bit and never interprets.
-///
-/// A plain value. Many threads may read a node; writing needs the caller's own exclusion.
+/// One pose sample on a trajectory. `type`, `matrixA`, `matrixB` and `flag` are payload for plug-ins: the
+/// library copies and stores them bit for bit and never interprets them.
 struct ROAMSCAN_EXPORT TrajectoryNode
 {
-    /// The kind of a node. The library itself only ever produces `Default`; plug-ins may give meaning to any
-    /// other 32-bit value.
+    /// The kind of a node. The library itself only uses `Default`; plug-ins may define any other 32-bit
+    /// value.
     enum class Type : std::uint32_t
     {
         Default = 0
     };
 
-    TrafoT<double> pose;                 ///< Device frame to the trajectory's frame.
+    TrafoT<double> pose;                 ///< Transforms from the device's frame to the trajectory's.
     double time;                         ///< Seconds on the time axis.
     Type type;                           ///< Payload.
     Eigen::Matrix<double, 3, 3> matrixA; ///< Payload, column-major.
@@ -45,14 +43,15 @@ struct ROAMSCAN_EXPORT TrajectoryNode
 
     TrajectoryNode(TrajectoryNode const& other);
 
-    /// A copy; `other` is left as it was.
+    /// Copies, so `other` is unchanged.
     TrajectoryNode(TrajectoryNode&& other) noexcept;
     ~TrajectoryNode();
 
     TrajectoryNode& operator=(TrajectoryNode const& other);
 
-    /// Takes all values of `other`. Callers may rely on what stays behind in it: the pose's translation and
-    /// both matrices have changed places with this node's former ones, everything else is still there.
+    /// Takes all values of `other`.
+    /// @note Afterwards `other` holds this node's former translation and matrices, because these are swapped.
+    /// Its other values are unchanged.
     TrajectoryNode& operator=(TrajectoryNode&& other) noexcept;
 };
 

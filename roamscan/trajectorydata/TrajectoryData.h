@@ -14,59 +14,65 @@
 namespace oV::Roamscan
 {
 
-/// The trajectory result of one recording: the nodes, and where each device of the instrument sits.
+/// The trajectory of one recording: its nodes and the positions of the instrument's devices.
 ///
-/// A plain store; plug-ins work on its fields. Copies are deep, and a store that is moved from is copied.
-/// Const operations may run concurrently on one store, writing needs the caller's own exclusion; different
-/// stores are independent.
+/// Plug-ins work on the fields directly. Copies are deep, and moving copies.
 ///
-/// **Stream format.** An unsigned 64-bit little-endian byte count, then as many bytes: one FlatBuffers buffer
-/// of the schema in TrajectoryFile.fbs. The stream must pass bytes through unchanged (binary mode). Other
-/// data may stand before and behind. A pose's `valid()` flag is not stored: every pose comes back valid.
+/// Thread safety: const operations may run concurrently on one store; a write needs exclusive access.
+/// Different stores are independent.
+///
+/// **Stream format.** A length-prefixed buffer: its size as an unsigned 64-bit little-endian number, then one
+/// FlatBuffers buffer of the schema in TrajectoryFile.fbs. Other data may precede and follow it. Open streams
+/// in binary mode.
 struct ROAMSCAN_EXPORT TrajectoryData
 {
-    std::vector<TrajectoryNode> nodes;                          ///< In no particular order.
-    std::unordered_map<Device, TrafoT<double>> devicePositions; ///< Device frame to the nodes' frame.
+    std::vector<TrajectoryNode> nodes; ///< In any order.
+    std::unordered_map<Device, TrafoT<double>>
+        devicePositions; ///< Transforms from the device's frame to the nodes'.
 
     TrajectoryData();
     TrajectoryData(TrajectoryData const& other);
     ~TrajectoryData();
     TrajectoryData& operator=(TrajectoryData const& other);
 
-    /// A new store with what readFromStream() reads, or an empty pointer if that fails.
+    /// @return a new store with the result of readFromStream(), or null if that fails
     [[nodiscard]] static std::shared_ptr<TrajectoryData> read(std::istream& stream);
 
-    /// Replaces the contents by what the next frame of the stream holds, and leaves the stream directly
-    /// behind it.
+    /// Reads a length-prefixed buffer, replaces the contents by its contents, and leaves the stream directly
+    /// after it.
     ///
-    /// False, and the store exactly as it was, if the stream is not good on entry or ends early, if the
-    /// buffer is not a sound one of the schema, if it holds more than 1,000,000 tables (999,999 nodes), if a
-    /// node lacks its pose or a matrix, or if its nodes would unpack to more than sixteen times its size. A
-    /// device that is none of the first four is dropped with a message in the log, and the read goes on.
+    /// A device other than the first four is dropped, with a message in the log.
     ///
-    /// Takes memory for the buffer and the new contents. A byte count that promises more than the stream
-    /// holds costs address space only; one that cannot be allocated passes the allocation's exception
-    /// through, with the stream behind the count. An exception that the stream is set to raise passes through
-    /// too; the store is as it was.
-    /// @throws std::bad_alloc, std::length_error
+    /// @return true, or false if
+    /// - the stream is not good on entry or ends early,
+    /// - the buffer is not valid for the schema,
+    /// - it has more than 999,999 nodes, or
+    /// - a node lacks its pose or a matrix.
+    ///
+    /// The store is unchanged if the result is false or an exception is thrown.
+    /// @throws std::bad_alloc, std::length_error if the buffer cannot be allocated; the stream is then
+    ///         directly after the length
+    /// @throws std::ios_base::failure if exceptions are enabled on the stream
+    /// @note Every pose is `valid()` after reading, because the flag is not stored. A length beyond the end
+    /// of the stream costs address space, not memory.
     [[nodiscard]] bool readFromStream(std::istream& stream);
 
-    /// Writes one frame at the stream's position; nothing is flushed. True if the stream is good afterwards.
-    /// False, with nothing written, if it is not good on entry, or if the store does not fit the format's
-    /// limit of 2 GiB.
-    ///
-    /// More than 999,999 nodes can be written but not read back. Every bit of a node comes back, but that a
-    /// time of -0.0 comes back as 0.0: a field that equals its default is not written.
+    /// Writes a length-prefixed buffer at the stream's position. Does not flush.
+    /// @return whether everything was written and the stream is good. Nothing is written to a stream that is
+    ///         not good, nor if the buffer would exceed the format's limit of 2 GiB.
+    /// @warning More than 999,999 nodes can be written but not read back.
+    /// @note Numbers are stored bit for bit, except that a time of -0.0 is read back as 0.0: fields that
+    /// equal their default are not written.
     [[nodiscard]] bool write(std::ostream& stream) const;
 
-    /// The poses of the nodes seen from one device to another: `inverse(T_to) * P * T_from` for each node's
-    /// pose P and the positions T of the two devices.
-    /// @throws oV::InternalErrorException if a position is missing; `from` is looked up first
+    /// Builds a trajectory of the poses `inverse(T_to) * P * T_from`, where P is the pose of a node, and
+    /// `T_from` and `T_to` are the positions of the two devices.
+    /// @throws oV::InternalErrorException if a position is missing; `from` is checked first
     [[nodiscard]] Trajectory buildTrajectoryFromTrajectoryNodes(Device from, Device to) const;
 
-    /// The same with one device in both roles. A missing position is reported as that of the target; callers
-    /// may rely on that message.
+    /// The same with one device as `from` and `to`.
     /// @throws oV::InternalErrorException if the position is missing
+    /// @note The message of that exception names the position of the target, not of the source.
     [[nodiscard]] Trajectory buildTrajectoryFromTrajectoryNodes(Device device) const;
 };
 
