@@ -1,22 +1,21 @@
 /// @file
-/// Anchor sections: inserting windows in no order, and asking for times. Beside the same steps written down
-/// plainly, and, where it is built in, against Boost's interval set.
+/// Inserting windows into anchor sections, and looking up times, against a plain implementation of the same
+/// steps and against Boost's interval set.
 
-#include "Benchmarks.h"
+#include "bench/Benchmarks.h"
+#include "bench/Loops.h"
 #include "tests/support/LiteralAnchorSections.h"
 
 #include <roamscan/geometry/AnchorSections.h>
 
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-#include "baselines/IntervalSet.h"
+#include "bench/baselines/IntervalSet.h"
 #endif
 
 #include <algorithm>
-#include <memory>
 #include <random>
+#include <span>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 namespace bench
 {
@@ -28,48 +27,32 @@ using oV::Roamscan::AnchorSections;
 using oV::Roamscan::TimeWindow;
 using support::LiteralAnchorSections;
 
-constexpr int repetitions = 7;
-constexpr char const* group = "Anchor sections";
-
 constexpr std::size_t windowCount = 10'000;
 constexpr std::size_t lookupCount = 1'000'000;
-constexpr std::size_t slowLookupCount = 10'000; // is enough of what takes so long
+constexpr std::size_t slowLookupCount = 10'000;
 
-enum class Kind
+enum class Windows
 {
-    Apart,  // nine windows of ten stay sections of their own
-    Fusing, // there is a section for every twenty windows
-    InOrder // as those that are apart, by their starts
+    Apart,  // nine windows of ten remain separate sections
+    Fusing, // twenty windows become one section, on average
+    InOrder // as Apart, sorted by their starts
 };
 
-std::string nameOf(Kind kind)
-{
-    switch (kind) {
-    case Kind::Apart:
-        return "mostly apart";
-    case Kind::Fusing:
-        return "mostly fusing";
-    case Kind::InOrder:
-        return "mostly apart, in order";
-    }
-    throw std::invalid_argument("no kind of windows");
-}
-
 // The same windows and times in each run.
-struct Inputs
+struct Input
 {
-    explicit Inputs(Kind kind)
+    explicit Input(Windows kind)
     {
         constexpr int64 spacing = 1'000'000; // ticks from one start to the next, on average
         constexpr int64 lastTime = spacing * static_cast<int64>(windowCount);
         std::mt19937_64 generator(20);
         std::uniform_int_distribution<int64> time(0, lastTime);
-        std::uniform_int_distribution<int64> length(1, kind == Kind::Fusing ? 6 * spacing : spacing / 10);
+        std::uniform_int_distribution<int64> length(1, kind == Windows::Fusing ? 6 * spacing : spacing / 10);
         for (std::size_t i = 0; i < windowCount; ++i) {
             int64 const start = time(generator);
             windows.emplace_back(start, start + length(generator));
         }
-        if (kind == Kind::InOrder) {
+        if (kind == Windows::InOrder) {
             std::sort(windows.begin(), windows.end(), [](TimeWindow const& a, TimeWindow const& b) {
                 return a.start < b.start;
             });
@@ -77,130 +60,100 @@ struct Inputs
         for (std::size_t i = 0; i < lookupCount; ++i) {
             times.push_back(time(generator));
         }
-        for (TimeWindow const& window : windows) {
-            ours.insertSection(window);
-            literal.insertSection(window);
-        }
-        requireAgreement(literal);
-#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-        for (TimeWindow const& window : windows) {
-            intervals.insertSection(window);
-        }
-        requireAgreement(intervals);
-#endif
-    }
-
-    // Whoever gives another answer is not to be compared with.
-    void requireAgreement(auto const& other) const
-    {
-        bool isSame = std::vector<TimeWindow>(ours.begin(), ours.end()) == other.sections();
-        for (std::size_t i = 0; i < lookupCount; i += lookupCount / slowLookupCount) {
-            isSame = isSame && ours.isAnchor(times[i]) == other.isAnchor(times[i]);
-        }
-        if (!isSame) {
-            throw std::logic_error("anchor sections differ");
-        }
     }
 
     std::vector<TimeWindow> windows;
     std::vector<int64> times;
-    AnchorSections ours;
-    LiteralAnchorSections literal;
-#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-    IntervalSet intervals;
-#endif
 };
 
-Inputs const& inputsOf(Kind kind)
+template <typename Sections>
+Sections filled(std::vector<TimeWindow> const& windows)
 {
-    static std::unique_ptr<Inputs const> inputs[3];
-    auto& wanted = inputs[static_cast<std::size_t>(kind)];
-    if (!wanted) {
-        wanted = std::make_unique<Inputs const>(kind);
+    Sections sections;
+    for (TimeWindow const& window : windows) {
+        sections.insertSection(window);
     }
-    return *wanted;
+    return sections;
 }
 
+// Filled sections. Only types that give the same answers can be compared.
 template <typename Sections>
-Subject insertion(std::string label, std::string const& name, Kind kind)
+struct Filled
 {
-    Workload const work{static_cast<double>(windowCount)};
-    return timedLoop(std::move(label), name, work, [kind](benchmark::State& state) {
-        auto const& inputs = inputsOf(kind);
-        for ([[maybe_unused]] auto _ : state) {
-            Sections sections;
-            for (TimeWindow const& window : inputs.windows) {
-                sections.insertSection(window);
+    explicit Filled(Windows kind) : sections(filled<Sections>(inputFor<Input>(kind).windows))
+    {
+        auto const& input = inputFor<Input>(kind);
+        auto const expected = filled<AnchorSections>(input.windows);
+        for (std::size_t i = 0; i < lookupCount; i += lookupCount / slowLookupCount) {
+            if (sections.isAnchor(input.times[i]) != expected.isAnchor(input.times[i])) {
+                throw std::logic_error("anchor sections differ");
             }
+        }
+    }
+
+    Sections sections;
+};
+
+template <typename Sections>
+Function insertion(Windows kind)
+{
+    return [kind](benchmark::State& state) {
+        auto const& windows = inputFor<Input>(kind).windows;
+        for ([[maybe_unused]] auto _ : state) {
+            auto const sections = filled<Sections>(windows);
             benchmark::DoNotOptimize(&sections);
             benchmark::ClobberMemory();
         }
-    });
+        state.SetItemsProcessed(state.iterations() * std::ssize(windows));
+    };
 }
 
 template <typename Sections>
-Subject
-lookup(std::string label, std::string const& name, Kind kind, std::size_t count, Sections Inputs::*sections)
+Function lookup(Windows kind, std::size_t count = lookupCount)
 {
-    Workload const work{static_cast<double>(count)};
-    return timedLoop(std::move(label), name, work, [kind, count, sections](benchmark::State& state) {
-        auto const& inputs = inputsOf(kind);
-        for ([[maybe_unused]] auto _ : state) {
-            for (std::size_t i = 0; i < count; ++i) {
-                bool isAnchor = (inputs.*sections).isAnchor(inputs.times[i]);
-                benchmark::DoNotOptimize(isAnchor);
-            }
-        }
-    });
+    return [kind, count](benchmark::State& state) {
+        auto const& sections = inputFor<Filled<Sections>>(kind).sections;
+        measureEach(state, std::span(inputFor<Input>(kind).times).first(count), [&sections](int64 time) {
+            return sections.isAnchor(time);
+        });
+    };
 }
 
-Comparison compareInsertion(Kind kind)
+Figure insertionFigure(std::string const& windows, Windows kind)
 {
-    std::string const name = "anchors/insert/" + std::to_string(static_cast<int>(kind));
-    Comparison comparison{
-        group,
-        "insertSection, 10,000 windows, " + nameOf(kind),
-        nanoseconds,
-        repetitions,
-        insertion<AnchorSections>("insertSection", name + "/sections", kind),
-        {Baseline{insertion<LiteralAnchorSections>("plain vector", name + "/plain", kind)}}};
+    Figure figure{"insertSection, 10,000 windows, mostly " + windows,
+                  nanoseconds,
+                  {"insertSection", insertion<AnchorSections>(kind)},
+                  {{"plain vector", insertion<LiteralAnchorSections>(kind)}}};
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-    Baseline otherLibrary{insertion<IntervalSet>("icl::interval_set", name + "/icl", kind)};
-    otherLibrary.isOtherLibrary = true;
-    comparison.baselines.push_back(std::move(otherLibrary));
+    figure.baselines.push_back(otherLibrary("icl::interval_set", insertion<IntervalSet>(kind)));
 #endif
-    return comparison;
+    return figure;
 }
 
-Comparison compareLookup(Kind kind)
+Figure lookupFigure(std::string const& windows, Windows kind)
 {
-    std::string const name = "anchors/lookup/" + std::to_string(static_cast<int>(kind));
-    Comparison comparison{
-        group,
-        "isAnchor, random times, windows " + nameOf(kind),
-        nanoseconds,
-        repetitions,
-        lookup("isAnchor", name + "/sections", kind, lookupCount, &Inputs::ours),
-        {Baseline{lookup("plain vector", name + "/plain", kind, slowLookupCount, &Inputs::literal)}}};
+    Figure figure{"isAnchor, random times, windows mostly " + windows,
+                  nanoseconds,
+                  {"isAnchor", lookup<AnchorSections>(kind)},
+                  {{"plain vector", lookup<LiteralAnchorSections>(kind, slowLookupCount)}}};
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-    Baseline otherLibrary{lookup("icl::interval_set", name + "/icl", kind, lookupCount, &Inputs::intervals)};
-    otherLibrary.isOtherLibrary = true;
-    comparison.baselines.push_back(std::move(otherLibrary));
+    figure.baselines.push_back(otherLibrary("icl::interval_set", lookup<IntervalSet>(kind)));
 #endif
-    return comparison;
+    return figure;
 }
 
 } // namespace
 
-std::vector<Comparison> anchorSectionsBenchmarks()
+Group anchorSections()
 {
-    std::vector<Comparison> comparisons;
-    for (Kind const kind : {Kind::Apart, Kind::Fusing}) {
-        comparisons.push_back(compareInsertion(kind));
-        comparisons.push_back(compareLookup(kind));
-    }
-    comparisons.push_back(compareInsertion(Kind::InOrder));
-    return comparisons;
+    return {"Anchor sections",
+            Cost::ProcessorTime,
+            {insertionFigure("apart", Windows::Apart),
+             lookupFigure("apart", Windows::Apart),
+             insertionFigure("fusing", Windows::Fusing),
+             lookupFigure("fusing", Windows::Fusing),
+             insertionFigure("apart, in order", Windows::InOrder)}};
 }
 
 } // namespace bench

@@ -1,49 +1,43 @@
 #pragma once
 
-#include "Comparison.h"
+#include "bench/Figure.h"
 
 #include <vector>
 
 namespace bench
 {
 
-/// The comparisons of each group, one source file each. What they need is made when it is first measured.
+/// The groups of benchmarks, one source file for each or for two that share their input.
 
-[[nodiscard]] std::vector<Comparison> streamMemoryBenchmarks();
-[[nodiscard]] std::vector<Comparison> sensorMemoryBenchmarks();
-[[nodiscard]] std::vector<Comparison> panoramaMemoryBenchmarks();
-[[nodiscard]] std::vector<Comparison> poseSamplingBenchmarks();
-[[nodiscard]] std::vector<Comparison> trajectoryBuildingBenchmarks();
-[[nodiscard]] std::vector<Comparison> trajectoryStreamBenchmarks();
-[[nodiscard]] std::vector<Comparison> scanPointBenchmarks();
-[[nodiscard]] std::vector<Comparison> sensorStreamBenchmarks();
-[[nodiscard]] std::vector<Comparison> sensorOperationsBenchmarks();
-[[nodiscard]] std::vector<Comparison> panoramaBenchmarks();
-[[nodiscard]] std::vector<Comparison> anchorSectionsBenchmarks();
-[[nodiscard]] std::vector<Comparison> exifReaderBenchmarks();
+[[nodiscard]] Group trajectoryStreamMemory();
+[[nodiscard]] Group sensorStreamMemory();
+[[nodiscard]] Group panoramaMemory();
+[[nodiscard]] Group poseSampling();
+[[nodiscard]] Group trajectoryBuilding();
+[[nodiscard]] Group trajectoryStream();
+[[nodiscard]] Group scanPoints();
+[[nodiscard]] Group sensorStream();
+[[nodiscard]] Group sensorOperations();
+[[nodiscard]] Group panorama();
+[[nodiscard]] Group anchorSections();
+[[nodiscard]] Group exifReader();
 
-/// All of them. Memory comes first, while the process is small: a child that inherits a used heap would hide
-/// in it what it takes.
-[[nodiscard]] inline std::vector<Comparison> allBenchmarks()
+/// All of them. Peak memory comes first, while the process is small: a child inherits the heap of its parent,
+/// and free memory in it would hide what the child takes.
+[[nodiscard]] inline std::vector<Group> allGroups()
 {
-    std::vector<Comparison> all;
-    for (auto const group : {streamMemoryBenchmarks,
-                             sensorMemoryBenchmarks,
-                             panoramaMemoryBenchmarks,
-                             poseSamplingBenchmarks,
-                             trajectoryBuildingBenchmarks,
-                             trajectoryStreamBenchmarks,
-                             scanPointBenchmarks,
-                             sensorStreamBenchmarks,
-                             sensorOperationsBenchmarks,
-                             panoramaBenchmarks,
-                             anchorSectionsBenchmarks,
-                             exifReaderBenchmarks})
-    {
-        auto comparisons = group();
-        all.insert(all.end(), comparisons.begin(), comparisons.end());
-    }
-    return all;
+    return {trajectoryStreamMemory(),
+            sensorStreamMemory(),
+            panoramaMemory(),
+            poseSampling(),
+            trajectoryBuilding(),
+            trajectoryStream(),
+            scanPoints(),
+            sensorStream(),
+            sensorOperations(),
+            panorama(),
+            anchorSections(),
+            exifReader()};
 }
 
 } // namespace bench

@@ -1,9 +1,9 @@
 /// @file
-/// A picture 20,000 columns wide as a folder of tiles, against the same picture in one file through OpenCV
-/// itself.
+/// A picture of 20,000 columns as a folder of tiles, against the same picture in one file by OpenCV itself:
+/// time and peak memory.
 
-#include "Benchmarks.h"
-#include "bench/workload/ProcessMemory.h"
+#include "bench/Benchmarks.h"
+#include "bench/Loops.h"
 #include "bench/workload/WidePicture.h"
 
 #include <roamscan/imagery/LargeImageSerialization.h>
@@ -11,10 +11,7 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 
-#include <optional>
 #include <stdexcept>
-#include <string>
-#include <utility>
 
 namespace bench
 {
@@ -24,9 +21,6 @@ namespace
 
 using oV::Roamscan::LargeImageSerialization::readImage;
 using oV::Roamscan::LargeImageSerialization::serializeImage;
-
-constexpr int repetitions = 5;
-constexpr char const* groupName = "A picture of 20,000 x 5,000 pixels in tiles";
 
 cv::Mat readTiles(WidePictureFiles const& files)
 {
@@ -38,124 +32,115 @@ cv::Mat readWhole(WidePictureFiles const& files)
     return cv::imread(files.whole, cv::IMREAD_UNCHANGED);
 }
 
-void writeTiles(WidePictureFiles const& files, cv::Mat const& picture)
+bool writeTiles(WidePictureFiles const& files, cv::Mat const& picture)
 {
     serializeImage(picture, files.tiled);
+    return true;
 }
 
-void writeWhole(WidePictureFiles const& files, cv::Mat const& picture)
+bool writeWhole(WidePictureFiles const& files, cv::Mat const& picture)
 {
-    if (!cv::imwrite(files.whole, picture)) {
-        throw std::runtime_error("the picture could not be written");
-    }
+    return cv::imwrite(files.whole, picture);
 }
 
-// Only the lossless format gives the same pixels either way.
-void requireAgreement(std::string const& extension, WidePictureFiles const& files)
+using Read = cv::Mat (*)(WidePictureFiles const&);
+using Write = bool (*)(WidePictureFiles const&, cv::Mat const&);
+
+// Files that were compared: the lossless format must give the same pixels either way.
+struct Input
 {
-    cv::Mat const tiles = readTiles(files);
-    cv::Mat const whole = readWhole(files);
-    if (tiles.size() != whole.size() || tiles.type() != whole.type() || whole.cols != widePictureColumns ||
-        (extension == "png" && cv::norm(tiles, whole, cv::NORM_INF) != 0.0))
+    explicit Input(std::string const& extension) : files(widePictureFiles(extension))
     {
-        throw std::logic_error("the pictures from the tiles and from one file differ");
+        cv::Mat const tiles = readTiles(files);
+        cv::Mat const whole = readWhole(files);
+        if (tiles.size() != whole.size() || tiles.type() != whole.type() ||
+            whole.cols != widePictureColumns ||
+            (extension == "png" && cv::norm(tiles, whole, cv::NORM_INF) != 0.0))
+        {
+            throw std::logic_error("the pictures from the tiles and from one file differ");
+        }
+    }
+
+    WidePictureFiles files;
+};
+
+Function reading(std::string const& extension, Read read)
+{
+    return [extension, read](benchmark::State& state) {
+        auto const& files = inputFor<Input>(extension).files;
+        timeEach(state, [&files, read] { return read(files); });
+    };
+}
+
+Function writing(std::string const& extension, Write write)
+{
+    return [extension, write](benchmark::State& state) {
+        static cv::Mat const picture = makeWidePicture();
+        auto const files = newPictureFiles(extension);
+        timeEach(state, [&files, write] {
+            if (!write(files, picture)) {
+                throw std::runtime_error("the picture could not be written");
+            }
+            return true;
+        });
+    };
+}
+
+Function peakOfReading(std::string const& extension, Read read)
+{
+    return [extension, read](benchmark::State& state) {
+        auto const files = widePictureFiles(extension);
+        measurePeakMemory(
+            state, [&files] { return &files; }, read);
+    };
+}
+
+void twiceThePicture(benchmark::State& state)
+{
+    for ([[maybe_unused]] auto _ : state) {
+        state.counters[peakMemoryCounter] = 2.0 * widePictureSize;
     }
 }
 
-WidePictureFiles const& checkedFiles(std::string const& extension)
+Figure readingFigure(std::string const& extension, std::optional<double> target = std::nullopt)
 {
-    static std::string known;
-    static WidePictureFiles files;
-    if (known != extension) {
-        files = widePictureFiles(extension);
-        requireAgreement(extension, files);
-        known = extension;
-    }
-    return files;
-}
-
-Comparison compareReading(std::string const& extension, std::optional<double> target)
-{
-    auto const reader = [extension](auto read) {
-        return [extension, read](benchmark::State& state) {
-            auto const& files = checkedFiles(extension);
-            timeEach(state, [&files, read] { return read(files); });
-        };
-    };
-    std::string const name = "panorama/" + extension;
-    Workload const one{1.0};
-    return {groupName,
-            "reading " + extension,
+    return {"reading " + extension,
             milliseconds,
-            repetitions,
-            timedByHand("readImage", name + "/readImage", one, reader(readTiles)),
-            {Baseline{timedByHand("cv::imread, one file", name + "/imread", one, reader(readWhole)),
-                      Ratio::TimesAsFast,
-                      target}}};
+            {"readImage", reading(extension, readTiles)},
+            {{"cv::imread, one file", reading(extension, readWhole), Ratio::TimesAsFast, target}}};
 }
 
-Comparison compareWriting(std::string const& extension)
+Figure writingFigure(std::string const& extension)
 {
-    auto const writer = [extension](auto write) {
-        return [extension, write](benchmark::State& state) {
-            static cv::Mat const picture = makeWidePicture();
-            auto const files = roomForWidePicture(extension);
-            timeEach(state, [&files, write] {
-                write(files, picture);
-                return 0;
-            });
-        };
-    };
-    std::string const name = "panorama/" + extension;
-    Workload const one{1.0};
-    return {groupName,
-            "writing " + extension,
+    return {"writing " + extension,
             milliseconds,
-            repetitions,
-            timedByHand("serializeImage", name + "/serializeImage", one, writer(writeTiles)),
-            {Baseline{timedByHand("cv::imwrite, one file", name + "/imwrite", one, writer(writeWhole)),
-                      Ratio::TimesTheTime}}};
+            {"serializeImage", writing(extension, writeTiles)},
+            {{"cv::imwrite, one file", writing(extension, writeWhole), Ratio::TimesTheTime}}};
 }
 
-Subject peakOfReading(std::string label, std::string const& extension, auto read)
+Figure memoryFigure(std::string const& extension)
 {
-    return {std::move(label), [extension, read] {
-                auto const files = widePictureFiles(extension);
-                return inChild([&files, read] {
-                    double const before = peakMemory();
-                    cv::Mat const picture = read(files);
-                    return peakMemory() - before;
-                });
-            }};
-}
-
-Comparison compareMemory(std::string const& extension)
-{
-    constexpr double target = 1.1;
-    Subject const twice{"twice the picture", [] { return 2.0 * widePictureSize; }};
-    return {"Peak memory of a picture of 20,000 x 5,000 pixels in tiles",
-            "reading " + extension,
+    return {"reading " + extension,
             megabytes,
-            1,
-            peakOfReading("readImage", extension, readTiles),
-            {Baseline{twice, Ratio::TimesTheMemory, target},
-             Baseline{peakOfReading("cv::imread, one file", extension, readWhole), Ratio::TimesTheMemory}}};
+            {"readImage", peakOfReading(extension, readTiles)},
+            {{"twice the picture", twiceThePicture, Ratio::TimesTheMemory, 1.1},
+             {"cv::imread, one file", peakOfReading(extension, readWhole), Ratio::TimesTheMemory}}};
 }
 
 } // namespace
 
-std::vector<Comparison> panoramaMemoryBenchmarks()
+Group panorama()
 {
-    return {compareMemory("png"), compareMemory("jpg")};
+    return {"A picture of 20,000 x 5,000 pixels in tiles",
+            Cost::ReportedTime,
+            {readingFigure("png", 1.7), readingFigure("jpg"), writingFigure("png"), writingFigure("jpg")}};
 }
 
-std::vector<Comparison> panoramaBenchmarks()
+Group panoramaMemory()
 {
-    constexpr double target = 1.7;
-    return {compareReading("png", target),
-            compareReading("jpg", std::nullopt),
-            compareWriting("png"),
-            compareWriting("jpg")};
+    return {"Peak memory of a picture of 20,000 x 5,000 pixels in tiles",
+            Cost::PeakMemory,
+            {memoryFigure("png"), memoryFigure("jpg")}};
 }
 
 } // namespace bench

@@ -1,8 +1,9 @@
 /// @file
-/// The pose of a trajectory at a time: against an ordered map, against the interpolation alone, and, where it
-/// is built in, against tf2.
+/// The pose of a trajectory at a time, against an ordered map, against the interpolation only, and against
+/// tf2.
 
-#include "Benchmarks.h"
+#include "bench/Benchmarks.h"
+#include "bench/Loops.h"
 #include "bench/workload/Walk.h"
 #include "tests/support/MapPoseFunction.h"
 
@@ -10,12 +11,9 @@
 #include <roamscan/trajectory/TrajectoryFromNodes.h>
 
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-#include "baselines/Tf2Buffer.h"
+#include "bench/baselines/Tf2Buffer.h"
 #endif
 
-#include <algorithm>
-#include <memory>
-#include <span>
 #include <stdexcept>
 
 namespace bench
@@ -27,28 +25,33 @@ namespace
 using oV::Roamscan::TimeStamp;
 using oV::Roamscan::Trajectory;
 
-constexpr int repetitions = 9;
-
 struct Case
 {
     std::size_t poses;
     Spacing spacing;
+    bool ascending;
 
     bool operator==(Case const&) const = default;
+
+    [[nodiscard]] std::string name() const
+    {
+        return (ascending ? "ascending times, " : "random times, ") + withCommas(poses) + " poses, " +
+               nameOf(spacing);
+    }
+
+    [[nodiscard]] std::size_t queryCount() const
+    {
+        if (poses < 1'000'000) {
+            return 100'000;
+        }
+        return ascending ? 1'000'000 : 400'000;
+    }
 };
 
-std::size_t queryCount(Case which, bool ascending)
+// The same poses in each form that is measured, and the queries.
+struct Input
 {
-    if (which.poses < 1'000'000) {
-        return 100'000;
-    }
-    return ascending ? 1'000'000 : 400'000;
-}
-
-// The same poses in every form that is measured.
-struct Inputs
-{
-    explicit Inputs(Case which) : walk(makeWalk(which.poses, which.spacing))
+    explicit Input(Case const& which) : walk(makeWalk(which.poses, which.spacing))
     {
         support::MapPoseFunction plain;
         for (std::size_t i = 0; i < walk.times.size(); ++i) {
@@ -56,162 +59,114 @@ struct Inputs
         }
         map = std::move(plain);
         trajectory = oV::Roamscan::buildTrajectoryFromTrajectoryNodes(makeNodes(which.poses, which.spacing));
-        random = makeQueries(walk.times, queryCount(which, false), false);
-        ascending = makeQueries(walk.times, queryCount(which, true), true);
-        requireAgreement(random);
-        requireAgreement(ascending);
+        queries = makeQueries(walk.times, which.queryCount(), which.ascending);
+        requireAgreement();
     }
 
-    [[nodiscard]] Pose interpolated(Queries::Neighbours const& neighbours) const
+    [[nodiscard]] Pose interpolated(Query const& query) const
     {
-        return walk.poses[neighbours.lower].interpolate(walk.poses[neighbours.lower + 1],
-                                                        neighbours.fraction);
+        return walk.poses[query.lower].interpolate(walk.poses[query.lower + 1], query.fraction);
     }
 
-    // Whoever gives another answer is not to be compared with.
-    void requireAgreement(Queries const& queries) const
+    // Only methods that give the same poses can be compared.
+    void requireAgreement() const
     {
-        for (std::size_t i = 0; i < queries.times.size(); i += 101) {
-            auto const pose = trajectory.sample(queries.times[i]).serialize();
-            if (pose != map(queries.times[i]).serialize() ||
-                pose != interpolated(queries.neighbours[i]).serialize()) {
+        for (std::size_t i = 0; i < queries.size(); i += 101) {
+            auto const pose = trajectory.sample(queries[i].time).serialize();
+            if (pose != map(queries[i].time).serialize() || pose != interpolated(queries[i]).serialize()) {
                 throw std::logic_error("trajectory, map and interpolation differ");
             }
         }
     }
 
-#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-    void makeTf2() const
-    {
-        if (!tf2) {
-            std::vector<Tf2Buffer::FlatPose> poses;
-            for (Pose const& pose : walk.poses) {
-                poses.push_back(pose.serialize());
-            }
-            tf2 = std::make_unique<Tf2Buffer>(walk.times, poses);
-        }
-    }
-
-    mutable std::unique_ptr<Tf2Buffer> tf2; // when it is first needed: it takes its time
-#endif
-
     Walk walk;
     Trajectory::PoseFunction map;
     Trajectory trajectory;
-    Queries random;
-    Queries ascending;
+    std::vector<Query> queries;
 };
 
-// Only those of one case are kept at a time; the comparisons come case by case.
-Inputs const& inputsOf(Case which)
+// Measures `pose` on each query of a case.
+Function sampling(Case const& which, auto pose)
 {
-    static Case current{};
-    static std::unique_ptr<Inputs> inputs;
-    if (!inputs || !(current == which)) {
-        inputs.reset();
-        inputs = std::make_unique<Inputs>(which);
-        current = which;
-    }
-    return *inputs;
-}
-
-void askEach(benchmark::State& state, auto const& queries, auto const& answer)
-{
-    for ([[maybe_unused]] auto _ : state) {
-        for (auto const& query : queries) {
-            auto const pose = answer(query);
-            benchmark::DoNotOptimize(&pose);
-            benchmark::ClobberMemory();
-        }
-    }
+    return [which, pose](benchmark::State& state) {
+        auto const& input = inputFor<Input>(which);
+        measureEach(state, input.queries, [&](Query const& query) { return pose(input, query); });
+    };
 }
 
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-// A part of the times is enough of what takes so long.
-Baseline tf2Baseline(Case which, bool ascending, std::string const& name)
+struct Tf2Input
 {
-    constexpr std::size_t lookups = 100'000;
-    auto const body = [which, ascending](benchmark::State& state) {
-        auto const& inputs = inputsOf(which);
-        inputs.makeTf2();
-        auto const& all = ascending ? inputs.ascending.times : inputs.random.times;
-        std::vector<double> times;
-        for (std::size_t i = 0; i < lookups; ++i) {
-            times.push_back(all[i * (all.size() / lookups)]);
+    explicit Tf2Input(Case const& which)
+    {
+        auto const& input = inputFor<Input>(which);
+        std::vector<Tf2Buffer::FlatPose> poses;
+        for (Pose const& pose : input.walk.poses) {
+            poses.push_back(pose.serialize());
         }
-        askEach(state, times, [&tf2 = *inputs.tf2](double time) { return tf2.sample(time); });
+        buffer = std::make_unique<Tf2Buffer>(input.walk.times, poses);
+        constexpr std::size_t count = 100'000; // of the queries, as tf2 is slow
+        for (std::size_t i = 0; i < count; ++i) {
+            times.push_back(input.queries[i * (input.queries.size() / count)].time);
+        }
+    }
+
+    std::unique_ptr<Tf2Buffer> buffer;
+    std::vector<double> times;
+};
+
+Function tf2Sampling(Case const& which)
+{
+    return [which](benchmark::State& state) {
+        auto const& input = inputFor<Tf2Input>(which);
+        measureEach(state, input.times, [&input](double time) { return input.buffer->sample(time); });
     };
-    Baseline baseline{timedLoop("tf2 lookup", name + "/tf2", {static_cast<double>(lookups)}, body)};
-    baseline.isOtherLibrary = true;
-    return baseline;
 }
 #endif
 
-Comparison compareSampling(Case which, bool ascending)
+Figure samplingFigure(Case const& which)
 {
-    auto const queriesOf = [ascending](Inputs const& inputs) -> Queries const& {
-        return ascending ? inputs.ascending : inputs.random;
+    auto const ours = [](Input const& input, Query const& query) {
+        return input.trajectory.sample(query.time);
     };
-    std::string const order = ascending ? "ascending" : "random";
-    std::string const name = "sample/" + order + "/" + std::to_string(which.poses) + "/" +
-                             nameOf(which.spacing).substr(0, nameOf(which.spacing).find(' '));
-    bool const isMillion = which.poses == 1'000'000;
-    Workload const work{static_cast<double>(queryCount(which, ascending)), isMillion ? 1 : 4};
-
-    auto const ours = [which, queriesOf](benchmark::State& state) {
-        auto const& inputs = inputsOf(which);
-        askEach(state, queriesOf(inputs).times, [&trajectory = inputs.trajectory](double time) {
-            return trajectory.sample(time);
-        });
-    };
-    auto const map = [which, queriesOf](benchmark::State& state) {
-        auto const& inputs = inputsOf(which);
-        askEach(
-            state, queriesOf(inputs).times, [&function = inputs.map](double time) { return function(time); });
-    };
-    auto const bare = [which, queriesOf](benchmark::State& state) {
-        auto const& inputs = inputsOf(which);
-        askEach(state, queriesOf(inputs).neighbours, [&inputs](Queries::Neighbours const& neighbours) {
-            return inputs.interpolated(neighbours);
-        });
-    };
+    auto const map = [](Input const& input, Query const& query) { return input.map(query.time); };
+    auto const bare = [](Input const& input, Query const& query) { return input.interpolated(query); };
 
     bool const isEven = which.spacing == Spacing::Even;
-    Baseline mapBaseline{timedLoop("std::map", name + "/map", work, map)};
-    Baseline bareBaseline{timedLoop("bare interpolate", name + "/interpolate", work, bare),
-                          Ratio::TimesTheTime};
-    if (!ascending && isMillion && isEven) {
-        mapBaseline.target = 2.5;
+    std::optional<double> mapTarget;
+    std::optional<double> bareTarget;
+    if (!which.ascending && which.poses == 1'000'000 && isEven) {
+        mapTarget = 2.5;
     }
-    if (ascending && which.poses == 20'000) {
-        bareBaseline.target = 1.3;
+    if (which.ascending && which.poses == 20'000) {
+        bareTarget = 1.3;
     }
-    Comparison comparison{"One pose of a trajectory at a time",
-                          order + " times, " + withCommas(which.poses) + " poses, " + nameOf(which.spacing),
-                          nanoseconds,
-                          repetitions,
-                          timedLoop("sample", name + "/trajectory", work, ours),
-                          {std::move(mapBaseline), std::move(bareBaseline)}};
+    Figure figure{which.name(),
+                  nanoseconds,
+                  {"sample", sampling(which, ours)},
+                  {{"std::map", sampling(which, map), Ratio::TimesAsFast, mapTarget},
+                   {"bare interpolate", sampling(which, bare), Ratio::TimesTheTime, bareTarget}}};
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
     if (isEven) {
-        comparison.baselines.push_back(tf2Baseline(which, ascending, name));
+        figure.baselines.push_back(otherLibrary("tf2 lookup", tf2Sampling(which)));
     }
 #endif
-    return comparison;
+    return figure;
 }
 
 } // namespace
 
-std::vector<Comparison> poseSamplingBenchmarks()
+Group poseSampling()
 {
-    std::vector<Comparison> comparisons;
+    Group group{"One pose of a trajectory at a time", Cost::ProcessorTime, {}};
     for (std::size_t const poses : {1'000U, 20'000U, 1'000'000U}) {
         for (Spacing const spacing : {Spacing::Even, Spacing::Random, Spacing::Bursts}) {
-            comparisons.push_back(compareSampling({poses, spacing}, false));
-            comparisons.push_back(compareSampling({poses, spacing}, true));
+            for (bool const ascending : {false, true}) {
+                group.figures.push_back(samplingFigure({poses, spacing, ascending}));
+            }
         }
     }
-    return comparisons;
+    return group;
 }
 
 } // namespace bench

@@ -1,10 +1,11 @@
 /// @file
 /// Operations on a whole sensor store: the view by time, moving in time, rotating by poses, merging.
 
-#include "Benchmarks.h"
-#include "bench/workload/ProcessMemory.h"
+#include "bench/Benchmarks.h"
+#include "bench/Loops.h"
 #include "bench/workload/SensorArrays.h"
 #include "bench/workload/Walk.h"
+#include "tests/support/SensorRecords.h"
 
 #include <roamscan/sensors/SensorData.h>
 #include <roamscan/time/TimeConversion.h>
@@ -13,9 +14,7 @@
 
 #include <map>
 #include <memory>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace bench
 {
@@ -25,228 +24,191 @@ namespace
 
 using oV::Roamscan::SampleMap;
 using oV::Roamscan::SensorData;
-using oV::Roamscan::TimeConversion::convertToIntegerTime;
-using oV::Roamscan::TimeConversion::convertToSeconds;
 
-constexpr int repetitions = 7;
-constexpr char const* group = "Operations on a sensor store";
+// 300,000 samples of two sensors whose times interleave.
+constexpr std::int64_t viewedSamples = 300'000;
 
-// Times `act` on what `prepare` makes anew each time, without the making and without what comes after.
-Subject timedOn(std::string label, std::string const& name, double items, auto prepare, auto act)
-{
-    return timedByHand(
-        std::move(label), "sensors/" + name, Workload{items}, [prepare, act](benchmark::State& state) {
-            for ([[maybe_unused]] auto _ : state) {
-                auto prepared = prepare();
-                releaseFreeMemory();
-                auto const start = std::chrono::steady_clock::now();
-                auto const result = act(*prepared);
-                auto const stop = std::chrono::steady_clock::now();
-                benchmark::DoNotOptimize(&result);
-                state.SetIterationTime(std::chrono::duration<double>(stop - start).count());
-            }
-        });
-}
-
-// 300,000 samples of two sensors that interleave.
-SensorData const& twoSensors()
+std::unique_ptr<SensorData> twoSensors()
 {
     static SensorData const store = storeFromArrays(recordedArrays(200'000, 100'000, 20));
-    return store;
+    return std::make_unique<SensorData>(store);
 }
 
-std::unique_ptr<SensorData> copyOfTwoSensors()
+Function onTwoSensors(auto operation)
 {
-    return std::make_unique<SensorData>(twoSensors());
+    return [operation](benchmark::State& state) {
+        timeEach(state, twoSensors, operation);
+        state.SetItemsProcessed(state.iterations() * viewedSamples);
+    };
 }
 
-// The view and the shift written down plainly: every sample is looked up by its key.
+// The view and the shift, implemented plainly: each sample is looked up by its key.
 
-using View = std::map<int64, SensorData::TimedData>;
-
-std::shared_ptr<View> viewByLookup(SensorData const& store)
+auto viewByLookup(SensorData const& store)
 {
-    auto view = std::make_shared<View>();
+    std::map<int64, SensorData::TimedData> view;
     for (auto const& [name, samples] : store.imuData) {
         for (auto const& [key, record] : samples) {
-            (*view)[key].imuData[name] = record;
+            view[key].imuData[name] = record;
         }
     }
     for (auto const& [name, samples] : store.rangefinderData) {
         for (auto const& [key, record] : samples) {
-            (*view)[key].rangefinderData[name] = record;
+            view[key].rangefinderData[name] = record;
         }
     }
     return view;
 }
 
-constexpr int64 shift = 12345;
+constexpr int64 shift = 12345; // ticks
 
-bool shiftByLookup(SensorData& store)
+// Inserts each sample under its moved key; `makeMoved` makes a record with another time.
+template <typename T>
+void shiftByLookup(SensorData::Samples<T>& sensors, auto const& makeMoved)
 {
-    auto const moved = [](mapping::TimeStamp const& time) {
-        return mapping::TimeStamp(convertToSeconds(convertToIntegerTime(time.get()) + shift));
-    };
-    SensorData::Samples<mapping::ImuData> imus;
-    for (auto const& [name, samples] : store.imuData) {
+    using namespace oV::Roamscan::TimeConversion;
+    SensorData::Samples<T> moved;
+    for (auto const& [name, samples] : sensors) {
         for (auto const& [key, record] : samples) {
-            imus[name][key + shift] = std::make_shared<mapping::ImuData const>(
-                moved(record->getTimeStamp()), record->getLinearAcceleration(), record->getAngularVelocity());
+            double const time = convertToSeconds(convertToIntegerTime(record->getTimeStamp().get()) + shift);
+            moved[name][key + shift] = makeMoved(*record, time);
         }
     }
-    SensorData::Samples<mapping::RangefinderData> ranges;
-    for (auto const& [name, samples] : store.rangefinderData) {
-        for (auto const& [key, record] : samples) {
-            ranges[name][key + shift] = std::make_shared<mapping::RangefinderData const>(
-                moved(record->getTimeStamp()), record->getOrigin(), record->getRanges());
-        }
-    }
-    store.imuData = std::move(imus);
-    store.rangefinderData = std::move(ranges);
+    sensors = std::move(moved);
+}
+
+bool shiftAllByLookup(SensorData& store)
+{
+    shiftByLookup(store.imuData, [](mapping::ImuData const& record, double time) {
+        return support::imuSample(time, record.getLinearAcceleration(), record.getAngularVelocity());
+    });
+    shiftByLookup(store.rangefinderData, [](mapping::RangefinderData const& record, double time) {
+        return support::rangeSample(time, record.getOrigin(), record.getRanges().get());
+    });
     return true;
 }
 
-Comparison compareView()
+Figure viewFigure()
 {
-    constexpr double items = 300'000;
-    return {group,
-            "createTimedData, per sample",
+    auto const view = [](SensorData const& store) { return store.createTimedData(); };
+    return {"createTimedData, per sample",
             nanoseconds,
-            repetitions,
-            timedOn("createTimedData",
-                    "view/merged",
-                    items,
-                    copyOfTwoSensors,
-                    [](SensorData const& store) { return store.createTimedData(); }),
-            {Baseline{timedOn("insertion by key", "view/lookup", items, copyOfTwoSensors, viewByLookup)}}};
+            {"createTimedData", onTwoSensors(view)},
+            {{"insertion by key", onTwoSensors(viewByLookup)}}};
 }
 
-Comparison compareShift()
+Figure shiftFigure()
 {
-    constexpr double items = 300'000;
-    return {group,
-            "modifyTime, per sample",
+    auto const modify = [](SensorData& store) {
+        store.modifyTime([](int64 time) { return time + shift; });
+        return true;
+    };
+    return {"modifyTime, per sample",
             nanoseconds,
-            repetitions,
-            timedOn("modifyTime",
-                    "shift/store",
-                    items,
-                    copyOfTwoSensors,
-                    [](SensorData& store) {
-                        store.modifyTime([](int64 time) { return time + shift; });
-                        return true;
-                    }),
-            {Baseline{timedOn("insertion by key", "shift/lookup", items, copyOfTwoSensors, shiftByLookup)}}};
+            {"modifyTime", onTwoSensors(modify)},
+            {{"insertion by key", onTwoSensors(shiftAllByLookup)}}};
 }
 
-// Rotating: as many equal range sensors as asked for, of 2,000,000 points in all.
-
-std::unique_ptr<SensorData> equalSensors(int count)
+// Range sensors with 2,000,000 points in total, the same number each.
+struct EqualSensors
 {
-    static std::map<int, SensorData> stores;
-    if (!stores.contains(count)) {
-        SensorData const one =
-            storeFromArrays(recordedArrays(0, 100'000 / static_cast<std::size_t>(count), 20));
-        for (int i = 0; i < count; ++i) {
+    explicit EqualSensors(std::size_t count)
+    {
+        SensorData const one = storeFromArrays(recordedArrays(0, 100'000 / count, 20));
+        for (std::size_t i = 0; i < count; ++i) {
             std::string const name = "lidar " + std::to_string(i);
-            stores[count].rangefinderData[name] = one.rangefinderData.at("lidar");
-            stores[count].sensorPoses[name] = one.sensorPoses.at("lidar");
+            store.rangefinderData[name] = one.rangefinderData.at("lidar");
+            store.sensorPoses[name] = one.sensorPoses.at("lidar");
         }
     }
-    return std::make_unique<SensorData>(stores[count]);
-}
 
-Comparison compareRotation(int sensors)
+    SensorData store;
+};
+
+Function rotation(std::size_t sensors, std::size_t cores)
 {
-    auto const onCores = [sensors](std::size_t cores) {
-        std::string const coresName = cores == 1 ? "one core" : "two cores";
-        return timedOn(
-            coresName,
-            "poses/" + std::to_string(sensors) + "/" + std::to_string(cores),
-            1.0,
-            [sensors] { return equalSensors(sensors); },
-            [cores](SensorData& store) {
-                tbb::global_control const limit(tbb::global_control::max_allowed_parallelism, cores);
-                store.applyPoses();
+    return [sensors, cores](benchmark::State& state) {
+        auto const& store = inputFor<EqualSensors>(sensors).store;
+        tbb::global_control const limit(tbb::global_control::max_allowed_parallelism, cores);
+        timeEach(
+            state,
+            [&store] { return std::make_unique<SensorData>(store); },
+            [](SensorData& copy) {
+                copy.applyPoses();
                 return true;
             });
     };
-    Baseline onOne{onCores(1)};
-    if (sensors == 8) {
-        onOne.target = 1.6;
-    }
-    std::string const figure =
-        "applyPoses, " + std::to_string(sensors) + (sensors == 1 ? " sensor" : " equal sensors");
-    return {group, figure, milliseconds, repetitions, onCores(2), {std::move(onOne)}};
 }
 
-// Merging: a million samples in all, in pairs of recordings of a given length, so that every length finds its
-// memory as cold as the others do.
-
-struct Recordings
+Figure rotationFigure(std::size_t sensors, std::optional<double> target = std::nullopt)
 {
-    std::vector<std::pair<SensorData, SensorData>> pairs;
-};
+    return {"applyPoses, " + std::to_string(sensors) + (sensors == 1 ? " sensor" : " equal sensors"),
+            milliseconds,
+            {"two cores", rotation(sensors, 2)},
+            {{"one core", rotation(sensors, 1), Ratio::TimesAsFast, target}}};
+}
 
-std::unique_ptr<Recordings> recordings(std::size_t samples, int64 offset, int64 step)
+// Merging: a million samples in total, in pairs of recordings of a given length. So the cache is as cold for
+// short recordings as for long ones.
+
+constexpr std::size_t mergedSamples = 1'000'000;
+using Recordings = std::vector<std::pair<SensorData, SensorData>>;
+
+std::unique_ptr<Recordings> recordings(std::size_t samples, bool following)
 {
-    auto const fill = [samples, step](SampleMap<mapping::ScanningStatusData>& map, int64 origin) {
+    constexpr int64 step = 10;
+    auto const fill = [samples](SampleMap<mapping::ScanningStatusData>& map, int64 origin) {
         for (std::size_t i = 0; i < samples; ++i) {
             int64 const key = origin + static_cast<int64>(i) * step;
-            map.emplace_hint(map.end(),
-                             key,
-                             std::make_shared<mapping::ScanningStatusData const>(
-                                 mapping::TimeStamp(convertToSeconds(key)), true, false));
+            map.emplace_hint(map.end(), key, support::statusSample(support::secondsOf(key)));
         }
     };
-    auto made = std::make_unique<Recordings>();
-    for (std::size_t i = 0; i < 1'000'000 / samples; ++i) {
-        auto& [receiver, other] = made->pairs.emplace_back();
+    auto pairs = std::make_unique<Recordings>(mergedSamples / samples);
+    for (auto& [receiver, other] : *pairs) {
         fill(receiver.scanningStatusData["status"], 0);
-        fill(other.scanningStatusData["status"], offset);
+        fill(other.scanningStatusData["status"], following ? static_cast<int64>(samples) * step : step / 2);
     }
-    return made;
+    return pairs;
 }
 
-Subject merging(std::size_t samples, bool following)
+Function merging(std::size_t samples, bool following)
 {
-    int64 const step = 10;
-    int64 const offset = following ? static_cast<int64>(samples) * step : 5;
-    return timedOn(
-        withCommas(samples) + " samples",
-        std::string("merge/") + (following ? "following/" : "interleaved/") + std::to_string(samples),
-        1e6,
-        [samples, offset] { return recordings(samples, offset, step); },
-        [](Recordings& all) {
-            for (auto& [receiver, other] : all.pairs) {
-                receiver += other;
-            }
-            return true;
-        });
+    return [samples, following](benchmark::State& state) {
+        timeEach(
+            state,
+            [samples, following] { return recordings(samples, following); },
+            [](Recordings& pairs) {
+                for (auto& [receiver, other] : pairs) {
+                    receiver += other;
+                }
+                return true;
+            });
+        state.SetItemsProcessed(state.iterations() * std::int64_t{mergedSamples});
+    };
 }
 
-Comparison compareMerging(bool following)
+Figure mergingFigure(bool following)
 {
-    return {group,
-            std::string("operator+= of ") + (following ? "a following" : "an interleaved") +
-                " recording, per sample",
+    std::string const which = following ? "a following" : "an interleaved";
+    return {"operator+= of " + which + " recording, per sample",
             nanoseconds,
-            repetitions,
-            merging(1'000'000, following),
-            {Baseline{merging(10'000, following), Ratio::TimesTheTime}}};
+            {"1,000,000 samples", merging(1'000'000, following)},
+            {{"10,000 samples", merging(10'000, following), Ratio::TimesTheTime}}};
 }
 
 } // namespace
 
-std::vector<Comparison> sensorOperationsBenchmarks()
+Group sensorOperations()
 {
-    return {compareView(),
-            compareShift(),
-            compareRotation(1),
-            compareRotation(2),
-            compareRotation(8),
-            compareMerging(true),
-            compareMerging(false)};
+    return {"Operations on a sensor store",
+            Cost::ReportedTime,
+            {viewFigure(),
+             shiftFigure(),
+             rotationFigure(1),
+             rotationFigure(2),
+             rotationFigure(8, 1.6),
+             mergingFigure(true),
+             mergingFigure(false)}};
 }
 
 } // namespace bench

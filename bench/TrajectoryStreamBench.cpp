@@ -1,17 +1,13 @@
 /// @file
-/// Writing and reading a trajectory stream, against FlatBuffers' tree of objects.
+/// Writing and reading a trajectory stream, against the tree of objects that FlatBuffers generates: time and
+/// peak memory.
 
-#include "Benchmarks.h"
-#include "baselines/ObjectTreeStream.h"
-#include "bench/workload/MemoryStream.h"
-#include "bench/workload/RecordedStore.h"
+#include "bench/Benchmarks.h"
+#include "bench/StreamFunctions.h"
+#include "bench/baselines/TrajectoryObjectTree.h"
 #include "bench/workload/Walk.h"
 
 #include <roamscan/trajectorydata/TrajectoryData.h>
-
-#include <algorithm>
-#include <sstream>
-#include <stdexcept>
 
 namespace bench
 {
@@ -19,128 +15,68 @@ namespace bench
 namespace
 {
 
-using oV::Roamscan::TrajectoryData;
-using oV::Roamscan::TrajectoryNode;
+constexpr std::size_t nodeCount = 900'000; // 75 minutes
 
-constexpr int repetitions = 7;
-
-bool sameNode(TrajectoryNode const& a, TrajectoryNode const& b)
+struct Format
 {
-    return a.time == b.time && a.pose.serialize() == b.pose.serialize() && a.type == b.type &&
-           a.matrixA == b.matrixA && a.matrixB == b.matrixB && a.flag == b.flag;
-}
+    using Store = oV::Roamscan::TrajectoryData;
 
-bool writeStore(TrajectoryData const& store, std::ostream& stream)
-{
-    return store.write(stream);
-}
-
-bool readStore(TrajectoryData& store, std::istream& stream)
-{
-    return store.readFromStream(stream);
-}
-
-// The store, and memory with its frame in it.
-struct Inputs
-{
-    Inputs() : store(recordedStore()), memory(roomForFrame)
+    static Store make()
     {
-        std::size_t const size = frameOf(writeThroughObjectTree);
-        std::vector<char> const theirs(memory.begin(), memory.begin() + static_cast<std::ptrdiff_t>(size));
-        bool const sameFrames =
-            frameOf(writeStore) == size && std::equal(theirs.begin(), theirs.end(), memory.begin());
-        if (!sameFrames || !comesBack(contentsOfFrame(readStore)) ||
-            !comesBack(contentsOfFrame(readThroughObjectTree)))
-        {
-            throw std::logic_error("the store and the object tree differ");
+        using oV::Roamscan::Device;
+        Store store;
+        store.nodes = makeNodes(nodeCount, Spacing::Even);
+        for (Device const device : {Device::Device0, Device::Device1, Device::Device2, Device::Device3}) {
+            store.devicePositions[device] = poseOfWalk(static_cast<double>(device));
         }
+        return store;
     }
 
-    // Writes the store's frame into the memory, and says how long it is.
-    std::size_t frameOf(auto write)
+    static bool write(Store const& store, std::ostream& stream) { return store.write(stream); }
+
+    static std::shared_ptr<Store> read(std::istream& stream)
     {
-        MemoryStreamBuffer buffer(memory);
-        std::ostream stream(&buffer);
-        if (!write(store, stream)) {
-            throw std::runtime_error("the stream could not be written");
-        }
-        return buffer.written();
+        auto store = std::make_shared<Store>();
+        return store->readFromStream(stream) ? store : nullptr;
     }
 
-    std::vector<TrajectoryNode> contentsOfFrame(auto read)
-    {
-        MemoryStreamBuffer buffer(memory);
-        std::istream stream(&buffer);
-        TrajectoryData contents;
-        if (!read(contents, stream)) {
-            throw std::runtime_error("the stream could not be read");
-        }
-        return std::move(contents.nodes);
-    }
-
-    bool comesBack(std::vector<TrajectoryNode> const& nodes) const
-    {
-        return std::equal(nodes.begin(), nodes.end(), store.nodes.begin(), store.nodes.end(), sameNode);
-    }
-
-    TrajectoryData store;
-    std::vector<char> memory;
+    static constexpr auto writeThroughTree = writeTrajectoryThroughObjectTree;
+    static constexpr auto readThroughTree = readTrajectoryThroughObjectTree;
 };
 
-Inputs& inputs()
-{
-    static Inputs all;
-    return all;
-}
-
-auto writing(auto write)
-{
-    return [write](benchmark::State& state) {
-        auto& all = inputs();
-        timeEach(state, [&all, write] { return all.frameOf(write); });
-    };
-}
-
-auto reading(auto read)
-{
-    return [read](benchmark::State& state) {
-        auto& all = inputs();
-        timeEach(state, [&all, read] { return all.contentsOfFrame(read); });
-    };
-}
-
-// What a node takes of the frame; all take the same.
-double bytesPerNode()
-{
-    constexpr std::size_t few = 1000;
-    std::ostringstream stream;
-    if (!recordedStore(few).write(stream)) {
-        throw std::runtime_error("the stream could not be written");
-    }
-    return static_cast<double>(stream.str().size()) / few;
-}
-
-Comparison compareStream(std::string const& what, Subject ours, Subject tree)
-{
-    return {"A trajectory stream",
-            what + " " + withCommas(recordedNodes) + " nodes",
-            megabytesPerSecond,
-            repetitions,
-            std::move(ours),
-            {Baseline{std::move(tree), Ratio::TimesAsFast, 2.0}}};
-}
+std::string const count = withCommas(nodeCount) + " nodes";
 
 } // namespace
 
-std::vector<Comparison> trajectoryStreamBenchmarks()
+Group trajectoryStream()
 {
-    Workload const frame{bytesPerNode() * recordedNodes};
-    return {compareStream("writing",
-                          timedByHand("write", "write/store", frame, writing(writeStore)),
-                          timedByHand("object tree", "write/tree", frame, writing(writeThroughObjectTree))),
-            compareStream("reading",
-                          timedByHand("readFromStream", "read/store", frame, reading(readStore)),
-                          timedByHand("object tree", "read/tree", frame, reading(readThroughObjectTree)))};
+    auto const write = [](Writer<Format> writer) { return perByte<Format>(writing<Format>(writer)); };
+    auto const read = [](Reader<Format> reader) { return perByte<Format>(reading<Format>(reader)); };
+    return {"A trajectory stream",
+            Cost::ReportedTime,
+            {{"writing " + count,
+              megabytesPerSecond,
+              {"write", write(Format::write)},
+              {{"object tree", write(Format::writeThroughTree), Ratio::TimesAsFast, 2.0}}},
+             {"reading " + count,
+              megabytesPerSecond,
+              {"readFromStream", read(Format::read)},
+              {{"object tree", read(Format::readThroughTree), Ratio::TimesAsFast, 2.0}}}}};
+}
+
+Group trajectoryStreamMemory()
+{
+    return {
+        "Peak memory of a trajectory stream",
+        Cost::PeakMemory,
+        {{"writing " + count,
+          megabytes,
+          {"write", peakOfWriting<Format>(Format::write)},
+          {{"object tree", peakOfWriting<Format>(Format::writeThroughTree), Ratio::TimesTheMemory, 0.65}}},
+         {"reading " + count,
+          megabytes,
+          {"readFromStream", peakOfReading<Format>(Format::read)},
+          {{"object tree", peakOfReading<Format>(Format::readThroughTree), Ratio::TimesTheMemory, 0.65}}}}};
 }
 
 } // namespace bench

@@ -1,4 +1,4 @@
-#include "ExifLibraries.h"
+#include "bench/baselines/ExifLibraries.h"
 
 #include <exiv2/exiv2.hpp>
 #include <libexif/exif-data.h>
@@ -46,7 +46,7 @@ std::string textOf(Exiv2::ExifData const& data, char const* key)
 
 CameraTexts textsOf(Exiv2::Image::AutoPtr image)
 {
-    // What it says of pictures goes to stderr otherwise, and takes its time.
+    // Its warnings would go to stderr and cost time.
     Exiv2::LogMsg::setLevel(Exiv2::LogMsg::mute);
     image->readMetadata();
     Exiv2::ExifData const& data = image->exifData();

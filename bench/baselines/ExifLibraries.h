@@ -6,7 +6,7 @@
 namespace bench
 {
 
-/// What a camera notes in a picture, without what ends a text.
+/// The camera's texts in a picture, up to the terminating zero.
 struct CameraTexts
 {
     std::string dateTime;
@@ -16,11 +16,11 @@ struct CameraTexts
     bool operator==(CameraTexts const&) const = default;
 };
 
-/// Through libexif, which decodes the whole block.
+/// By libexif, which decodes the whole EXIF block.
 [[nodiscard]] CameraTexts readWithLibexif(std::string const& path);
 [[nodiscard]] CameraTexts readWithLibexif(std::span<char const> picture);
 
-/// Through exiv2, which decodes the picture's other metadata, too.
+/// By exiv2, which also decodes the other metadata of the picture.
 [[nodiscard]] CameraTexts readWithExiv2(std::string const& path);
 [[nodiscard]] CameraTexts readWithExiv2(std::span<char const> picture);
 

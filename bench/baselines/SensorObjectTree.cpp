@@ -1,6 +1,6 @@
-#include "SensorObjectTree.h"
+#include "bench/baselines/SensorObjectTree.h"
 
-#include "TreeFrame.h"
+#include "bench/baselines/ObjectTreeBuffer.h"
 
 #include <roamscan/sensors/SensorFile_generated.h>
 #include <roamscan/time/TimeConversion.h>
@@ -117,8 +117,8 @@ bool writeSensorsThroughObjectTree(SensorData const& store, std::ostream& stream
 
 std::shared_ptr<SensorData> readSensorsThroughObjectTree(std::istream& stream)
 {
-    auto const frame = readTree<schema::SensorDataRoot>(stream);
-    auto const& tree = frame.tree;
+    auto const read = readTree<schema::SensorDataRoot>(stream);
+    auto const& tree = read.tree;
     if (!tree) {
         return nullptr;
     }

@@ -1,4 +1,4 @@
-#include "Tf2Buffer.h"
+#include "bench/baselines/Tf2Buffer.h"
 
 #include <geometry_msgs/TransformStamped.h>
 #include <tf2/buffer_core.h>
@@ -8,7 +8,7 @@ namespace bench
 
 struct Tf2Buffer::Implementation
 {
-    tf2::BufferCore core{ros::Duration(1e8)}; // longer than any walk
+    tf2::BufferCore core{ros::Duration(1e8)}; // seconds; longer than any walk
 };
 
 Tf2Buffer::Tf2Buffer(std::vector<double> const& times, std::vector<FlatPose> const& poses)

@@ -7,8 +7,8 @@
 namespace bench
 {
 
-/// Poses in a transform buffer of tf2, kept for as long as they last. The headers of tf2 do not compile as
-/// C++20, so this one is plain enough for both standards.
+/// Poses in a transform buffer of tf2 that discards none of them. The headers of tf2 do not compile as
+/// C++20, so this header compiles as C++17 too.
 class Tf2Buffer
 {
 public:
@@ -16,11 +16,11 @@ public:
     using FlatPose = std::array<double, 7>;
 
     /// @param times  seconds, ascending, above 0
-    /// @param poses  as many
+    /// @param poses  one for each time
     Tf2Buffer(std::vector<double> const& times, std::vector<FlatPose> const& poses);
     ~Tf2Buffer();
 
-    /// The pose at a time in seconds, rounded to the nanoseconds that tf2 counts in.
+    /// The pose at a time in seconds, rounded to whole nanoseconds.
     /// @throws tf2::TransformException outside the times
     [[nodiscard]] FlatPose sample(double seconds) const;
 

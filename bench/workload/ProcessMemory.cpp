@@ -1,4 +1,4 @@
-#include "ProcessMemory.h"
+#include "bench/workload/ProcessMemory.h"
 
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -27,7 +27,7 @@ namespace
     throw std::system_error(errno, std::generic_category(), what);
 }
 
-// Leaves without any destructor: the child's copy of the parent is none of its business.
+// Runs no destructors: the objects belong to the parent.
 [[noreturn]] void runChild(std::function<double()> const& work, int pipeEnd)
 {
     try {

@@ -7,7 +7,7 @@
 namespace bench
 {
 
-/// Memory that children see, and write to, as this process does.
+/// Memory that this process shares with its children.
 class SharedMemory
 {
 public:
@@ -23,15 +23,16 @@ private:
     std::size_t size_;
 };
 
-/// What `work` returns in a child process, which ends with it.
+/// Runs `work` in a child process.
+/// @return its result
 /// @throws std::runtime_error if the child fails
 double inChild(std::function<double()> const& work);
 
-/// The most memory that this process ever held at once, in bytes. A child starts with what it inherits.
+/// The peak of this process's resident memory, in bytes. A child starts with that of its parent.
 [[nodiscard]] double peakMemory();
 
-/// Gives the system back what the heap keeps of freed memory, where the allocator supports it. What is
-/// measured next pays for its memory as it would in a fresh process, whatever ran before.
+/// Returns the heap's free memory to the system where the allocator supports it. The next measurement then
+/// allocates as in a new process, whatever ran before.
 void releaseFreeMemory();
 
 } // namespace bench

@@ -1,8 +1,9 @@
-#include "SensorArrays.h"
+#include "bench/workload/SensorArrays.h"
+
+#include "tests/support/SensorRecords.h"
 
 #include <roamscan/time/TimeConversion.h>
 
-#include <memory>
 #include <utility>
 
 namespace bench
@@ -11,14 +12,9 @@ namespace bench
 using oV::Roamscan::SensorData;
 using oV::Roamscan::TimeConversion::convertToIntegerTime;
 
-SensorArrays recordedArrays()
-{
-    return recordedArrays(600'000, 300'000, 20);
-}
-
 SensorArrays recordedArrays(std::size_t imuSamples, std::size_t bursts, std::size_t pointsPerBurst)
 {
-    // All numbers are those of single precision, so that a store comes back from a stream as it was.
+    // All numbers are representable in single precision, so that a stream preserves them.
     SensorArrays arrays;
     arrays.pointsPerBurst = pointsPerBurst;
     for (std::size_t i = 0; i < imuSamples; ++i) {
@@ -43,26 +39,23 @@ SensorData storeFromArrays(SensorArrays const& arrays)
     SensorData store;
     auto& imu = store.imuData["imu"];
     for (std::size_t i = 0; i < arrays.imuTimes.size(); ++i) {
+        double const time = arrays.imuTimes[i];
         imu.emplace_hint(imu.end(),
-                         convertToIntegerTime(arrays.imuTimes[i]),
-                         std::make_shared<mapping::ImuData const>(mapping::TimeStamp(arrays.imuTimes[i]),
-                                                                  arrays.accelerations[i],
-                                                                  arrays.velocities[i]));
+                         convertToIntegerTime(time),
+                         support::imuSample(time, arrays.accelerations[i], arrays.velocities[i]));
     }
     auto& lidar = store.rangefinderData["lidar"];
     std::size_t next = 0;
     for (std::size_t i = 0; i < arrays.burstTimes.size(); ++i) {
+        double const time = arrays.burstTimes[i];
         std::vector<mapping::TimedRangefinderPoint> points;
         points.reserve(arrays.pointsPerBurst);
         for (std::size_t j = 0; j < arrays.pointsPerBurst; ++j, ++next) {
             points.push_back({arrays.positions[next], arrays.pointTimes[next], {}});
         }
-        lidar.emplace_hint(
-            lidar.end(),
-            convertToIntegerTime(arrays.burstTimes[i]),
-            std::make_shared<mapping::RangefinderData const>(mapping::TimeStamp(arrays.burstTimes[i]),
-                                                             arrays.origins[i],
-                                                             mapping::TimedPointCloud(std::move(points))));
+        lidar.emplace_hint(lidar.end(),
+                           convertToIntegerTime(time),
+                           support::rangeSample(time, arrays.origins[i], std::move(points)));
     }
     store.sensorPoses["imu"] = {{0, 0, 0.25F}, {0, 0, 0.5F, 0.75F}};
     store.sensorPoses["lidar"] = {{0, 0, 0.5F}, {0.5F, 0, 0, 0.75F}};

@@ -1,10 +1,11 @@
-#include "Walk.h"
+#include "bench/workload/Walk.h"
+
+#include "tools/simulation/WalkMotion.h"
 
 #include <Eigen/Geometry>
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <random>
 
 namespace bench
@@ -16,7 +17,7 @@ namespace
 constexpr double startOfWalk = 100.0; // seconds
 constexpr double posesPerSecond = 200.0;
 
-// The times of a walk, one after the other.
+// Generates the times of a walk in ascending order.
 class WalkTimes
 {
 public:
@@ -28,7 +29,7 @@ public:
         ++count_;
         switch (spacing_) {
         case Spacing::Even:
-            time_ = startOfWalk + count_ / posesPerSecond; // no sum of roundings
+            time_ = startOfWalk + count_ / posesPerSecond; // accumulates no rounding errors
             break;
         case Spacing::Random:
             time_ += 1e-6 + std::exponential_distribution<double>(posesPerSecond)(generator_);
@@ -71,33 +72,19 @@ std::string nameOf(Spacing spacing)
 
 std::string withCommas(std::size_t count)
 {
-    std::string const digits = std::to_string(count);
-    std::string text;
-    for (std::size_t i = 0; i < digits.size(); ++i) {
-        if (i > 0 && (digits.size() - i) % 3 == 0) {
-            text += ',';
-        }
-        text += digits[i];
+    std::string text = std::to_string(count);
+    for (std::size_t end = text.size(); end > 3; end -= 3) {
+        text.insert(end - 3, 1, ',');
     }
     return text;
 }
 
 Pose poseOfWalk(double seconds)
 {
-    constexpr double degree = std::numbers::pi / 180.0;
-    double const stepPhase = 2.0 * std::numbers::pi * 1.9 * seconds;
-    Eigen::Vector3d const position(30.0 * std::sin(0.029 * seconds),
-                                   18.0 * std::sin(0.047 * seconds + 1.0),
-                                   1.5 + 0.03 * std::sin(stepPhase));
-    double const heading =
-        std::atan2(18.0 * 0.047 * std::cos(0.047 * seconds + 1.0), 30.0 * 0.029 * std::cos(0.029 * seconds));
-    double const yaw = heading + 25.0 * degree * std::sin(0.9 * seconds);
-    double const pitch = 3.0 * degree * std::sin(stepPhase + 0.4);
-    double const roll = 2.0 * degree * std::sin(0.5 * stepPhase);
-    Eigen::Quaterniond const rotation = Eigen::AngleAxisd(yaw, Eigen::Vector3d::UnitZ()) *
-                                        Eigen::AngleAxisd(pitch, Eigen::Vector3d::UnitY()) *
-                                        Eigen::AngleAxisd(roll, Eigen::Vector3d::UnitX());
-    return {position, rotation.normalized(), true};
+    static oV::Roamscan::tool::WalkMotion const motion(
+        {{-30.0, -18.0}, {30.0, -18.0}, {30.0, 18.0}, {-30.0, 18.0}}, 0.0, 0.0);
+    Eigen::Isometry3d const worldFromDevice = motion.at(seconds);
+    return {worldFromDevice.translation(), Eigen::Quaterniond(worldFromDevice.linear()), true};
 }
 
 Walk makeWalk(std::size_t count, Spacing spacing)
@@ -130,39 +117,22 @@ std::vector<oV::Roamscan::TrajectoryNode> makeNodes(std::size_t count, Spacing s
     return nodes;
 }
 
-Queries makeQueries(std::vector<double> const& poseTimes, std::size_t count, bool ascending)
+std::vector<Query> makeQueries(std::vector<double> const& poseTimes, std::size_t count, bool ascending)
 {
     std::mt19937_64 generator(21);
     std::uniform_int_distribution<std::uint32_t> anyGap(0, static_cast<std::uint32_t>(poseTimes.size() - 2));
     std::uniform_real_distribution<double> anyFraction(0.0, 1.0);
-    std::vector<std::uint32_t> gaps(count);
-    std::generate(gaps.begin(), gaps.end(), [&] { return anyGap(generator); });
-    if (ascending) {
-        std::sort(gaps.begin(), gaps.end());
+    std::vector<Query> queries(count);
+    for (Query& query : queries) {
+        query.lower = anyGap(generator);
+        double const from = poseTimes[query.lower];
+        double const to = poseTimes[query.lower + 1];
+        query.time = std::min(from + anyFraction(generator) * (to - from), std::nextafter(to, from));
+        query.fraction = (query.time - from) / (to - from);
     }
-
-    Queries queries;
-    queries.times.reserve(count);
-    queries.neighbours.reserve(count);
-    for (std::size_t first = 0; first < count;) {
-        // The fractions of the queries in one gap, in order where the times are to ascend.
-        std::size_t last = first + 1;
-        while (ascending && last < count && gaps[last] == gaps[first]) {
-            ++last;
-        }
-        std::vector<double> fractions(last - first);
-        std::generate(fractions.begin(), fractions.end(), [&] { return anyFraction(generator); });
-        std::sort(fractions.begin(), fractions.end());
-
-        std::uint32_t const lower = gaps[first];
-        double const from = poseTimes[lower];
-        double const to = poseTimes[lower + 1];
-        for (double const fraction : fractions) {
-            double const time = std::min(from + fraction * (to - from), std::nextafter(to, from));
-            queries.times.push_back(time);
-            queries.neighbours.push_back({lower, (time - from) / (to - from)});
-        }
-        first = last;
+    if (ascending) {
+        std::sort(
+            queries.begin(), queries.end(), [](Query const& a, Query const& b) { return a.time < b.time; });
     }
     return queries;
 }

@@ -13,7 +13,7 @@ namespace bench
 
 using Pose = oV::Roamscan::TrafoT<double>;
 
-/// How the times of poses follow each other; 200 poses a second while there are any.
+/// The distribution of the times of poses; 200 poses per second, except in pauses.
 enum class Spacing
 {
     Even,
@@ -23,14 +23,14 @@ enum class Spacing
 
 [[nodiscard]] std::string nameOf(Spacing spacing);
 
-/// A count with its thousands set apart: 1,000,000.
+/// A number with a comma before each group of three digits: 1,000,000.
 [[nodiscard]] std::string withCommas(std::size_t count);
 
-/// Where somebody with a scanner is at a time: on a winding path through a hall, swaying with the steps and
-/// looking around. Poses 5 ms apart differ by some tenths of a degree.
+/// The pose at a time of the simulator's walk, along a rectangle of 60 m by 36 m. It pitches, rolls and yaws
+/// with the steps.
 [[nodiscard]] Pose poseOfWalk(double seconds);
 
-/// Poses with their times, in order. The same ones in each run.
+/// Poses with their times in ascending order, the same in each run.
 struct Walk
 {
     std::vector<double> times;
@@ -39,24 +39,20 @@ struct Walk
 
 [[nodiscard]] Walk makeWalk(std::size_t count, Spacing spacing);
 
-/// The same as nodes, matrices filled. Takes no memory but that of the result.
+/// The same poses as nodes with all fields set. Allocates only the result.
 [[nodiscard]] std::vector<oV::Roamscan::TrajectoryNode> makeNodes(std::size_t count, Spacing spacing);
 
-/// Times to ask for, with the answer's ingredients: the earlier one of the neighbouring poses and the
-/// fraction to the later one.
-struct Queries
+/// A time to query, and where it lies between the poses.
+struct Query
 {
-    struct Neighbours
-    {
-        std::uint32_t lower;
-        double fraction;
-    };
-
-    std::vector<double> times;
-    std::vector<Neighbours> neighbours;
+    double time;         ///< Seconds.
+    std::uint32_t lower; ///< Index of the last pose that is not later.
+    double fraction;     ///< Of the gap from that pose to the next.
 };
 
-/// Times that are spread evenly over the gaps between poses, however wide each gap is: few lie in pauses.
-[[nodiscard]] Queries makeQueries(std::vector<double> const& poseTimes, std::size_t count, bool ascending);
+/// Random queries, distributed evenly over the gaps between poses whatever their lengths, so that few lie in
+/// pauses.
+[[nodiscard]] std::vector<Query>
+makeQueries(std::vector<double> const& poseTimes, std::size_t count, bool ascending);
 
 } // namespace bench

@@ -1,21 +1,18 @@
-#include "WidePicture.h"
+#include "bench/workload/WidePicture.h"
 
-#include "ProcessMemory.h"
+#include "bench/workload/ProcessMemory.h"
+#include "bench/workload/ScratchFolder.h"
 
 #include <roamscan/imagery/LargeImageSerialization.h>
 
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
 #include <random>
 #include <stdexcept>
-#include <system_error>
 
 namespace bench
 {
@@ -23,42 +20,11 @@ namespace bench
 namespace
 {
 
-namespace files = oV::Roamscan::LargeImageSerialization;
-
-class ScratchFolder
+WidePictureFiles filesNamed(std::string const& name, std::string const& extension)
 {
-public:
-    ScratchFolder()
-    {
-        std::string name = (std::filesystem::temp_directory_path() / "roamscan-bench-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) {
-            throw std::runtime_error("no folder for the pictures");
-        }
-        path_ = name;
-    }
-    ScratchFolder(ScratchFolder const&) = delete;
-    ScratchFolder& operator=(ScratchFolder const&) = delete;
-    ~ScratchFolder()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-
-    [[nodiscard]] WidePictureFiles named(std::string const& name, std::string const& extension) const
-    {
-        std::string const tiled = (path_ / (name + "-tiles." + extension)).string();
-        return {(path_ / (name + "." + extension)).string(),
-                Bv_1_1::File::fromPath(Bv_1_1::String::fromNarrow(tiled.c_str()))};
-    }
-
-private:
-    std::filesystem::path path_;
-};
-
-ScratchFolder const& scratchFolder()
-{
-    static ScratchFolder const folder;
-    return folder;
+    std::string const tiled = (scratchFolder() / (name + "-tiles." + extension)).string();
+    return {(scratchFolder() / (name + "." + extension)).string(),
+            Bv_1_1::File::fromPath(Bv_1_1::String::fromNarrow(tiled.c_str()))};
 }
 
 } // namespace
@@ -83,20 +49,23 @@ cv::Mat makeWidePicture()
 
 WidePictureFiles widePictureFiles(std::string const& extension)
 {
-    WidePictureFiles there = scratchFolder().named("picture", extension);
-    if (!std::filesystem::exists(there.whole)) {
-        inChild([&there] {
+    WidePictureFiles files = filesNamed("picture", extension);
+    if (!std::filesystem::exists(files.whole)) {
+        inChild([&files] {
             cv::Mat const picture = makeWidePicture();
-            files::serializeImage(picture, there.tiled);
-            return cv::imwrite(there.whole, picture) ? 1.0 : 0.0;
+            oV::Roamscan::LargeImageSerialization::serializeImage(picture, files.tiled);
+            if (!cv::imwrite(files.whole, picture)) {
+                throw std::runtime_error("cannot write " + files.whole);
+            }
+            return 0.0;
         });
     }
-    return there;
+    return files;
 }
 
-WidePictureFiles roomForWidePicture(std::string const& extension)
+WidePictureFiles newPictureFiles(std::string const& extension)
 {
-    return scratchFolder().named("room", extension);
+    return filesNamed("new", extension);
 }
 
 } // namespace bench

@@ -16,22 +16,22 @@ inline constexpr int widePictureColumns = 20'000;
 /// The bytes of its pixels.
 inline constexpr double widePictureSize = 3.0 * widePictureRows * widePictureColumns;
 
-/// A panorama in colour, three bytes a pixel: slow shades and the noise of a sensor, so that it compresses as
-/// a photograph does. The same in each run.
+/// A panorama in colour, three bytes per pixel. Its smooth shades and the noise of a sensor compress as those
+/// of a photograph do. The same in each run.
 [[nodiscard]] cv::Mat makeWidePicture();
 
-/// That picture on disk in a format: in one file, and as tiles. In a folder of this process, which goes when
-/// it ends.
+/// Where a picture is in one file, and where it is as tiles. The files are in a folder of this process, which
+/// is removed when the process ends.
 struct WidePictureFiles
 {
     std::string whole;
     Bv_1_1::SmartPtr<Bv_1_1::File const> tiled;
 };
 
-/// Made when it is first asked for, in a process of its own.
+/// The picture in a format, made by a child process when first used.
 [[nodiscard]] WidePictureFiles widePictureFiles(std::string const& extension);
 
-/// Where a picture may be written to, whole or as tiles: in the same folder, over what was written before.
-[[nodiscard]] WidePictureFiles roomForWidePicture(std::string const& extension);
+/// Files to write a picture to.
+[[nodiscard]] WidePictureFiles newPictureFiles(std::string const& extension);
 
 } // namespace bench

@@ -1,6 +1,6 @@
-#include "ObjectTreeStream.h"
+#include "bench/baselines/TrajectoryObjectTree.h"
 
-#include "TreeFrame.h"
+#include "bench/baselines/ObjectTreeBuffer.h"
 
 #include <roamscan/trajectorydata/TrajectoryFile_generated.h>
 
@@ -69,40 +69,38 @@ schema::TrajectoryFileT toTree(TrajectoryData const& store)
     return tree;
 }
 
-bool fromTree(TrajectoryData& store, schema::TrajectoryFileT const& tree)
+std::shared_ptr<TrajectoryData> fromTree(schema::TrajectoryFileT const& tree)
 {
-    TrajectoryData read;
-    read.nodes.reserve(tree.nodes.size());
+    auto store = std::make_shared<TrajectoryData>();
+    store->nodes.reserve(tree.nodes.size());
     for (auto const& record : tree.nodes) {
         if (!record->pose || !record->matrixA || !record->matrixB) {
-            return false;
+            return nullptr;
         }
-        read.nodes.emplace_back(record->time,
-                                fromRecord(*record->pose),
-                                static_cast<TrajectoryNode::Type>(record->type),
-                                fromRecord(*record->matrixA),
-                                fromRecord(*record->matrixB),
-                                record->flag);
+        store->nodes.emplace_back(record->time,
+                                  fromRecord(*record->pose),
+                                  static_cast<TrajectoryNode::Type>(record->type),
+                                  fromRecord(*record->matrixA),
+                                  fromRecord(*record->matrixB),
+                                  record->flag);
     }
     for (auto const& record : tree.devicePositions) {
-        read.devicePositions[static_cast<Device>(record.device())] = fromRecord(record.pose());
+        store->devicePositions[static_cast<Device>(record.device())] = fromRecord(record.pose());
     }
-    store.nodes.swap(read.nodes);
-    store.devicePositions.swap(read.devicePositions);
-    return true;
+    return store;
 }
 
 } // namespace
 
-bool writeThroughObjectTree(TrajectoryData const& store, std::ostream& stream)
+bool writeTrajectoryThroughObjectTree(TrajectoryData const& store, std::ostream& stream)
 {
     return writeTree<schema::TrajectoryFile>(toTree(store), stream);
 }
 
-bool readThroughObjectTree(TrajectoryData& store, std::istream& stream)
+std::shared_ptr<TrajectoryData> readTrajectoryThroughObjectTree(std::istream& stream)
 {
-    auto const frame = readTree<schema::TrajectoryFile>(stream);
-    return frame.tree && fromTree(store, *frame.tree);
+    auto const read = readTree<schema::TrajectoryFile>(stream);
+    return read.tree ? fromTree(*read.tree) : nullptr;
 }
 
 } // namespace bench

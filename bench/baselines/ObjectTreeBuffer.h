@@ -11,7 +11,8 @@
 namespace bench
 {
 
-/// A tree of objects to and from a stream: the 64-bit byte count, and the buffer that the tree packs into.
+/// A tree of objects to and from a length-prefixed buffer in a stream: the 64-bit byte count, then the
+/// buffer.
 
 template <typename Root>
 [[nodiscard]] bool writeTree(typename Root::NativeTableType const& tree, std::ostream& stream)
@@ -25,32 +26,30 @@ template <typename Root>
     return stream.good();
 }
 
-/// A frame as it was read: the buffer, and the tree that it unpacks into. Whoever reads one the plain way has
-/// both until the store is filled.
+/// What readTree() returns. A simple program keeps the buffer until the store is filled.
 template <typename Root>
-struct UnpackedFrame
+struct TreeAndBuffer
 {
     std::vector<char> buffer;
-    std::unique_ptr<typename Root::NativeTableType>
-        tree; ///< Null if the stream ended early or the buffer is not sound.
+    std::unique_ptr<typename Root::NativeTableType> tree; ///< Null if the stream is truncated or not valid.
 };
 
 template <typename Root>
-[[nodiscard]] UnpackedFrame<Root> readTree(std::istream& stream)
+[[nodiscard]] TreeAndBuffer<Root> readTree(std::istream& stream)
 {
     std::uint64_t count = 0;
     stream.read(reinterpret_cast<char*>(&count), sizeof count);
     if (!stream.good()) {
         return {};
     }
-    UnpackedFrame<Root> frame{std::vector<char>(flatbuffers::EndianScalar(count)), nullptr};
-    stream.read(frame.buffer.data(), static_cast<std::streamsize>(frame.buffer.size()));
-    auto const* const data = reinterpret_cast<std::uint8_t const*>(frame.buffer.data());
-    flatbuffers::Verifier verifier(data, frame.buffer.size());
+    TreeAndBuffer<Root> result{std::vector<char>(flatbuffers::EndianScalar(count)), nullptr};
+    stream.read(result.buffer.data(), static_cast<std::streamsize>(result.buffer.size()));
+    auto const* const data = reinterpret_cast<std::uint8_t const*>(result.buffer.data());
+    flatbuffers::Verifier verifier(data, result.buffer.size());
     if (stream.good() && verifier.VerifyBuffer<Root>(nullptr)) {
-        frame.tree.reset(flatbuffers::GetRoot<Root>(data)->UnPack());
+        result.tree.reset(flatbuffers::GetRoot<Root>(data)->UnPack());
     }
-    return frame;
+    return result;
 }
 
 } // namespace bench
