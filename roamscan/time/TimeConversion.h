@@ -3,6 +3,8 @@
 #include <roamscan/frame/platform/Export.h>
 #include <roamscan/frame/platform/IntegerTypes.h>
 
+#include <limits>
+
 /// Conversions between the four forms of time. All four share one zero, which is whatever the recording's
 /// time source calls zero; there is no epoch.
 ///
@@ -23,6 +25,10 @@ extern ROAMSCAN_EXPORT double const timeResolution;
 
 /// Ticks of Txm and automation time in a second: 1000000.
 extern ROAMSCAN_EXPORT double const automationTimeResolution;
+
+/// The last whole second on either side of zero that integer time can count: 92233720368, some 2,900 years.
+/// `convertToIntegerTime(s)` is defined for each s with `std::abs(s) <= largestSeconds`.
+inline constexpr double largestSeconds = std::numeric_limits<int64>::max() / 100'000'000;
 
 /// Seconds to integer time, to the nearest tick; halves go away from zero.
 [[nodiscard]] ROAMSCAN_EXPORT int64 convertToIntegerTime(double const& seconds);

@@ -43,6 +43,14 @@ TEST(TimeConversion, SecondsRoundToTheNearestTick)
     EXPECT_EQ(convertToIntegerTime(1403715524.5), 140371552450000000);
 }
 
+TEST(TimeConversion, TheLargestSecondsAreTheLastThatIntegerTimeCounts)
+{
+    EXPECT_EQ(largestSeconds, 92233720368.0);
+    EXPECT_EQ(convertToIntegerTime(largestSeconds), 9223372036800000000);
+    EXPECT_EQ(convertToIntegerTime(-largestSeconds), -9223372036800000000);
+    EXPECT_GT((largestSeconds + 1.0) * timeResolution, 0x1p63);
+}
+
 TEST(TimeConversion, HalfATickGoesAwayFromZero)
 {
     ASSERT_EQ(0.000000005 * 100000000.0, 0.5);

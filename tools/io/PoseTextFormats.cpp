@@ -7,6 +7,7 @@
 #include "tools/io/TrajectoryFile.h"
 
 #include <roamscan/frame/bvbase/Mat4d.h>
+#include <roamscan/time/TimeConversion.h>
 #include <roamscan/time/TrafoT.h>
 
 #include <Eigen/Core>
@@ -23,8 +24,7 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-constexpr double largestTime = 9e10; // seconds; what integer time can count
-constexpr double tolerance = 0.1;    // of a quaternion's norm and a matrix's determinant
+constexpr double tolerance = 0.1; // of a quaternion's norm and a matrix's determinant
 
 /// Goes on to the next line with something in it.
 bool nextDataLine(LineReader& lines, std::string_view& line)
@@ -76,7 +76,7 @@ std::array<double, Count> numbersAt(LineReader const& lines, std::string_view li
 
 double checkedTime(LineReader const& lines, double seconds)
 {
-    if (std::abs(seconds) > largestTime) {
+    if (std::abs(seconds) > TimeConversion::largestSeconds) {
         throw errorAt(lines, "the time " + fixed(seconds, 0) + " s is beyond what integer time can count");
     }
     return seconds;

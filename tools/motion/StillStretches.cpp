@@ -1,7 +1,6 @@
 #include "tools/motion/StillStretches.h"
 
 #include "tools/motion/NodeOrder.h"
-#include "tools/motion/TimeRange.h"
 
 #include <roamscan/time/TimeConversion.h>
 
@@ -38,7 +37,7 @@ using Poses = std::span<Pose const>;
 
 bool isUsable(TrajectoryNode const& node)
 {
-    return std::abs(node.time) <= farthestTime && node.pose.allFinite() &&
+    return std::abs(node.time) <= TimeConversion::largestSeconds && node.pose.allFinite() &&
            std::abs(node.pose.rotation().norm() - 1.0) <= unitTolerance;
 }
 

@@ -70,8 +70,7 @@ private:
     /// A time beyond integer time would wrap around into it, so it goes to the end instead.
     [[nodiscard]] static int64 integerTime(double seconds)
     {
-        constexpr double farthest = 9.2e10;
-        if (std::abs(seconds) > farthest) {
+        if (std::abs(seconds) > TimeConversion::largestSeconds) {
             return seconds > 0.0 ? std::numeric_limits<int64>::max() : std::numeric_limits<int64>::min();
         }
         return TimeConversion::convertToIntegerTime(seconds);

@@ -2,8 +2,9 @@
 
 #include "tools/console/ToolError.h"
 #include "tools/motion/NodeOrder.h"
-#include "tools/motion/TimeRange.h"
 #include "tools/simulation/SimulationLimits.h"
+
+#include <roamscan/time/TimeConversion.h>
 
 #include <algorithm>
 #include <cmath>
@@ -24,7 +25,7 @@ void check(TrajectoryNode const& node, std::filesystem::path const& name)
     if (!std::isfinite(node.time) || !node.pose.allFinite()) {
         throw fileError(name, "a pose or its time is not finite; import the recording again without it");
     }
-    if (std::abs(node.time) > farthestTime) {
+    if (std::abs(node.time) > TimeConversion::largestSeconds) {
         throw fileError(name,
                         "a pose lies more than 2900 years from time zero, beyond what a recording counts");
     }
