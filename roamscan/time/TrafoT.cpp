@@ -3,6 +3,7 @@
 #include <roamscan/time/detail/Interpolate.h>
 #include <roamscan/time/detail/NearestRotation.h>
 #include <roamscan/time/detail/RotateVector.h>
+#include <roamscan/time/detail/SquaredLength.h>
 
 #include <algorithm>
 #include <bit>
@@ -137,11 +138,12 @@ bool TrafoT<T>::isApprox(TrafoT const& other, double precision) const
     auto const narrowed = static_cast<T>(precision);
     T const squaredPrecision = narrowed * narrowed;
 
-    // Only a comparison that holds rejects here, and only one that holds accepts below: NaN translations
-    // pass, NaN rotations do not.
-    if ((translation_ - other.translation_).squaredNorm() >
-        squaredPrecision * std::min(translation_.squaredNorm(), other.translation_.squaredNorm()))
-    {
+    // NaN makes a comparison false: a translation with NaN passes here, a rotation with NaN fails below.
+    auto const ownLength = detail::squaredLength<T>(translation_);
+    auto const othersLength = detail::squaredLength<T>(other.translation_);
+    auto const shorter = detail::isLonger(ownLength, T(1), othersLength) ? othersLength : ownLength;
+    if (detail::isLonger(
+            detail::squaredDistance<T>(translation_, other.translation_), squaredPrecision, shorter)) {
         return false;
     }
     Eigen::Matrix<T, 3, 3> const own = rotation_.toRotationMatrix();

@@ -145,12 +145,16 @@ public:
     /// first.
     [[nodiscard]] TrafoT interpolate(TrafoT const& other, double fraction) const;
 
-    /// Whether translations and rotation matrices agree relative to their size: |a - b| <= precision *
-    /// min(|a|, |b|). A zero translation therefore agrees with a zero translation only, and q agrees with -q.
-    /// The flags are not compared.
+    /// Whether the translations and the rotation matrices of two transforms are equal up to a relative
+    /// error: |a - b| <= precision * min(|a|, |b|), by Euclidean norm for translations and by Frobenius norm
+    /// for rotation matrices. The flags are not compared.
     ///
-    /// A NaN in a translation does not make the answer false, a NaN in a rotation does; so Invalid() is never
-    /// equal to anything, itself included.
+    /// A zero translation equals only a zero translation. Translations of every magnitude compare this way,
+    /// also where their squares underflow or overflow. The quaternions q and -q are equal.
+    /// @note A translation with NaN equals every translation. A rotation with NaN equals none, so Invalid()
+    ///     is not equal to itself.
+    /// @param other the transform to compare with
+    /// @param precision the relative error; narrowed to `float` in `TrafoT<float>`
     [[nodiscard]] bool isApprox(TrafoT const& other, double precision) const;
 
     /// isApprox() with precision 1e-12, hence not transitive.
