@@ -12,7 +12,7 @@ namespace oV
 /// that order. A value has the same text in both forms.
 ///
 /// Grammar of the keyed form. Blank space (space, tab, CR, LF) may stand between any two tokens and is needed
-/// only between two words. `*` is any number of times, `|` is or.
+/// only between two words. `*` is any number of times, `+` at least once, `?` at most once, `|` is or.
 ///
 ///     text       statement*
 ///     statement  keyword value* ";"   |   keyword value* "{" statement* "}"
@@ -23,7 +23,8 @@ namespace oV
 ///     digits string     '"' character* '"' character  any code point except '"', '\' and the control
 ///     characters below U+0020
 ///                | \" | \\ | \n | \r | \t | \uXXXX (one UTF-16 unit in four hexadecimal digits)
-///     list       "[" "]"   |   "[" element ("," element)* "]"       element is string | "null"
+///     list       "[" "]"   |   "[" element ("," element)* "]"
+///     element    bool | number | string | "null"
 ///
 /// Grammar of the bare form:
 ///

@@ -1,10 +1,7 @@
 #include <roamscan/frame/formats/ModelInFormat.h>
-#include <roamscan/frame/formats/detail/ValueText.h>
+#include <roamscan/frame/formats/detail/TokenReader.h>
 
 #include <array>
-#include <exception>
-#include <istream>
-#include <streambuf>
 #include <utility>
 
 namespace oV
@@ -13,26 +10,18 @@ namespace oV
 namespace
 {
 
-constexpr int endOfInput = std::char_traits<char>::eof();
+constexpr int endOfInput = detail::TokenReader::endOfInput;
 constexpr int startOfBlockByte = '{';
 constexpr int endOfBlockByte = ModelFormat::END_OF_BLOCK;
 constexpr int endOfValueByte = ';';
 
-bool isBlank(int byte)
-{
-    return byte == ' ' || byte == '\t' || byte == '\r' || byte == '\n';
-}
-
 } // namespace
 
-ModelInFormat::ModelInFormat(std::istream* stream, ModelFormat::Format format) : format_(format)
-{
-    if (stream == nullptr || stream->fail() || stream->rdbuf() == nullptr) {
-        fail(StatusCode::readFailed);
-    } else {
-        bytes_ = stream->rdbuf();
-    }
-}
+ModelInFormat::ModelInFormat(std::istream* stream, ModelFormat::Format format)
+    : format_(format), tokens_(std::make_unique<detail::TokenReader>(stream))
+{}
+
+ModelInFormat::~ModelInFormat() = default;
 
 Bv_1_1::String ModelInFormat::endOfBlock()
 {
@@ -40,57 +29,51 @@ Bv_1_1::String ModelInFormat::endOfBlock()
     return text.data();
 }
 
+int ModelInFormat::status() const noexcept
+{
+    return tokens_->status();
+}
+
+int ModelInFormat::unknownKeyword() const noexcept
+{
+    return tokens_->hasFailed() ? tokens_->status() : StatusCode::unknownKeyword;
+}
+
+std::size_t ModelInFormat::lineNumber() const noexcept
+{
+    return tokens_->lineNumber();
+}
+
 void ModelInFormat::fail(int status) noexcept
 {
-    if (status_ == StatusCode::ok) {
-        status_ = status;
-    }
+    tokens_->fail(status);
 }
 
 // Keywords.
 
 Bv_1_1::String const& ModelInFormat::getKeyword()
 {
-    if (current_ == Current::None && status_ == StatusCode::ok) {
-        if (isBare()) {
-            readBareKeyword();
-        } else {
-            readKeyword();
-        }
+    if (current_ == Current::None) {
+        readKeyword();
     }
-    return status_ == StatusCode::ok ? keyword_ : Bv_1_1::String::EMPTY;
+    return tokens_->hasFailed() ? Bv_1_1::String::EMPTY : keyword_;
 }
 
 void ModelInFormat::readKeyword()
 {
-    int const byte = peekToken();
-    if (byte == endOfInput && depth_ == 0) {
-        keyword_ = Bv_1_1::String::NIL;
-    } else if (byte == endOfBlockByte) {
-        take();
-        keyword_ = endOfBlock();
-        current_ = Current::EndOfBlock;
-    } else {
-        keyword_ = readKeywordToken();
-        current_ = Current::Statement;
-    }
-}
-
-void ModelInFormat::readBareKeyword()
-{
-    int const byte = peekToken();
+    int const byte = tokens_->peekToken();
     if (byte == endOfBlockByte) {
-        take();
+        tokens_->take();
         keyword_ = endOfBlock();
         current_ = Current::EndOfBlock;
     } else if (byte == endOfInput && depth_ > 0) {
-        fail(StatusCode::unexpectedEnd);
-    } else if (byte == endOfInput || scope_.bareValueFound) {
+        tokens_->fail(StatusCode::unexpectedEnd);
+    } else if (byte == endOfInput || (isBare() && scope_.bareValueFound)) {
         keyword_ = Bv_1_1::String::NIL;
     } else {
-        keyword_ = ModelFormat::valueKeyword;
+        keyword_ = isBare() ? Bv_1_1::String(ModelFormat::valueKeyword) : tokens_->readKeyword();
         current_ = Current::Statement;
-        scope_.bareValueFound = true;
+        scope_.bareValueFound = isBare();
     }
 }
 
@@ -98,29 +81,41 @@ void ModelInFormat::nextKeyword()
 {
     if (current_ == Current::Statement) {
         skipRest();
-    } else if (current_ == Current::EndOfBlock && depth_ > 0) {
-        --depth_;
+    } else if (current_ == Current::EndOfBlock) {
+        leaveBlock();
     }
+    current_ = Current::None;
+    scope_.propagates = false;
+}
+
+void ModelInFormat::leaveBlock() noexcept
+{
+    depth_ -= depth_ > 0 ? 1 : 0;
     current_ = Current::None;
 }
 
 void ModelInFormat::setPropagateKeyword(Bv_1_1::String const& keyword)
 {
-    scope_.propagated = keyword;
+    if (current_ == Current::None || keyword_ != keyword) {
+        nextKeyword();
+        keyword_ = keyword;
+        current_ = Current::Finished;
+    }
+    scope_.propagates = true;
 }
 
 bool ModelInFormat::startBlock()
 {
-    while (!isBare() && hasValue()) {
-        skipValue();
+    while (!isBare() && hasValue() && status() == StatusCode::ok) {
+        tokens_->skipValue();
     }
-    int const byte = peekToken();
+    int const byte = tokens_->peekToken();
     if (byte != startOfBlockByte) {
-        failAt(byte, StatusCode::wrongKind);
+        tokens_->failAt(byte, StatusCode::wrongKind);
         return false;
     }
     takeStartOfBlock(0);
-    if (status_ != StatusCode::ok) {
+    if (tokens_->hasFailed()) {
         return false;
     }
     ++depth_;
@@ -128,109 +123,64 @@ bool ModelInFormat::startBlock()
     return true;
 }
 
-std::optional<KeptText> ModelInFormat::keepRest()
-{
-    std::string text = keep([this] { skipRest(); });
-    current_ = current_ == Current::Statement ? Current::Finished : current_;
-    return status_ == StatusCode::ok ? std::optional(KeptText(std::move(text), format_)) : std::nullopt;
-}
-
 // Scopes.
 
-ModelInFormat::ScopeState ModelInFormat::openScope()
+ModelInFormat::ScopeState ModelInFormat::openScope() noexcept
 {
     ScopeState inner;
     inner.beganAtEndOfBlock = current_ == Current::EndOfBlock;
-    return std::exchange(scope_, std::move(inner));
+    return std::exchange(scope_, inner);
 }
 
-void ModelInFormat::closeScope(ScopeState outer)
+void ModelInFormat::closeScope(ScopeState outer) noexcept
 {
-    ScopeState const inner = std::exchange(scope_, std::move(outer));
-    if (!inner.propagated) {
-        if (current_ == Current::EndOfBlock && !inner.beganAtEndOfBlock) {
-            nextKeyword();
-        }
-    } else if (current_ == Current::None || keyword_ != *inner.propagated) {
-        nextKeyword();
-        keyword_ = *inner.propagated;
-        current_ = Current::Finished;
+    bool const isDoneWithBlock =
+        current_ == Current::EndOfBlock && !scope_.beganAtEndOfBlock && !scope_.propagates;
+    if (isDoneWithBlock) {
+        leaveBlock();
     }
+    scope_ = outer;
 }
 
 // Values.
 
 bool ModelInFormat::hasValue()
 {
-    int const byte = peekToken();
+    int const byte = tokens_->peekToken();
     return byte != endOfInput && byte != endOfValueByte && byte != startOfBlockByte && byte != endOfBlockByte;
 }
 
-std::optional<std::string> ModelInFormat::getWord()
+bool ModelInFormat::hasBlock()
 {
-    int const byte = beginValue();
-    if (!detail::isOfWord(byte)) {
-        failAt(byte, StatusCode::wrongKind);
-        return std::nullopt;
-    }
-    std::string word = readWord(detail::isOfWord);
-    return status_ == StatusCode::ok ? std::optional(std::move(word)) : std::nullopt;
+    return tokens_->peekToken() == startOfBlockByte;
 }
 
-std::optional<Bv_1_1::String> ModelInFormat::getText()
-{
-    if (beginValue() == '"') {
-        return readString();
-    }
-    std::optional<std::string> const word = getWord();
-    if (!word) {
-        return std::nullopt;
-    }
-    if (*word != "null") {
-        fail(StatusCode::wrongKind);
-        return std::nullopt;
-    }
-    return Bv_1_1::String::NIL;
-}
-
-bool ModelInFormat::startList()
-{
-    int const byte = beginValue();
-    if (byte != '[') {
-        failAt(byte, StatusCode::wrongKind);
-        return false;
-    }
-    take();
-    return true;
-}
-
-bool ModelInFormat::nextElement(bool isFirst)
-{
-    int const byte = peekToken();
-    if (byte == ']') {
-        take();
-        return false;
-    }
-    if (isFirst) {
-        return status_ == StatusCode::ok;
-    }
-    if (byte != ',') {
-        failAt(byte, StatusCode::syntaxError);
-        return false;
-    }
-    take();
-    return true;
-}
-
-int ModelInFormat::beginValue()
+detail::TokenReader& ModelInFormat::valueTokens()
 {
     if (isBare() && current_ == Current::Statement) {
         current_ = Current::Finished; // its only value
     }
-    return peekToken();
+    return *tokens_;
 }
 
-// What is not read.
+std::string ModelInFormat::keepValue()
+{
+    return tokens_->keep([this] { tokens_->skipValue(); });
+}
+
+// The rest of a statement.
+
+std::optional<KeptText> ModelInFormat::keepRest()
+{
+    if (!isBare() && current_ != Current::Statement) {
+        return std::nullopt;
+    }
+    std::string text = tokens_->keep([this] { skipRest(); });
+    if (current_ == Current::Statement) {
+        current_ = Current::Finished;
+    }
+    return tokens_->hasFailed() ? std::nullopt : std::optional(KeptText(std::move(text), format_));
+}
 
 void ModelInFormat::skipRest()
 {
@@ -241,224 +191,55 @@ void ModelInFormat::skipRest()
     }
 }
 
-// From behind a keyword to the end of its statement.
+// Without recursion, as blocks may nest.
 void ModelInFormat::skipStatement()
 {
     int open = 0;
     bool isInStatement = true;
     do {
-        int const byte = peekToken();
+        int const byte = tokens_->peekToken();
         if (isInStatement && byte == startOfBlockByte) {
             takeStartOfBlock(open++);
             isInStatement = false;
         } else if (isInStatement && byte == endOfValueByte) {
-            take();
+            tokens_->take();
             isInStatement = false;
         } else if (isInStatement) {
-            skipValue();
+            tokens_->skipValue();
         } else if (byte == endOfBlockByte) {
-            take();
+            tokens_->take();
             --open;
         } else {
-            (void)readKeywordToken();
+            (void)tokens_->readKeyword();
             isInStatement = true;
         }
-    } while (status_ == StatusCode::ok && (isInStatement || open > 0));
+    } while (!tokens_->hasFailed() && (isInStatement || open > 0));
 }
 
 void ModelInFormat::skipBareItem()
 {
     int open = 0;
     do {
-        int const byte = peekToken();
+        int const byte = tokens_->peekToken();
         if (byte == startOfBlockByte) {
             takeStartOfBlock(open++);
         } else if (byte == endOfBlockByte && open > 0) {
-            take();
+            tokens_->take();
             --open;
         } else {
-            skipValue();
+            tokens_->skipValue();
         }
-    } while (status_ == StatusCode::ok && open > 0);
+    } while (!tokens_->hasFailed() && open > 0);
 }
 
+// `alsoOpen`: blocks that are open but not entered.
 void ModelInFormat::takeStartOfBlock(int alsoOpen)
 {
     if (depth_ + alsoOpen >= ModelFormat::maxDepth) {
-        fail(StatusCode::tooDeep);
+        tokens_->fail(StatusCode::tooDeep);
     } else {
-        take();
+        tokens_->take();
     }
-}
-
-void ModelInFormat::skipValue()
-{
-    int const byte = peekToken();
-    if (byte == '"') {
-        (void)readString();
-    } else if (byte == '[') {
-        skipList();
-    } else if (detail::isOfWord(byte)) {
-        (void)readWord(detail::isOfWord);
-    } else {
-        failAt(byte, StatusCode::syntaxError);
-    }
-}
-
-void ModelInFormat::skipList()
-{
-    take();
-    for (bool isFirst = true; nextElement(isFirst); isFirst = false) {
-        (void)getText();
-    }
-}
-
-std::string ModelInFormat::keepValue()
-{
-    return keep([this] { skipValue(); });
-}
-
-template <typename Read>
-std::string ModelInFormat::keep(Read const& read)
-{
-    (void)peekToken(); // blank space before it is not kept
-    std::string text;
-    kept_ = &text;
-    read();
-    kept_ = nullptr;
-    return text;
-}
-
-// Tokens.
-
-Bv_1_1::String ModelInFormat::readKeywordToken()
-{
-    int const byte = peekToken();
-    if (detail::beginsKeyword(byte)) {
-        std::string const word = readWord(detail::continuesKeyword);
-        return Bv_1_1::String::fromUtf16(std::u16string(word.begin(), word.end()));
-    }
-    if (byte != '"') {
-        failAt(byte, StatusCode::syntaxError);
-        return {};
-    }
-    Bv_1_1::String keyword = readString().value_or(Bv_1_1::String::EMPTY);
-    if (keyword == Bv_1_1::String::EMPTY || keyword == endOfBlock()) {
-        fail(StatusCode::syntaxError);
-    }
-    return keyword;
-}
-
-std::string ModelInFormat::readWord(bool (*continues)(int) noexcept)
-{
-    std::string word;
-    while (continues(peek())) {
-        word.push_back(static_cast<char>(take()));
-    }
-    return word;
-}
-
-std::optional<Bv_1_1::String> ModelInFormat::readString()
-{
-    constexpr int firstPrintable = 0x20;
-    std::u16string units;
-    std::string utf8; // up to the next escape
-    take();
-    for (;;) {
-        int const byte = peek();
-        if (byte == endOfInput || byte < firstPrintable) {
-            failAt(byte, StatusCode::syntaxError);
-            return std::nullopt;
-        }
-        take();
-        if (byte != '"' && byte != '\\') {
-            utf8.push_back(static_cast<char>(byte));
-            continue;
-        }
-        if (!detail::appendUtf8(utf8, units)) {
-            fail(StatusCode::syntaxError);
-            return std::nullopt;
-        }
-        utf8.clear();
-        if (byte == '"') {
-            return units.empty() ? Bv_1_1::String::EMPTY : Bv_1_1::String::fromUtf16(units);
-        }
-        if (!readEscape(units)) {
-            return std::nullopt;
-        }
-    }
-}
-
-// From behind the backslash.
-bool ModelInFormat::readEscape(std::u16string& units)
-{
-    constexpr std::string_view letters = "\"\\nrt";
-    constexpr std::u16string_view meanings = u"\"\\\n\r\t";
-    int byte = take();
-    if (byte != 'u') {
-        auto const index =
-            byte == endOfInput ? std::string_view::npos : letters.find(static_cast<char>(byte));
-        if (index == std::string_view::npos) {
-            failAt(byte, StatusCode::syntaxError);
-            return false;
-        }
-        units.push_back(meanings[index]);
-        return true;
-    }
-    int unit = 0;
-    for (int digits = 0; digits < 4; ++digits) {
-        byte = take();
-        int const digit = detail::hexadecimalDigit(byte);
-        if (digit < 0) {
-            failAt(byte, StatusCode::syntaxError);
-            return false;
-        }
-        unit = unit * 16 + digit;
-    }
-    units.push_back(static_cast<char16_t>(unit));
-    return true;
-}
-
-void ModelInFormat::failAt(int byte, int status)
-{
-    fail(byte == endOfInput ? StatusCode::unexpectedEnd : status);
-}
-
-// Bytes.
-
-int ModelInFormat::peek()
-{
-    if (status_ != StatusCode::ok) {
-        return endOfInput;
-    }
-    try {
-        return bytes_->sgetc();
-    } catch (std::exception const&) {
-        fail(StatusCode::readFailed);
-        return endOfInput;
-    }
-}
-
-int ModelInFormat::peekToken()
-{
-    while (isBlank(peek())) {
-        take();
-    }
-    return peek();
-}
-
-int ModelInFormat::take()
-{
-    int const byte = peek();
-    if (byte == endOfInput) {
-        return byte;
-    }
-    bytes_->sbumpc(); // just looked at, so in the buffer
-    line_ += byte == '\n' ? 1U : 0U;
-    if (kept_ != nullptr) {
-        kept_->push_back(static_cast<char>(byte));
-    }
-    return byte;
 }
 
 } // namespace oV

@@ -8,11 +8,17 @@
 
 #include <cstddef>
 #include <iosfwd>
+#include <memory>
 #include <optional>
 #include <string>
 
 namespace oV
 {
+
+namespace detail
+{
+class TokenReader;
+} // namespace detail
 
 /// Reads the text forms of ModelFormat. ReadFromScope makes it; DataInFormat reads the values.
 ///
@@ -40,6 +46,7 @@ public:
     /// @param stream may be null, which is a failure; it must outlive this object
     ModelInFormat(std::istream* stream, ModelFormat::Format format);
 
+    ~ModelInFormat();
     ModelInFormat(ModelInFormat const&) = delete;
     ModelInFormat& operator=(ModelInFormat const&) = delete;
 
@@ -47,10 +54,10 @@ public:
     [[nodiscard]] ModelFormat::Format format() const noexcept { return format_; }
 
     /// StatusCode::ok, or the code of the first failure.
-    [[nodiscard]] int status() const noexcept { return status_; }
+    [[nodiscard]] int status() const noexcept;
 
     /// The line of the input at which the reader stands, counted from 1 where the outermost scope began.
-    [[nodiscard]] std::size_t lineNumber() const noexcept { return line_; }
+    [[nodiscard]] std::size_t lineNumber() const noexcept;
 
     /// The keyword that the end of a block has: the one character ModelFormat::END_OF_BLOCK.
     [[nodiscard]] static Bv_1_1::String endOfBlock();
@@ -65,11 +72,15 @@ public:
     /// here. Nothing happens if there is no current keyword.
     void nextKeyword();
 
-    /// Lets the enclosing scope find this keyword as its current one when the current scope closes.
+    /// Makes this the current keyword and lets the enclosing scope find it as its current one. The last call
+    /// of a scope; nextKeyword() takes it back.
     void setPropagateKeyword(Bv_1_1::String const& keyword);
 
     /// Whether a value comes next; false at ";", at a block, at the end of one and at the end of the input.
     [[nodiscard]] bool hasValue();
+
+    /// Whether a block comes next.
+    [[nodiscard]] bool hasBlock();
 
     /// Enters the block of the current statement; in the bare form, the block that comes next. The next
     /// keyword is the block's first one.
@@ -78,15 +89,12 @@ public:
 
     /// Takes what is left of the current statement as text, with its ";" or its block; in the bare form, the
     /// item that comes next. nextKeyword() finds nothing left then.
-    /// @return nothing after a failure
+    /// @return nothing after a failure and, in the keyed form, without a current statement
     [[nodiscard]] std::optional<KeptText> keepRest();
 
     /// What a reader returns that does not know the current keyword: the status of a failed input,
     /// StatusCode::unknownKeyword otherwise.
-    [[nodiscard]] int unknownKeyword() const noexcept
-    {
-        return status_ != StatusCode::ok ? status_ : StatusCode::unknownKeyword;
-    }
+    [[nodiscard]] int unknownKeyword() const noexcept;
 
     /// Fails with the status, unless the input has failed before. For readers that find a text which follows
     /// the grammar but makes no sense to them.
@@ -103,65 +111,43 @@ private:
     {
         None,       // there is none; the next one has not been read
         Statement,  // that of a statement whose values or block come next
-        Finished,   // that of a statement of which nothing is left
+        Finished,   // one of which nothing is left
         EndOfBlock, // the end of a block
     };
 
     /// What each scope has for itself.
     struct ScopeState
     {
-        bool bareValueFound = false; // in the bare form: valueKeyword was the current keyword
+        bool bareValueFound = false; // in the bare form: valueKeyword has been the current keyword
         bool beganAtEndOfBlock =
-            false; // the current keyword was the end of a block when the scope was opened
-        std::optional<Bv_1_1::String> propagated; // setPropagateKeyword()
+            false;               // the end of a block was the current keyword when the scope was opened
+        bool propagates = false; // the current keyword is for the enclosing scope
     };
 
-    // Scopes. openScope() returns the state of the enclosing scope, which closeScope() takes back.
-    [[nodiscard]] ScopeState openScope();
-    void closeScope(ScopeState outer);
+    // For ReadFromScope: openScope() returns the state of the enclosing scope, which closeScope() takes back.
+    [[nodiscard]] ScopeState openScope() noexcept;
+    void closeScope(ScopeState outer) noexcept;
 
-    // Values, for DataInFormat. They give nothing after a failure, their own included.
-    [[nodiscard]] std::optional<std::string> getWord();
-    [[nodiscard]] std::optional<Bv_1_1::String> getText();
-    [[nodiscard]] bool startList();
-    [[nodiscard]] bool nextElement(bool isFirst);
-    [[nodiscard]] int beginValue();
+    // For DataInFormat: what to read a value from.
+    [[nodiscard]] detail::TokenReader& valueTokens();
 
-    // Statements.
+    // For KeptText: the text of the next value.
+    [[nodiscard]] std::string keepValue();
+
+    [[nodiscard]] bool isBare() const noexcept { return format_ == ModelFormat::Format::Bare; }
     void readKeyword();
-    void readBareKeyword();
+    void leaveBlock() noexcept;
     void skipRest();
     void skipStatement();
     void skipBareItem();
     void takeStartOfBlock(int alsoOpen);
-    void skipValue();
-    void skipList();
-    [[nodiscard]] std::string keepValue();
-    template <typename Read>
-    [[nodiscard]] std::string keep(Read const& read);
 
-    // Tokens.
-    [[nodiscard]] Bv_1_1::String readKeywordToken();
-    [[nodiscard]] std::string readWord(bool (*continues)(int) noexcept);
-    [[nodiscard]] std::optional<Bv_1_1::String> readString();
-    [[nodiscard]] bool readEscape(std::u16string& units);
-    [[nodiscard]] bool isBare() const noexcept { return format_ == ModelFormat::Format::Bare; }
-    void failAt(int byte, int status);
-
-    // Bytes. -1 is the end of the input, also after a failure. peekToken() skips blank space first.
-    [[nodiscard]] int peek();
-    [[nodiscard]] int peekToken();
-    int take();
-
-    std::streambuf* bytes_ = nullptr;
     ModelFormat::Format format_;
-    int status_ = StatusCode::ok;
-    std::size_t line_ = 1;
-    int depth_ = 0;
+    std::unique_ptr<detail::TokenReader> tokens_;
     Current current_ = Current::None;
     Bv_1_1::String keyword_;
+    int depth_ = 0; // blocks that were entered and not left
     ScopeState scope_;
-    std::string* kept_ = nullptr; // takes a copy of each byte that is used
 };
 
 } // namespace oV

@@ -13,12 +13,6 @@ namespace
 
 constexpr std::size_t indentWidth = 4;
 
-bool isKeyword(Bv_1_1::String const& keyword)
-{
-    constexpr auto endOfBlock = static_cast<char16_t>(ModelFormat::END_OF_BLOCK);
-    return !keyword.text().empty() && keyword.text() != std::u16string_view(&endOfBlock, 1);
-}
-
 } // namespace
 
 ModelOutFormat::ModelOutFormat(std::ostream* stream, ModelFormat::Format format) noexcept
@@ -32,7 +26,7 @@ bool ModelOutFormat::good() const
 
 void ModelOutFormat::startValue(Bv_1_1::String const& keyword)
 {
-    if (!isKeyword(keyword)) {
+    if (!detail::isKeyword(keyword)) {
         Roamscan::detail::throwInternalError(L"A keyword is missing or is the end of a block.",
                                              "oV::ModelOutFormat::startValue",
                                              __FILE__,

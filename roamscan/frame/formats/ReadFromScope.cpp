@@ -1,8 +1,6 @@
 #include <roamscan/frame/formats/ReadFromScope.h>
 #include <roamscan/frame/formats/detail/OpenScopes.h>
 
-#include <utility>
-
 namespace oV
 {
 
@@ -31,7 +29,7 @@ ReadFromScope::~ReadFromScope()
 {
     Open::remove(*this);
     if (isNested_) {
-        input_->closeScope(std::move(outerState_));
+        input_->closeScope(outerState_);
     }
 }
 

@@ -24,7 +24,7 @@ class OpenScopes;
 /// When it closes, the stream stands just after the last byte that was used. The state flags of the stream
 /// are not changed.
 ///
-/// A scope is for the thread that opened it.
+/// The contexts of nested scopes must have the same form. A scope is for the thread that opened it.
 class ROAMSCAN_EXPORT ReadFromScope
 {
 public:

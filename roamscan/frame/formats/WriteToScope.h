@@ -19,7 +19,7 @@ class OpenScopes;
 /// The scope of one write. Scopes nest as those of ReadFromScope do: a scope that is opened while the same
 /// thread has one open on the same stream shares its output format, with the form and the open blocks.
 ///
-/// A scope is for the thread that opened it.
+/// The contexts of nested scopes must have the same form. A scope is for the thread that opened it.
 class ROAMSCAN_EXPORT WriteToScope
 {
 public:

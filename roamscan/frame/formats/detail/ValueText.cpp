@@ -1,3 +1,4 @@
+#include <roamscan/frame/formats/ModelFormat.h>
 #include <roamscan/frame/formats/StatusCode.h>
 #include <roamscan/frame/formats/detail/ValueText.h>
 
@@ -161,6 +162,13 @@ std::optional<double> numberOfText(std::string_view text, int& status)
     return number;
 }
 
+bool isValueWord(std::string_view word)
+{
+    int status = StatusCode::ok;
+    return word == "true" || word == "false" || word == "null" || numberOfText(word, status).has_value() ||
+           status == StatusCode::outOfRange;
+}
+
 std::string textOfString(Bv_1_1::String const& string)
 {
     return string.isNil() ? "null" : quoted(string.text());
@@ -172,6 +180,12 @@ std::string textOfKeyword(Bv_1_1::String const& keyword)
     bool const isWord =
         !units.empty() && beginsKeyword(units.front()) && std::ranges::all_of(units, continuesKeyword);
     return isWord ? std::string(units.begin(), units.end()) : quoted(units);
+}
+
+bool isKeyword(Bv_1_1::String const& keyword) noexcept
+{
+    constexpr auto endOfBlock = static_cast<char16_t>(ModelFormat::END_OF_BLOCK);
+    return !keyword.text().empty() && keyword.text() != std::u16string_view(&endOfBlock, 1);
 }
 
 bool appendUtf8(std::string_view utf8, std::u16string& units)

@@ -18,11 +18,17 @@ namespace oV::detail
 /// (StatusCode::outOfRange)
 [[nodiscard]] std::optional<double> numberOfText(std::string_view text, int& status);
 
+/// Whether the word is a value: a bool, a number of any size, or null.
+[[nodiscard]] bool isValueWord(std::string_view word);
+
 /// The text in quotes with its escapes; "null" for NIL.
 [[nodiscard]] std::string textOfString(Bv_1_1::String const& string);
 
 /// The keyword as a word, or in quotes if it is none.
 [[nodiscard]] std::string textOfKeyword(Bv_1_1::String const& keyword);
+
+/// Whether a statement may have the keyword: neither NIL nor empty nor the end of a block.
+[[nodiscard]] bool isKeyword(Bv_1_1::String const& keyword) noexcept;
 
 /// Appends UTF-8 to UTF-16.
 /// @return false if it is malformed; `units` is as it was then
