@@ -11,11 +11,12 @@
 namespace oV::StatusCode
 {
 
-inline constexpr int ok = 0;              ///< success
-inline constexpr int syntaxError = 1;     ///< the text does not follow the grammar of ModelFormat
-inline constexpr int unexpectedEnd = 2;   ///< the text ends inside a statement, a value or a block
-inline constexpr int wrongKind = 3;       ///< a well-formed value of another kind than the one asked for
-inline constexpr int outOfRange = 4;      ///< a number or text too large for its type
+inline constexpr int ok = 0;            ///< success
+inline constexpr int syntaxError = 1;   ///< the text does not follow the grammar of ModelFormat
+inline constexpr int unexpectedEnd = 2; ///< the text ends inside a statement, a value or a block
+inline constexpr int wrongKind = 3;     ///< a well-formed value of another kind than the one asked for
+inline constexpr int outOfRange =
+    4; ///< a number or text beyond the range of its type, or a number that rounds to 0
 inline constexpr int tooDeep = 6;         ///< more than ModelFormat::maxDepth open blocks
 inline constexpr int readFailed = 17;     ///< no input stream, or one that failed
 inline constexpr int writeFailed = 18;    ///< no output stream, or one whose state is not clean

@@ -267,6 +267,7 @@ TEST(ModelValues, ANumberBeyondItsTypeIsRefused)
     EXPECT_EQ(statusOf<int>("99999999999999999999999"), StatusCode::outOfRange);
     EXPECT_EQ(statusOf<double>("1e309"), StatusCode::outOfRange);
     EXPECT_EQ(statusOf<double>("-1e999"), StatusCode::outOfRange);
+    EXPECT_EQ(statusOf<double>("1e-400"), StatusCode::outOfRange);
 }
 
 TEST(ModelValues, AValueThatEndsEarlyIsRefused)
