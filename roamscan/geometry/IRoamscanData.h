@@ -2,6 +2,7 @@
 
 #include <roamscan/frame/bvbase/ScanPtColor.h>
 #include <roamscan/frame/bvbase/Vec3d.h>
+#include <roamscan/frame/platform/EigenAlignment.h>
 #include <roamscan/frame/platform/Export.h>
 #include <roamscan/frame/platform/IntegerTypes.h>
 #include <roamscan/trajectory/Trajectory.h>

@@ -3,6 +3,7 @@
 #include <roamscan/frame/bvbase/Vec3d.h>
 #include <roamscan/frame/mapping/Rigid3.h>
 #include <roamscan/frame/mapping/Vector3.h>
+#include <roamscan/frame/platform/EigenAlignment.h>
 
 #include <Eigen/Core>
 #include <Eigen/Geometry>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <roamscan/frame/bvbase/Mat4d.h>
+#include <roamscan/frame/platform/EigenAlignment.h>
 #include <roamscan/frame/platform/Export.h>
 #include <roamscan/time/EigenConversion.h>
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <roamscan/frame/platform/EigenAlignment.h>
 #include <roamscan/frame/platform/Export.h>
 #include <roamscan/time/TrafoT.h>
 
