@@ -11,25 +11,25 @@ namespace Bv_1_1
 
 class oVClass;
 
-/// The base of all objects that are counted and know their class at run time.
+/// The base of all reference-counted objects with run-time class information.
 ///
-/// A node is made by `new` with no reference, and lives as long as a SmartPtr holds it. A plain pointer to a
-/// node owns nothing. References may be taken and dropped on any thread.
+/// A node is created by `new` with a reference count of 0. It is destroyed when the last SmartPtr to it
+/// releases it. A plain pointer to a node does not own it. The reference count is thread-safe.
 ///
 /// The order of the virtual operations, getClassType() and then the destructor, is part of the binary
 /// interface.
 class ROAMSCAN_EXPORT BaseNode : public VisitorCore
 {
 public:
-    /// How a node is made.
+    /// How a node is created.
     enum class CreateType : std::uint32_t
     {
-        Fresh = 0,   ///< a new node
-        NoSource = 3 ///< no other node is to be used as a source
+        Fresh = 0,   ///< creates a new node
+        NoSource = 3 ///< creates a node without a source object
     };
 
-    /// What the count of a node holds from its last release on. It makes a use after the release visible in a
-    /// memory dump; nothing ever compares it.
+    /// The value of a node's reference count after its last release. It makes a use after the release visible
+    /// in a memory dump; no code compares against it.
     static constexpr std::uint32_t releasedMark = 0xF000DEAD;
 
     /// The record of this class, the root of all records.
@@ -38,21 +38,21 @@ public:
     /// The record of the node's own class.
     [[nodiscard]] virtual oVClass const* getClassType() const;
 
-    /// Takes one reference. For SmartPtr, and for what hands nodes on without one.
+    /// Adds one reference. Called by SmartPtr, and by code that passes on ownership without a SmartPtr.
     void addReference() const noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
 
-    /// Drops one reference; with the last one the count becomes the mark and the node is destroyed.
+    /// Removes one reference. Removing the last one sets the count to `releasedMark` and destroys the node.
+    /// @note The mark is set before the destructor runs. A reference that is added and removed during
+    ///     destruction therefore does not destroy the node a second time.
     void dropReference() const noexcept
     {
         if (references_.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-            // Callers may rely on the mark being in place before the destructor runs: a reference that is
-            // taken and dropped while the node goes down does not release it a second time.
             references_.store(releasedMark, std::memory_order_relaxed);
             delete this;
         }
     }
 
-    /// The number of references at this moment. For tests and for finding leaks.
+    /// The current number of references. For tests and for finding leaks.
     [[nodiscard]] std::uint32_t referenceCount() const noexcept
     {
         return references_.load(std::memory_order_relaxed);
@@ -60,9 +60,9 @@ public:
 
 protected:
     BaseNode() noexcept = default;
-    /// A copy is a node of its own: it starts without a reference.
+    /// The copy is a new node with a reference count of 0.
     BaseNode(BaseNode const& other) noexcept;
-    /// The references stay with the node they were taken on.
+    /// The reference counts of both nodes stay unchanged.
     BaseNode& operator=(BaseNode const& other) noexcept;
     virtual ~BaseNode();
 

@@ -5,10 +5,10 @@
 namespace Bv_1_1
 {
 
-/// The version of a class as its record states it.
+/// The version of a class, as stored in its class record.
 struct ClassVersion
 {
-    /// The number of the version.
+    /// The version number.
     std::uint32_t number = 0;
 
     [[nodiscard]] friend constexpr bool operator==(ClassVersion const&, ClassVersion const&) = default;

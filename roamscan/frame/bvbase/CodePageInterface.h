@@ -5,7 +5,7 @@
 namespace Bv_1_1
 {
 
-/// A narrow text together with the number of the code page that it is written in, such as 65001 for UTF-8.
+/// A narrow text and the number of its code page, such as 65001 for UTF-8.
 struct CodePageInterface
 {
     /// The number of the code page.

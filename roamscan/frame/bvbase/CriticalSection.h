@@ -11,28 +11,30 @@ namespace Bv_1_1
 
 /// A recursive lock that counts how many times it is held.
 ///
-/// Callers may rely on the count being kept here and not by the platform: it is raised after entering and
-/// lowered before leaving, so a thread that has just entered reads 1 only if it did not hold the lock before.
+/// @note The count is kept by this class, not by the platform. It is incremented after entering and
+///     decremented before leaving, so a thread that has just entered reads 1 if and only if it did not hold
+///     the lock before.
 class ROAMSCAN_EXPORT CriticalSection
 {
 public:
-    /// `spinCount` is how often a waiting thread tries before it sleeps; platforms without one ignore it.
+    /// @param spinCount how often a waiting thread retries before it sleeps; ignored except on Windows
     explicit CriticalSection(unsigned int spinCount = 4000) noexcept;
     CriticalSection(CriticalSection const&) = delete;
     CriticalSection& operator=(CriticalSection const&) = delete;
     ~CriticalSection();
 
-    /// Waits until the lock is this thread's.
+    /// Blocks until this thread holds the lock.
     void enter();
 
-    /// Enters without waiting. False, and the lock not entered, if another thread holds it.
+    /// Enters the lock without blocking.
+    /// @return false if another thread holds the lock; it is not entered then
     [[nodiscard]] bool tryEnter() noexcept;
 
     /// Undoes one enter() or tryEnter() of this thread.
     void leave() noexcept;
 
-    /// How many times the lock is held. It means something to the thread that holds the lock; any thread may
-    /// read it.
+    /// How many times the lock is held. Any thread may read it, but the value is reliable only on the thread
+    /// that holds the lock.
     [[nodiscard]] std::uint32_t holdCount() const noexcept { return holds_.load(std::memory_order_relaxed); }
 
     class Access;
@@ -45,7 +47,7 @@ private:
     std::atomic<std::uint32_t> holds_ = 0; // changed only by the thread that holds the lock
 };
 
-/// Holds a lock for a scope.
+/// A scope guard that holds a lock.
 class ROAMSCAN_EXPORT CriticalSection::Access
 {
 public:
@@ -60,13 +62,13 @@ public:
     /// Whether this guard holds the lock.
     [[nodiscard]] bool held() const noexcept { return held_ != 0; }
 
-    /// Leaves the lock before the scope ends; does nothing if it is not held any more.
+    /// Leaves the lock before the end of the scope. Does nothing if the guard no longer holds it.
     void leave() noexcept;
 
 private:
     // The layout is part of the binary interface.
     CriticalSection* lock_;
-    std::uint32_t mode_ = 1; // guards of mode 0 and 1 leave the lock, and here all are of mode 1
+    std::uint32_t mode_ = 1; // always 1 here; guards with mode 0 or 1 leave the lock
     std::uint32_t held_ = 0;
 };
 

@@ -8,13 +8,12 @@
 namespace Bv_1_1
 {
 
-/// The place of a directory, which may be there or not. A value that never changes, so any number of threads
-/// may use one.
+/// The path of a directory, which need not exist. Immutable, and therefore thread-safe.
 class ROAMSCAN_EXPORT Directory : public BaseNode
 {
 public:
-    /// The directory of this path, relative to the current one unless the path is absolute. An empty path is
-    /// the current directory.
+    /// The directory at `path`. A relative path is relative to the current directory, which an empty path
+    /// denotes.
     [[nodiscard]] static SmartPtr<Directory const> fromPath(String const& path);
 
     /// The record of this class.
@@ -25,15 +24,16 @@ public:
 
     [[nodiscard]] oVClass const* getClassType() const override;
 
-    /// Makes the directory on disk, with those above it that are missing. True if it is there afterwards,
-    /// also if it was before.
+    /// Creates the directory on disk, with all missing parents.
+    /// @return whether the directory exists afterwards; also true if it existed before
     [[nodiscard]] bool create() const;
 
-    /// The sub-directory of this name. A name that is an absolute path is taken as a relative one; ".." in it
-    /// goes up and out, as in any path. An empty name is the directory itself.
+    /// The sub-directory `name`. An empty name denotes the directory itself. An absolute path is used as a
+    /// relative one.
+    /// @warning `..` in the name leaves the directory, as in any path.
     [[nodiscard]] SmartPtr<Directory const> appendLevel(String const& name) const;
 
-    /// The path, as it was given.
+    /// The path as given at construction.
     [[nodiscard]] String const& getPath() const noexcept { return path_; }
 
 protected:

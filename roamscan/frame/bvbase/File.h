@@ -9,16 +9,15 @@
 namespace Bv_1_1
 {
 
-/// The place of a file, which may be there or not. A value that never changes, so any number of threads may
-/// use one.
+/// The path of a file, which need not exist. Immutable, and therefore thread-safe.
 class ROAMSCAN_EXPORT File : public BaseNode
 {
 public:
-    /// The file of this path, relative to the current directory unless the path is absolute.
+    /// The file at `path`. A relative path is relative to the current directory.
     [[nodiscard]] static SmartPtr<File> fromPath(String const& path);
 
-    /// The file of this name in the directory. A name that is an absolute path is taken as a relative one;
-    /// ".." in it goes up and out of the directory, as in any path.
+    /// The file `name` in the directory. An absolute path is used as a relative one.
+    /// @warning `..` in the name leaves the directory, as in any path.
     [[nodiscard]] static SmartPtr<File> fromString(Directory const& directory, String const& name);
 
     /// The record of this class.
@@ -29,22 +28,21 @@ public:
 
     [[nodiscard]] oVClass const* getClassType() const override;
 
-    /// The name without the extension: "pano" of "walk/pano.png", "a.b" of "a.b.png". A point at the
-    /// beginning of a name begins no extension.
+    /// The name without the extension: "pano" for "walk/pano.png", "a.b" for "a.b.png". A leading dot does
+    /// not start an extension.
     [[nodiscard]] virtual String getName() const;
 
-    /// Whether a file is there. What is there under the name but is no file, such as a directory, does not
-    /// count.
+    /// Whether the file exists. False for a directory.
     [[nodiscard]] virtual bool exists() const;
 
-    /// The full path: the directory's, then the name with the extension.
+    /// The path with directory, name and extension.
     [[nodiscard]] virtual String getPath() const;
 
-    /// The extension without its point: "png" of "walk/pano.png". Empty if there is none.
+    /// The extension without its dot: "png" for "walk/pano.png". Empty if there is none.
     // NOLINTNEXTLINE(readability-const-return-type): part of the interface
     [[nodiscard]] String const getExtension() const;
 
-    /// The directory that the file is in.
+    /// The directory that contains the file.
     [[nodiscard]] SmartPtr<Directory const> getDirectory() const;
 
 protected:

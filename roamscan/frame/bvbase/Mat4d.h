@@ -6,20 +6,21 @@
 namespace Bv_1_1
 {
 
-/// A 4x4 matrix as sixteen consecutive values, column by column: element 4 * column + row. Zero unless given.
+/// A 4x4 matrix of sixteen consecutive values in column-major order: the element at (row, column) has the
+/// index 4 * column + row. Zero by default.
 template <typename T>
 struct Mat4d
 {
     /// In storage order.
     std::array<T, 16> elements{};
 
-    /// Element by its place in storage, 0 to 15; not checked.
+    /// The element at a storage index from 0 to 15. The index is not checked.
     [[nodiscard]] constexpr T& operator[](std::size_t index) { return elements[index]; }
     [[nodiscard]] constexpr T const& operator[](std::size_t index) const { return elements[index]; }
 
-    /// The first of the sixteen values.
+    /// A pointer to the sixteen elements in storage order.
     [[nodiscard]] constexpr T* data() { return elements.data(); }
-    /// The sixteen elements in storage order.
+    /// @overload
     [[nodiscard]] constexpr T const* data() const { return elements.data(); }
 
     [[nodiscard]] friend constexpr bool operator==(Mat4d const&, Mat4d const&) = default;

@@ -11,10 +11,10 @@ namespace Bv_1_1
 
 class oVClass;
 
-/// A loaded library as its classes see it. It keeps the records of the classes that belong to it.
+/// A shared library that is loaded into the process, with the records of its classes.
 ///
-/// Records may come and go on any thread. Attaching and detaching belong to the thread that loads and
-/// unloads.
+/// Class records may be added and removed on any thread. Only the thread that loads or unloads the library
+/// may attach or detach the module.
 class ROAMSCAN_EXPORT Module
 {
 public:
@@ -23,30 +23,29 @@ public:
     Module& operator=(Module const&) = delete;
     ~Module();
 
-    /// The module of this library, made on first use.
+    /// The module of this library, created on first use.
     [[nodiscard]] static Module& library();
 
-    /// Attaches the module to the loaded image and calls initClassStatics() on the records entered so far, in
-    /// the order of their entry. Attaching again to the same image does nothing. What a record throws passes
-    /// through, and the module is not attached then.
+    /// Attaches the module to a loaded image and calls initClassStatics() on each class record, in the order
+    /// of registration. Attaching it to the same image again does nothing.
     /// @return false for a null handle, or if the module is attached to another image
+    /// @throws any exception that a class record throws; the module is not attached then
     [[nodiscard]] bool internalInit(oV::Roamscan::ImageHandle image);
 
-    /// Calls clearClassStatics() on the records, the last entered first, and detaches the module. Does
-    /// nothing on a module that is not attached.
+    /// Calls clearClassStatics() on each class record in reverse order of registration, then detaches the
+    /// module. Does nothing if the module is not attached.
     void internalTerm();
 
     /// Whether the module is attached to an image.
     [[nodiscard]] bool isAttached() const noexcept { return image_ != nullptr; }
 
-    /// The records in the order of their entry.
+    /// The class records in the order of registration.
     [[nodiscard]] std::vector<oVClass const*> classes() const;
 
 private:
     friend class oVClass;
 
-    // Const, as a class knows its module that way; the list is no part of what the module looks like to its
-    // classes.
+    // Const because a class record holds a reference to a const module.
     void enter(oVClass* record) const;
     void withdraw(oVClass* record) const noexcept;
     [[nodiscard]] std::vector<oVClass*> entered() const;

@@ -3,7 +3,7 @@
 namespace Bv_1_1
 {
 
-/// Two consecutive values in the order x, y; zero unless given.
+/// Two consecutive values in the order x, y; zero by default.
 template <typename T>
 struct SVec2d
 {

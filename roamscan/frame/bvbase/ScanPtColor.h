@@ -5,13 +5,13 @@
 namespace Bv_1_1
 {
 
-/// A scan point: a position, then six bytes of payload. All zero unless given.
+/// A scan point: a position, then six bytes of payload. All zero by default.
 template <typename V>
 struct ScanPtColor
 {
     /// The coordinates.
     V position{};
-    /// The strength of the echo.
+    /// The intensity of the reflected signal.
     std::uint16_t intensity = 0;
     /// Red.
     std::uint8_t r = 0;

@@ -7,10 +7,10 @@
 namespace Bv_1_1
 {
 
-/// A pointer to a counted node (BaseNode) that holds one reference; it may be null. As large as a plain
+/// An intrusive reference-counting pointer to a node (BaseNode). It may be null. It has the size of a plain
 /// pointer.
 ///
-/// The count is safe on all threads; one SmartPtr is for many readers or one writer.
+/// The reference count is thread-safe. A SmartPtr itself may have many concurrent readers or one writer.
 template <typename T>
 class SmartPtr
 {
@@ -19,7 +19,7 @@ public:
     /// Null.
     constexpr SmartPtr(std::nullptr_t) noexcept {} // NOLINT(google-explicit-constructor): null is a SmartPtr
 
-    /// Takes a reference of its own; the pointer may be null.
+    /// Adds a reference to `node`, which may be null.
     explicit SmartPtr(T* node) noexcept : node_(node)
     {
         if (node_ != nullptr) {
@@ -31,7 +31,7 @@ public:
     /// Leaves `other` null.
     SmartPtr(SmartPtr&& other) noexcept : node_(std::exchange(other.node_, nullptr)) {}
 
-    /// From a pointer to a derived class, or to the same class without const; as plain pointers convert.
+    /// Converts where the plain pointers convert: from a derived class, or from non-const to const.
     // NOLINTBEGIN(google-explicit-constructor)
     template <typename U, std::enable_if_t<std::is_convertible_v<U*, T*>, int> = 0>
     SmartPtr(SmartPtr<U> const& other) noexcept : SmartPtr(other.get())
@@ -42,9 +42,9 @@ public:
     {}
     // NOLINTEND(google-explicit-constructor)
 
-    /// The new reference is taken before the old one is dropped, so a node may be replaced by one that it
-    /// alone holds.
-    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the swap sees to it
+    /// Adds the new reference before it releases the old one. So the new node may be one that only the old
+    /// node keeps alive.
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): handled by the swap
     SmartPtr& operator=(SmartPtr const& other) noexcept
     {
         SmartPtr(other).swap(*this);
@@ -74,17 +74,17 @@ public:
         }
     }
 
-    /// Drops the node it has and takes a reference on another one, or on none.
+    /// Releases the current node and adds a reference to `node`, which may be null.
     void reset(T* node = nullptr) noexcept { SmartPtr(node).swap(*this); }
 
     /// Exchanges the two nodes.
     void swap(SmartPtr& other) noexcept { std::swap(node_, other.node_); }
 
-    /// The node, which stays owned as it is.
+    /// The plain pointer. Ownership does not change.
     [[nodiscard]] T* get() const noexcept { return node_; }
-    /// Not for a null pointer.
+    /// @pre The pointer is not null.
     [[nodiscard]] T* operator->() const noexcept { return node_; }
-    /// Not for a null pointer.
+    /// @pre The pointer is not null.
     [[nodiscard]] T& operator*() const noexcept { return *node_; }
     [[nodiscard]] explicit operator bool() const noexcept { return node_ != nullptr; }
 

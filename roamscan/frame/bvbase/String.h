@@ -11,28 +11,30 @@
 namespace Bv_1_1
 {
 
-/// Text that copies share: one pointer to a counted StringVal, null for the null string.
+/// Reference-counted text: a pointer to a StringVal, which copies share. The null pointer is the null string
+/// NIL.
 ///
-/// The null string NIL is a value apart from the empty string: it says that there is no text. It reads as an
-/// empty text where a text is asked for. Inside, text is UTF-16; narrow text is UTF-8, except on Windows,
-/// where it is in the process's code page.
+/// NIL means that there is no text, and differs from the empty string. Functions that return text return an
+/// empty text for it. Text is stored in UTF-16. Narrow text is UTF-8, except on Windows, where it is in the
+/// process's code page.
 ///
-/// Changing a string never changes another one. Different strings may be used on different threads also where
-/// they share their text; one string is for many readers or one writer.
+/// Copies are copy-on-write: changing a string does not change its copies. Different strings may be used on
+/// different threads, even if they share their text. One string may have many concurrent readers or one
+/// writer.
 class ROAMSCAN_EXPORT String
 {
 public:
     /// The null string.
     static String const NIL;
-    /// The string without any text.
+    /// The empty string.
     static String const EMPTY;
 
     /// The null string.
     constexpr String() noexcept = default;
 
-    /// A string of the wide text, up to its terminator; NIL for a null pointer. Code points beyond Unicode
+    /// Copies wide text up to its terminating zero. A null pointer gives NIL. Code points beyond Unicode
     /// become U+FFFD.
-    String(wchar_t const* text); // NOLINT(google-explicit-constructor): wide literals serve as strings
+    String(wchar_t const* text); // NOLINT(google-explicit-constructor): wide literals convert to strings
 
     String(String const& other) noexcept : value_(other.value_)
     {
@@ -57,20 +59,20 @@ public:
 
     constexpr ~String()
     {
-        // The constants end without a release: they need no exit action and stay readable until the very end.
+        // The constants are not released: they need no exit action and stay readable until the process ends.
         if (!std::is_constant_evaluated() && value_ != nullptr) {
             value_->unref();
         }
     }
 
-    /// A string of the narrow text, up to its terminator; NIL for a null pointer. Malformed text becomes
+    /// Copies narrow text up to its terminating zero. A null pointer gives NIL. Malformed sequences become
     /// U+FFFD.
     [[nodiscard]] static String fromNarrow(char const* text);
 
-    /// A string of the units. Lone surrogates are kept.
+    /// Copies UTF-16 text. Unpaired surrogates are kept.
     [[nodiscard]] static String fromUtf16(std::u16string_view text);
 
-    /// A string that takes over the caller's reference to the value, which may be null.
+    /// Takes ownership of one reference to `value`, which may be null.
     [[nodiscard]] static String adopt(StringVal* value) noexcept { return {Adopted{}, value}; }
 
     /// Exchanges the two values.
@@ -82,21 +84,22 @@ public:
     /// The shared value; null for NIL.
     [[nodiscard]] StringVal const* value() const noexcept { return value_; }
 
-    /// The text in UTF-16, valid while the string lives unchanged; empty for NIL.
+    /// The text in UTF-16; empty for NIL. Valid until the string is changed or destroyed.
     [[nodiscard]] std::u16string_view text() const noexcept;
 
-    /// The narrow text, valid while the string lives unchanged; "" for NIL. Lone surrogates become U+FFFD.
-    /// Safe on many threads at once, also for strings that share their text.
+    /// The narrow text; "" for NIL. Valid until the string is changed or destroyed. Unpaired surrogates
+    /// become U+FFFD. Thread-safe, also for strings that share their text.
     [[nodiscard]] char const* stringAnsi() const;
 
-    /// Below 0, 0 or above 0, by 16-bit units. A null pointer stands for NIL, which is below every text.
+    /// Compares by 16-bit units. A null pointer counts as NIL, which is less than every text.
+    /// @return negative, 0 or positive, as this string is less than, equal to or greater than `other`
     [[nodiscard]] int compare(wchar_t const* other) const;
 
-    /// Whether the texts are equal. NIL equals NIL alone, not the empty string.
+    /// Whether the texts are equal. NIL equals only NIL, not the empty string.
     [[nodiscard]] bool compareEquality(String const& other) const noexcept;
 
-    /// Appends a text. Appending NIL or a null pointer changes nothing; an empty text makes NIL the empty
-    /// string.
+    /// Appends a text. Appending NIL or a null pointer changes nothing. Appending an empty text to NIL gives
+    /// the empty string.
     String& operator<<(String const& other);
     String& operator<<(wchar_t const* other);
     /// Appends the number's decimal form.
@@ -105,20 +108,20 @@ public:
     String& operator<<(bool value);
     /// Appends the number's decimal form.
     String& operator<<(unsigned long long number);
-    /// A pointer is no text; without this it would be appended as a bool. Use fromNarrow() for narrow text.
+    /// Deleted, because a pointer would otherwise convert to `bool`. Use fromNarrow() for narrow text.
     String& operator<<(void const*) = delete;
 
-    /// Appends the shortest decimal form that reads back to the same number, such as "0.1", "1e+22", "inf" or
+    /// Appends the shortest decimal form that parses to the same number, such as "0.1", "1e+22", "inf" or
     /// "nan".
     String& operator+=(double number);
 
-    /// Parses the whole text, blanks around it aside. A text that is not of the target's kind or beyond its
-    /// range leaves the target as it was. A bool is "1", "0", "true" or "false"; numbers are decimal and may
-    /// have a sign.
+    /// Parses the whole text into `target`. White space around the value is ignored. A `bool` is "1", "0",
+    /// "true" or "false"; numbers are decimal and may have a sign. If the text is not such a value, or the
+    /// value is out of range, the target is unchanged.
     String const& operator>>(bool& target) const;
     String const& operator>>(int& target) const;
     String const& operator>>(double& target) const;
-    /// The whole string as it is, blanks included, also NIL.
+    /// Copies the string unchanged, including white space; also NIL.
     String const& operator>>(String& target) const;
 
     /// compareEquality().
@@ -127,7 +130,7 @@ public:
         return a.compareEquality(b);
     }
 
-    /// By 16-bit units, NIL below every text.
+    /// Compares by 16-bit units. NIL is less than every text.
     [[nodiscard]] friend std::strong_ordering operator<=>(String const& a, String const& b) noexcept
     {
         if (a.isNil() || b.isNil()) {
@@ -149,7 +152,7 @@ private:
     StringVal* value_ = nullptr;
 };
 
-/// Both texts, one behind the other. A null pointer counts as NIL; the result is NIL only if both are.
+/// The concatenation of two texts. A null pointer counts as NIL. The result is NIL only if both are NIL.
 [[nodiscard]] ROAMSCAN_EXPORT String operator+(wchar_t const* first, String const& second);
 
 } // namespace Bv_1_1

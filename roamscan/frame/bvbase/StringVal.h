@@ -10,47 +10,49 @@
 namespace Bv_1_1
 {
 
-/// The text that strings share: a reference count, and behind this header the text in UTF-16 with a
-/// terminator. The text never changes, so any number of threads may read it at once.
+/// The text that strings share: a header with a reference count, followed by the text in UTF-16 with a
+/// terminating zero. The text is immutable, and therefore thread-safe.
 ///
-/// Values are made by the functions below with one reference, which is the caller's.
+/// The functions below create a value with a reference count of 1. The caller owns that reference.
 class ROAMSCAN_EXPORT StringVal
 {
 public:
     StringVal(StringVal const&) = delete;
     StringVal& operator=(StringVal const&) = delete;
 
-    /// A value from narrow text; null for null text. `length` is the number of bytes, -1 for all up to the
-    /// terminator; `codePage` is the encoding, -1 for the platform's own (UTF-8, except on Windows).
-    /// Malformed sequences become U+FFFD.
-    /// @throws std::invalid_argument if the platform has no such code page; elsewhere than on Windows there
-    /// is UTF-8 alone (65001, or 0)
+    /// Creates a value from narrow text. Malformed sequences become U+FFFD.
+    /// @param text the text; may be null
+    /// @param length the number of bytes, or -1 for all up to the terminating zero
+    /// @param codePage the encoding, or -1 for the platform's default (UTF-8, except on Windows)
+    /// @return null for null text
+    /// @throws std::invalid_argument if the platform does not support the code page; except on Windows, only
+    ///     UTF-8 is supported (65001, or 0)
     [[nodiscard]] static StringVal* construct(char const* text, int length, int codePage);
 
-    /// The same for a text that comes with its code page. A `codePage` other than -1 takes the place of the
-    /// text's own.
+    /// The same for a text with a code page of its own. A `codePage` other than -1 overrides it.
     [[nodiscard]] static StringVal*
     constructUsingCodepage(CodePageInterface source, int length, int codePage);
 
-    /// A value of two texts in UTF-16, one behind the other. Lone surrogates are kept.
+    /// Creates the concatenation of two texts in UTF-16. Unpaired surrogates are kept.
     /// @throws std::length_error if the length does not fit an `int`
     [[nodiscard]] static StringVal* constructFromUtf16(std::u16string_view first,
                                                        std::u16string_view second = {});
 
-    /// Takes one reference.
+    /// Adds one reference.
     void ref() noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
 
-    /// Drops one reference and frees the value with the last one. True if it was freed.
+    /// Removes one reference, and frees the value with the last one.
+    /// @return whether the value was freed
     bool unref() noexcept;
 
-    /// Number of 16-bit units.
+    /// The number of 16-bit units.
     [[nodiscard]] int length() const noexcept { return length_; }
 
-    /// The text; a terminating zero stands behind it.
+    /// The text. A terminating zero follows it.
     [[nodiscard]] std::u16string_view text() const noexcept;
 
-    /// The text in the narrow encoding, made when it is first asked for and valid as long as the value. Lone
-    /// surrogates become U+FFFD. Safe on many threads at once.
+    /// The text in the narrow encoding, converted at the first call and valid until the value is freed.
+    /// Unpaired surrogates become U+FFFD. Thread-safe.
     [[nodiscard]] char const* narrow() const;
 
 private:
@@ -59,7 +61,7 @@ private:
     explicit constexpr StringVal(int length) noexcept : length_(length) {}
     ~StringVal() = default;
 
-    std::atomic<std::uint32_t> references_ = 1; // first: code outside counts on it directly
+    std::atomic<std::uint32_t> references_ = 1; // first member: part of the binary interface
     std::int32_t length_;
     mutable std::atomic<char const*> narrow_ = nullptr; // owned
 };

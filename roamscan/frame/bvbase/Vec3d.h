@@ -3,7 +3,7 @@
 namespace Bv_1_1
 {
 
-/// Three consecutive values in the order x, y, z; zero unless given.
+/// Three consecutive values in the order x, y, z; zero by default.
 template <typename T>
 struct Vec3d
 {

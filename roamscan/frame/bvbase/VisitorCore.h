@@ -5,7 +5,7 @@
 namespace Bv_1_1
 {
 
-/// The root under BaseNode. It has nothing of its own and is never used by itself.
+/// The base class of BaseNode. It has no members of its own and is not used directly.
 class ROAMSCAN_EXPORT VisitorCore
 {
 protected:

@@ -6,7 +6,7 @@
 namespace oV
 {
 
-/// The side of a failure that speaks to users. It stands beside `std::exception`, not under it.
+/// The interface of a failure with a message for users. It does not derive from `std::exception`.
 class ROAMSCAN_EXPORT ExceptionBase
 {
 public:

@@ -6,13 +6,13 @@
 namespace oV
 {
 
-/// Puts a failure's code into words.
+/// Converts the code of a failure to text.
 class ROAMSCAN_EXPORT ExceptionStringExtractor
 {
 public:
     virtual ~ExceptionStringExtractor();
 
-    /// The text for a code; NIL if there is none.
+    /// The text for `code`; NIL if there is none.
     [[nodiscard]] virtual Bv_1_1::String extractString(int code) = 0;
 
 protected:

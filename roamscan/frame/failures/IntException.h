@@ -6,7 +6,7 @@
 namespace oV
 {
 
-/// A failure that speaks to programmers, not to users.
+/// The base of internal failures, whose messages are for programmers and not for users.
 class ROAMSCAN_EXPORT IntException : public ThrowableException
 {
 public:
@@ -15,7 +15,7 @@ public:
     ~IntException() override;
 
 protected:
-    /// What went wrong, in which function, of which source component, at which line.
+    /// A failure with a message and the source location that throws it.
     IntException(Bv_1_1::String const& message,
                  Bv_1_1::String const& function,
                  Bv_1_1::String const& file,

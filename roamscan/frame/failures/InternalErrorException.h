@@ -6,12 +6,14 @@
 namespace oV
 {
 
-/// The failure of a broken contract.
+/// Thrown when the contract of a function is violated.
 class ROAMSCAN_EXPORT InternalErrorException : public IntException
 {
 public:
-    /// `message` says what went wrong, `function` is the qualified name of the function that noticed, `file`
-    /// and `line` are its source and the line in it.
+    /// @param message what went wrong
+    /// @param function the qualified name of the function that throws
+    /// @param file the name of its source
+    /// @param line the line in that source
     InternalErrorException(Bv_1_1::String const& message,
                            Bv_1_1::String const& function,
                            Bv_1_1::String const& file,

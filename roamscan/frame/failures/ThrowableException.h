@@ -8,10 +8,9 @@
 namespace oV
 {
 
-/// The base of the library's failures: what went wrong and where it was noticed.
+/// The base of the library's failures: a description, and the source location that threw it.
 ///
-/// Copies share their texts and cannot fail. The texts never change, so any number of threads may read one
-/// failure.
+/// Copies share their texts, and copying does not throw. The texts are immutable, and therefore thread-safe.
 class ROAMSCAN_EXPORT ThrowableException : public std::exception
 {
 public:
@@ -19,31 +18,31 @@ public:
     ThrowableException& operator=(ThrowableException const& other) noexcept;
     ~ThrowableException() override;
 
-    /// The description, the function and the place in one line of narrow text, never null or empty. It is
-    /// valid while this failure or a copy of it lives.
+    /// Description, function and source location in one line of narrow text; never null or empty. Valid while
+    /// this failure or a copy of it exists.
     [[nodiscard]] char const* what() const noexcept override;
 
-    /// What went wrong, as given by whoever threw the failure.
+    /// The description given at construction.
     // NOLINTNEXTLINE(readability-const-return-type): part of the interface
     [[nodiscard]] Bv_1_1::String const getDesc() const;
 
     /// The qualified name of the function that threw the failure.
     [[nodiscard]] Bv_1_1::String getFunction() const;
 
-    /// The source that the function stands in.
+    /// The name of that function's source.
     [[nodiscard]] Bv_1_1::String getFile() const;
 
     /// The line in that source.
     [[nodiscard]] unsigned int getLine() const noexcept;
 
 protected:
-    /// What went wrong, in which function, of which source component, at which line.
+    /// A failure with a description and a source location.
     ThrowableException(Bv_1_1::String const& description,
                        Bv_1_1::String const& function,
                        Bv_1_1::String const& file,
                        unsigned int line);
 
-    /// A failure with a title. `headline` takes the description's place in what().
+    /// A failure with a title. In what(), `headline` replaces the description.
     ThrowableException(Bv_1_1::String const& description,
                        Bv_1_1::String const& function,
                        Bv_1_1::String const& file,
@@ -51,7 +50,7 @@ protected:
                        Bv_1_1::String const& title,
                        Bv_1_1::String const& headline);
 
-    /// The title; empty unless a derived class gives one.
+    /// The title; empty unless a derived class sets it.
     [[nodiscard]] Bv_1_1::String const& title() const noexcept { return title_; }
 
 private:
@@ -59,7 +58,7 @@ private:
     Bv_1_1::String function_;
     Bv_1_1::String file_;
     Bv_1_1::String title_;
-    Bv_1_1::String summary_; // its narrow text is made at construction, so that what() cannot fail
+    Bv_1_1::String summary_; // converted to narrow text at construction, so that what() cannot throw
     unsigned int line_;
 };
 

@@ -10,13 +10,21 @@
 namespace oV
 {
 
-/// A failure that users may see: it has a title and a code beside its message.
+/// A failure that may be shown to users. It has a message, a title and a code.
 class ROAMSCAN_EXPORT VisibleException : public ThrowableException, public ExceptionBase
 {
 public:
-    /// `title` names the kind of failure, `message` says what went wrong and is the description. `second` and
-    /// `last` are further text; they and the words of the extractor for `code` appear in what() alone. The
-    /// extractor may be null. It is asked once, before the constructor returns, and is not kept.
+    /// @param title the kind of failure
+    /// @param second further text, used only in what()
+    /// @param function the qualified name of the function that throws
+    /// @param file the name of its source
+    /// @param line the line in that source
+    /// @param extractor converts `code` to text, which is used only in what(); may be null. It is called
+    /// once,
+    ///     by this constructor, and not stored.
+    /// @param code the kind of failure as a number
+    /// @param message what went wrong; the description of the failure
+    /// @param last further text, used only in what()
     VisibleException(Bv_1_1::String const& title,
                      Bv_1_1::String const& second,
                      Bv_1_1::String const& function,
@@ -30,21 +38,21 @@ public:
     VisibleException& operator=(VisibleException const& other) noexcept;
     ~VisibleException() override;
 
-    /// One line of narrow text, never null or empty: title, further text, message, code and place. It is
-    /// valid while this failure or a copy of it lives.
+    /// Title, further text, message, code and source location in one line of narrow text; never null or
+    /// empty. Valid while this failure or a copy of it exists.
     [[nodiscard]] char const* what() const noexcept override;
 
-    /// The message, or the title where there is no message.
+    /// The message, or the title if there is no message.
     [[nodiscard]] Bv_1_1::String extractMessage() const override;
 
-    /// The kind of failure in words.
+    /// The kind of failure as text.
     [[nodiscard]] Bv_1_1::String getTitle() const;
 
     /// The kind of failure as a number.
     [[nodiscard]] int getCode() const noexcept;
 
 private:
-    std::int64_t code_; // eight bytes wide in the binary interface
+    std::int64_t code_; // 64 bits wide: part of the binary interface
 };
 
 } // namespace oV

@@ -10,8 +10,8 @@ struct LogMessage
 {
     /// The text; may be the null string.
     Bv_1_1::String message;
-    int severity = 0;        ///< 1 for a failure that was caught, 3 for something odd in what was read
-    Bv_1_1::String file;     ///< the source that wrote the message
+    int severity = 0;        ///< 1 for a caught failure, 3 for unexpected content in input
+    Bv_1_1::String file;     ///< the source that logged the message
     int line = 0;            ///< the line in that source
     Bv_1_1::String function; ///< the qualified name of the function
 };

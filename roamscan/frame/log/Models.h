@@ -16,24 +16,24 @@
 namespace oV
 {
 
-/// The global list of models, and the one log. The log keeps its newest messages and hands each one to a sink
-/// that the host may install; nothing is printed by itself.
+/// The global list of models, with the library's only log. The log keeps the newest messages and passes each
+/// message to a sink that the host may install. Nothing is printed.
 ///
-/// All operations may be called on any thread.
+/// All functions are thread-safe.
 class ROAMSCAN_EXPORT Models : public Bv_1_1::BaseNode
 {
 public:
-    /// Takes each message as it comes in, on the thread that logs it.
+    /// Receives each message on the thread that logs it.
     using LogSink = std::function<void(LogMessage const&)>;
 
-    /// How many messages the log keeps; beyond that the oldest one goes.
+    /// The largest number of messages in the log. A further message removes the oldest one.
     static constexpr std::size_t logCapacity = 10000;
 
-    /// The global list, null until it is first asked for. It owns one reference to what it points to.
+    /// The global list; null until the first call of the(). The pointer owns one reference.
     static std::atomic<Models*> list;
 
-    /// The global list, which is made if there is none. It takes no lock; of several threads that come first
-    /// at once, one makes the list that all get.
+    /// The global list, created at the first call. Lock-free: if several threads make the first call
+    /// concurrently, all get the same list.
     [[nodiscard]] static Models& the();
 
     /// The record of this class.
@@ -46,24 +46,33 @@ public:
 
     [[nodiscard]] Bv_1_1::oVClass const* getClassType() const override;
 
-    /// Sets up a list that was just made: with the messages of `source`, or empty if there is none or the
-    /// type is NoSource. True if it is ready.
+    /// Initializes a new list with the messages of `source`.
+    /// @param type the list stays empty if it is NoSource
+    /// @param source the list to copy from; if null, the new list stays empty
+    /// @return whether the list is ready for use
     virtual bool init(CreateType type, Models const* source);
 
-    /// Adds a message to the log and hands it to the sink, on this thread and without a lock held, so a sink
-    /// may use the log itself. What the sink throws passes through; the message is kept all the same. A
-    /// message that is NIL stays NIL; a null file or function becomes NIL.
+    /// Adds a message to the log, then calls the sink on this thread. No lock is held during the call, so the
+    /// sink may use the log.
+    /// @param message the text; NIL stays NIL
+    /// @param severity 1 for a caught failure, 3 for unexpected content in input
+    /// @param file the source that logs the message; null becomes NIL
+    /// @param line the line in that source
+    /// @param function the qualified name of the function; null becomes NIL
+    /// @throws any exception that the sink throws; the message is in the log then
     void appendLogMsgExt(
         Bv_1_1::String const& message, int severity, char const* file, int line, char const* function);
 
-    /// Takes the place of the sink; an empty function removes it. A call of the former sink that is under way
-    /// on another thread is not waited for. Threads may call a sink at the same time.
+    /// Replaces the sink. An empty function removes it.
+    /// @warning Several threads may call a sink concurrently. A call of the previous sink may still be
+    /// running
+    ///     on another thread when this function returns.
     void setLogSink(LogSink sink);
 
-    /// The messages kept at this moment, the oldest first.
+    /// A copy of the messages in the log, oldest first.
     [[nodiscard]] std::vector<LogMessage> logMessages() const;
 
-    /// Forgets the messages. The sink stays.
+    /// Removes all messages. The sink stays installed.
     void clearLog();
 
 protected:

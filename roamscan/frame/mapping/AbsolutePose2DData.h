@@ -13,7 +13,10 @@ namespace mapping
 class AbsolutePose2DData
 {
 public:
-    /// The uncertainties are three rows of three.
+    /// @param time the time of the sample
+    /// @param pose the pose
+    /// @param translationUncertainty a 3x3 matrix by rows
+    /// @param rotationUncertainty a 3x3 matrix by rows
     AbsolutePose2DData(TimeStamp time,
                        Rigid3<double> pose,
                        std::array<Vector3<double>, 3> translationUncertainty,
@@ -28,12 +31,12 @@ public:
     [[nodiscard]] TimeStamp const& getTimeStamp() const { return time_; }
     /// The pose.
     [[nodiscard]] Rigid3<double> const& getPose() const { return pose_; }
-    /// The uncertainty of the translation, three rows of three.
+    /// The uncertainty of the translation, a 3x3 matrix by rows.
     [[nodiscard]] std::array<Vector3<double>, 3> const& getTranslationUncertainty() const
     {
         return translationUncertainty_;
     }
-    /// The uncertainty of the rotation, three rows of three.
+    /// The uncertainty of the rotation, a 3x3 matrix by rows.
     [[nodiscard]] std::array<Vector3<double>, 3> const& getRotationUncertainty() const
     {
         return rotationUncertainty_;

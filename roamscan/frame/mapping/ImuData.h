@@ -6,16 +6,17 @@
 namespace mapping
 {
 
-/// One reading of an inertial unit. Immutable.
+/// One sample of an inertial measurement unit. Immutable.
 class ImuData
 {
 public:
-    /// A reading without magnetic field. Note the order: the acceleration comes first.
+    /// A sample without a magnetic field.
+    /// @warning The acceleration comes before the angular velocity.
     ImuData(TimeStamp time, Vector3<double> linearAcceleration, Vector3<double> angularVelocity)
         : time_(time), linearAcceleration_(linearAcceleration), angularVelocity_(angularVelocity)
     {}
 
-    /// A reading with magnetic field.
+    /// A sample with a magnetic field.
     ImuData(TimeStamp time,
             Vector3<double> linearAcceleration,
             Vector3<double> angularVelocity,
@@ -27,17 +28,17 @@ public:
           hasMagneticField_(true)
     {}
 
-    /// The time of the reading.
+    /// The time of the sample.
     [[nodiscard]] TimeStamp const& getTimeStamp() const { return time_; }
     /// The linear acceleration, in the recorder's unit.
     [[nodiscard]] Vector3<double> const& getLinearAcceleration() const { return linearAcceleration_; }
     /// The angular velocity, in the recorder's unit.
     [[nodiscard]] Vector3<double> const& getAngularVelocity() const { return angularVelocity_; }
 
-    /// Whether the reading has a magnetic field.
+    /// Whether the sample has a magnetic field.
     [[nodiscard]] bool const& hasMagneticField() const { return hasMagneticField_; }
 
-    /// The magnetic field; zero without one.
+    /// The magnetic field; zero if the sample has none.
     [[nodiscard]] Vector3<double> const& getMagneticField() const { return magneticField_; }
 
 private:

@@ -20,7 +20,9 @@ using TimedPointCloud = StrongAlias<std::vector<TimedRangefinderPoint>, TimedPoi
 class RangefinderData
 {
 public:
-    /// A burst from an origin.
+    /// @param time the time of the burst
+    /// @param origin the position from which the burst was measured
+    /// @param ranges the points
     RangefinderData(TimeStamp time, Vector3<double> origin, TimedPointCloud ranges)
         : time_(time), origin_(origin), ranges_(std::move(ranges))
     {}
@@ -28,7 +30,7 @@ public:
     /// The time of the burst.
     [[nodiscard]] TimeStamp const& getTimeStamp() const { return time_; }
 
-    /// Where the burst was measured from.
+    /// The position from which the burst was measured.
     [[nodiscard]] Vector3<double> const& getOrigin() const { return origin_; }
     /// The points.
     [[nodiscard]] TimedPointCloud const& getRanges() const { return ranges_; }

@@ -9,7 +9,9 @@ namespace mapping
 class ScanningStatusData
 {
 public:
-    /// A change at a time.
+    /// @param time the time of the change
+    /// @param stationary whether the scanner stands still
+    /// @param startNewSubmap whether a new submap starts
     ScanningStatusData(TimeStamp time, bool stationary, bool startNewSubmap)
         : time_(time), stationary_(stationary), startNewSubmap_(startNewSubmap)
     {}
@@ -17,10 +19,10 @@ public:
     /// The time of the change.
     [[nodiscard]] TimeStamp const& getTimeStamp() const { return time_; }
 
-    /// The scanner stands still.
+    /// Whether the scanner stands still.
     [[nodiscard]] bool const& getStationary() const { return stationary_; }
 
-    /// A new submap begins here.
+    /// Whether a new submap starts.
     [[nodiscard]] bool const& getStartNewSubmap() const { return startNewSubmap_; }
 
 private:

@@ -6,11 +6,11 @@
 namespace mapping
 {
 
-/// A value of `T` that is a type of its own for every `Tag`, so that, say, an instant cannot be passed where
-/// a span is asked for. It holds the value and nothing else; each mixin adds a group of operators.
+/// A value of `T` with a distinct type for each `Tag`. So an instant, for example, cannot be passed where a
+/// duration is expected. It contains only the value. Each mixin adds a group of operators.
 ///
-/// Reading the value back is explicit for arithmetic `T`, where an implicit conversion would undo the
-/// distinction, and implicit otherwise.
+/// The conversion to `T` is explicit for arithmetic types, where an implicit one would defeat the purpose,
+/// and implicit for all others.
 template <typename T, typename Tag, template <typename> class... Mixins>
 class StrongAlias : public Mixins<StrongAlias<T, Tag, Mixins...>>...
 {
@@ -27,7 +27,7 @@ public:
 
     /// The wrapped value.
     [[nodiscard]] constexpr T const& get() const noexcept { return value_; }
-    // NOLINTNEXTLINE(google-explicit-constructor): implicit where it loses nothing
+    // NOLINTNEXTLINE(google-explicit-constructor): implicit for class types
     [[nodiscard]] constexpr explicit(std::is_arithmetic_v<T>) operator T const&() const noexcept
     {
         return value_;
@@ -37,8 +37,8 @@ private:
     T value_{};
 };
 
-/// Comparison by the wrapped value, with the rules of `T`: a NaN is neither equal to nor ordered against
-/// anything.
+/// Adds comparisons of the wrapped values, by the operators of `T`. A comparison with NaN is false, except
+/// `!=`.
 template <typename Alias>
 struct MixinTotallyOrdered
 {

@@ -8,10 +8,11 @@ namespace mapping
 struct DurationTag;
 struct TimeStampTag;
 
-/// A span of time in seconds.
+/// A duration in seconds.
 using Duration = StrongAlias<double, DurationTag, MixinTotallyOrdered, MixinPlusAssignOperator>;
 
-/// The arithmetic of instants: instant plus or minus span is an instant, instant minus instant is a span.
+/// Adds the arithmetic of instants: instant plus or minus duration is an instant, instant minus instant is a
+/// duration.
 template <typename Alias>
 struct MixinTimeStampPlusMinusDuration
 {

@@ -1,8 +1,8 @@
 #pragma once
 
 /// @file
-/// The export macro. A class or function marked with ROAMSCAN_EXPORT belongs to the library's public surface;
-/// everything else is hidden.
+/// The export macro. The library exports the classes and functions marked with ROAMSCAN_EXPORT and hides all
+/// others.
 
 #if defined(_WIN32)
 #if defined(ROAMSCAN_BUILDING_LIBRARY)
@@ -11,6 +11,6 @@
 #define ROAMSCAN_EXPORT __declspec(dllimport)
 #endif
 #else
-/// Marks what belongs to the library's public surface.
+/// Exports a class, function or variable from the shared library.
 #define ROAMSCAN_EXPORT __attribute__((visibility("default")))
 #endif

@@ -7,8 +7,8 @@
 namespace oV::Roamscan
 {
 
-/// What the operating system knows a loaded program or library by: the `HINSTANCE` on Windows, elsewhere the
-/// address at which the image was loaded.
+/// The operating system's handle of a loaded program or library: the `HINSTANCE` on Windows, elsewhere the
+/// address at which the image is loaded.
 #if defined(_WIN32)
 using ImageHandle = HINSTANCE;
 #else

@@ -6,13 +6,13 @@
 #include <windows.h>
 #else
 
-/// Unsigned 64-bit carrier; Windows' own type of this name where it exists.
+/// An unsigned 64-bit integer in a union. On Windows, the platform's own type of this name is used.
 union _ULARGE_INTEGER
 {
     std::uint64_t QuadPart; ///< The value.
 };
 
-/// Signed 64-bit carrier; Windows' own type of this name where it exists.
+/// A signed 64-bit integer in a union. On Windows, the platform's own type of this name is used.
 union _LARGE_INTEGER
 {
     std::int64_t QuadPart; ///< The value.
@@ -20,5 +20,5 @@ union _LARGE_INTEGER
 
 #endif
 
-/// Signed 64-bit integer, the carrier of integer time.
+/// A signed 64-bit integer; the type of integer time.
 using int64 = std::int64_t;

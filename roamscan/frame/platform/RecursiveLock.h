@@ -9,7 +9,8 @@
 namespace oV::Roamscan
 {
 
-/// The platform's recursive lock: a thread that holds it may enter again and leaves as often as it entered.
+/// The platform's recursive lock. A thread that holds it may enter it again, and must leave it as often as it
+/// entered.
 class RecursiveLock
 {
 public:
@@ -17,7 +18,7 @@ public:
     RecursiveLock& operator=(RecursiveLock const&) = delete;
 
 #if defined(_WIN32)
-    /// `spinCount` is how often a waiting thread tries before it sleeps.
+    /// @param spinCount how often a waiting thread retries before it sleeps
     explicit RecursiveLock(unsigned int spinCount) noexcept
     {
         InitializeCriticalSectionAndSpinCount(&section_, spinCount);
@@ -27,17 +28,18 @@ public:
         DeleteCriticalSection(&section_);
     }
 
-    /// Waits until no other thread holds the lock, and takes it once more.
+    /// Blocks until no other thread holds the lock, then enters it.
     void enter()
     {
         EnterCriticalSection(&section_);
     }
-    /// Takes the lock once more unless another thread holds it.
+    /// Enters the lock without blocking.
+    /// @return false if another thread holds the lock; it is not entered then
     [[nodiscard]] bool tryEnter() noexcept
     {
         return TryEnterCriticalSection(&section_) != 0;
     }
-    /// Gives one hold back.
+    /// Reverts one enter() or successful tryEnter() of this thread.
     void leave() noexcept
     {
         LeaveCriticalSection(&section_);
@@ -46,7 +48,7 @@ public:
 private:
     CRITICAL_SECTION section_;
 #else
-    /// The platform has no spin count.
+    /// The spin count is ignored on this platform.
     explicit RecursiveLock(unsigned int) noexcept {}
     ~RecursiveLock() = default;
 

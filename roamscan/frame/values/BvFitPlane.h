@@ -5,10 +5,10 @@
 namespace oV
 {
 
-/// The host's fit of a plane to points. Of it, only the result is known here.
+/// The host's fit of a plane to points; only its result is declared here.
 struct BvFitPlane
 {
-    /// What a fit finds; zero unless given. All in the frame and the unit of the points.
+    /// The fitted plane, in the frame and the unit of the points. Zero by default.
     struct PlaneParam
     {
         Bv_1_1::Vec3d<double> position;   ///< Centre of the plane.

@@ -11,8 +11,9 @@ namespace oV
 class ROAMSCAN_EXPORT Endianness
 {
 public:
-    /// Whether the platform is big-endian; it starts with the truth. Readers and writers of little-endian
-    /// formats clear it, on any thread.
+    /// Whether streams are big-endian. Initially the byte order of the platform.
+    /// @note Each read and write of a sample file sets it to false, on any thread, because the format is
+    ///     little-endian.
     static std::atomic<bool> bigEndian;
 };
 

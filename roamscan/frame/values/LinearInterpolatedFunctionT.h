@@ -7,23 +7,24 @@
 namespace oV
 {
 
-/// A piecewise linear function of one variable, given by samples. It has values from the least sampled x to
-/// the greatest, both included, and none outside.
+/// A piecewise linear function of one variable, defined by samples. Its domain is the closed interval from
+/// the smallest to the largest x of the samples.
 ///
-/// Samples may come in any order; in ascending order of x they cost least. Many threads may evaluate; adding
-/// needs the caller's own exclusion. `T` is `double`.
+/// Samples may be added in any order; ascending order of x is fastest. Concurrent evaluation is safe. Adding
+/// a sample needs exclusive access. `T` is `double`.
 template <typename T>
 class LinearInterpolatedFunctionT
 {
 public:
-    /// The function y at x. A later sample at the same x takes the place of the earlier one. One whose x is
-    /// infinite or NaN has no place on the axis and is left out; y may be anything.
+    /// Adds the sample (x, y). It replaces an earlier sample at the same x. A sample is ignored if its x is
+    /// infinite or NaN; y may have any value.
     void addSample(T const& x, T const& y);
 
-    /// Sets y to the value at x: a sample's own y at its x, whatever its neighbours are, and on the straight
-    /// line between two samples elsewhere. A y that is NaN makes its neighbourhood NaN.
-    /// @return false without a value at x (before the first sample, after the last one, at NaN, and
-    /// everywhere if there is no sample); y is left alone then
+    /// Evaluates the function at x by linear interpolation. At the x of a sample the result is exactly its y.
+    /// Next to a sample whose y is NaN the result is NaN.
+    /// @param x where to evaluate
+    /// @param[out] y the value; unchanged if the function returns false
+    /// @return false if x is NaN or outside the domain, which is empty without samples
     [[nodiscard]] bool evaluateAt(T const& x, T& y) const;
 
 private:
@@ -34,7 +35,7 @@ private:
     };
     using Position = typename std::vector<Sample>::const_iterator;
 
-    /// The first sample at x or after it.
+    /// The first sample at or after x.
     [[nodiscard]] Position firstFrom(T x) const;
 
     std::vector<Sample> samples_; // in ascending order of x, each x once

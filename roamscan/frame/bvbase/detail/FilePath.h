@@ -7,14 +7,14 @@
 namespace Bv_1_1::detail
 {
 
-/// The text as a path of the platform. NIL is the empty path.
+/// Converts text to a path of the platform. NIL gives the empty path.
 [[nodiscard]] std::filesystem::path pathFromString(String const& text);
 
-/// The path as text, with the separators that it has. What is not in the encoding of narrow text becomes
-/// U+FFFD.
+/// Converts a path to text. The separators stay unchanged. Sequences that are malformed in the narrow
+/// encoding become U+FFFD.
 [[nodiscard]] String stringFromPath(std::filesystem::path const& path);
 
-/// The path of `name` inside `directory`, also if the name by itself would be an absolute path.
+/// The path of `name` inside `directory`. An absolute path in `name` is used as a relative one.
 [[nodiscard]] std::filesystem::path pathInside(std::filesystem::path const& directory, String const& name);
 
 } // namespace Bv_1_1::detail

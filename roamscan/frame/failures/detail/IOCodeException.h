@@ -8,10 +8,10 @@
 namespace oV::Roamscan
 {
 
-/// A failure of file input or output. Its title is always "IOCode-Exception"; the message says what went
-/// wrong, the code of which kind it is.
+/// A failure of file input or output. Its title is always "IOCode-Exception". The message says what went
+/// wrong, and the code gives the kind of failure.
 ///
-/// The library alone makes these and does not export the class: plug-ins catch a VisibleException.
+/// Only the library creates it. The class is not exported: plug-ins catch a VisibleException.
 class IOCodeException : public VisibleException
 {
 public:

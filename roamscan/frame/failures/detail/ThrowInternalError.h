@@ -3,8 +3,12 @@
 namespace oV::Roamscan::detail
 {
 
-/// Throws an InternalErrorException. `message` is a literal, `function` the qualified name of the throwing
-/// function, `file` the name of its source. Null pointers become the null string.
+/// Throws an InternalErrorException. A null pointer becomes the null string.
+/// @param message what went wrong; a literal
+/// @param function the qualified name of the function that throws
+/// @param file the name of its source
+/// @param line the line in that source
+/// @throws InternalErrorException always
 [[noreturn]] void
 throwInternalError(wchar_t const* message, char const* function, char const* file, unsigned int line);
 

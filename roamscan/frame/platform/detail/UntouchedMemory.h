@@ -12,15 +12,16 @@ struct FreeMemory
     void operator()(std::byte* memory) const noexcept { std::free(memory); }
 };
 
-/// Memory that std::free() gives back.
+/// Memory that is released by std::free().
 using UntouchedMemory = std::unique_ptr<std::byte[], FreeMemory>;
 
-/// Asks for large pages for memory that is about to be written to for the first time: the system is entered
-/// far less often for them. A hint, for large memory alone; nothing changes where it is not taken.
+/// Requests huge pages for memory that has not been written to yet. They need far fewer page faults. This is
+/// a hint: it has no effect on small blocks, or if the system does not support it.
 void preferLargePages(void* memory, std::size_t size) noexcept;
 
-/// Memory that is not touched, so that what is never written to costs address space alone; in large pages
-/// where it is large. Null if it is not to be had.
+/// Allocates memory without writing to it. Pages that are never written to use only address space. Large
+/// blocks use huge pages.
+/// @return null if the memory cannot be allocated
 [[nodiscard]] UntouchedMemory allocateUntouched(std::size_t size) noexcept;
 
 } // namespace oV::Roamscan::detail
