@@ -6,7 +6,6 @@
 #include <roamscan/frame/observers/ThreadLocalStorage.h>
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace oV
@@ -176,7 +175,7 @@ bool Observer::removeNotifyInfo(ObserverInfo const* info, bool release)
     if (place == infos.end()) {
         return false;
     }
-    auto const removed = std::move(*place); // what its end sets off finds the list in order
+    auto const removed = std::move(*place); // goes last: its end may act on the list
     infos.erase(place);
     if (release && infos.empty()) {
         infos.shrink_to_fit();
@@ -186,28 +185,25 @@ bool Observer::removeNotifyInfo(ObserverInfo const* info, bool release)
 
 void Observer::removeNotifyInfos(bool release)
 {
-    if (params_ == nullptr) {
-        return;
-    }
-    decltype(ParamsEx::infos) removed;
-    params_->infos.swap(removed);
-    if (!release) {
-        params_->infos.reserve(removed.size());
+    removeNotifyInfosExcept(nullptr);
+    if (release && params_ != nullptr) {
+        params_->infos.shrink_to_fit();
     }
 }
 
-void Observer::removeNotifyInfosExcept(Bv_1_1::oVClass const* type)
+// One by one: what the end of a record sets off finds the list in order.
+void Observer::removeNotifyInfosExcept(Bv_1_1::oVClass const* type) noexcept
 {
-    if (params_ == nullptr) {
-        return;
+    auto const isRemoved = [type](auto const& info) { return !info->getClassType()->isDerivedFrom(type); };
+    while (params_ != nullptr) {
+        auto& infos = params_->infos;
+        auto const place = std::find_if(infos.begin(), infos.end(), isRemoved);
+        if (place == infos.end()) {
+            return;
+        }
+        auto const removed = std::move(*place);
+        infos.erase(place);
     }
-    auto& infos = params_->infos;
-    auto const firstRemoved = std::stable_partition(infos.begin(), infos.end(), [&](auto const& info) {
-        return info->getClassType()->isDerivedFrom(type);
-    });
-    decltype(ParamsEx::infos)
-        const removed(std::make_move_iterator(firstRemoved), std::make_move_iterator(infos.end()));
-    infos.erase(firstRemoved, infos.end());
 }
 
 ObserverInfo* Observer::lookupNotifyInfo(Bv_1_1::oVClass const* type) const

@@ -160,8 +160,8 @@ protected:
     /// destructor that has to do more once that is done.
     void endRelations() noexcept;
 
-    /// Removes the records whose class neither is `type` nor derives from it.
-    void removeNotifyInfosExcept(Bv_1_1::oVClass const* type);
+    /// Removes the records whose class neither is `type` nor derives from it; all records if it is null.
+    void removeNotifyInfosExcept(Bv_1_1::oVClass const* type) noexcept;
 
 private:
     ParamsEx& makeParams();

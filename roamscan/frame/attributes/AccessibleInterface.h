@@ -1,0 +1,26 @@
+#pragma once
+
+#include <roamscan/frame/platform/Export.h>
+
+namespace oV
+{
+
+/// Something that may have to be made accessible before it is used. The order of the virtual operations is
+/// part of the binary interface.
+class ROAMSCAN_EXPORT AccessibleInterface
+{
+public:
+    /// Whether it can be used as it is.
+    [[nodiscard]] virtual bool isAccessible() const = 0;
+
+    /// Makes it usable. @return whether it is
+    virtual bool makeAccessible() = 0;
+
+protected:
+    AccessibleInterface() = default;
+    AccessibleInterface(AccessibleInterface const&) = default;
+    AccessibleInterface& operator=(AccessibleInterface const&) = default;
+    ~AccessibleInterface() = default;
+};
+
+} // namespace oV

@@ -1,0 +1,40 @@
+#include <roamscan/frame/attributes/AttrVal.h>
+
+#include <utility>
+
+namespace oV
+{
+
+template <typename T>
+AttrVal<T>::AttrVal(T initial) : value(std::move(initial))
+{}
+
+template <typename T>
+AttrVal<T>::~AttrVal() = default;
+
+template <typename T>
+AttrVal<T>* AttrVal<T>::copy() const
+{
+    return new AttrVal(*this);
+}
+
+template <typename T>
+AttrContainer* AttrVal<T>::lookUpLocation(unsigned int) const
+{
+    return nullptr;
+}
+
+template <typename T>
+bool AttrVal<T>::setLocation(AttrContainer*)
+{
+    return false;
+}
+
+template class AttrVal<bool>;
+template class AttrVal<int>;
+template class AttrVal<double>;
+template class AttrVal<Bv_1_1::String>;
+template class AttrVal<StringList>;
+template class AttrVal<Point>;
+
+} // namespace oV

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <roamscan/frame/attributes/AttrValueTypes.h>
+#include <roamscan/frame/platform/Export.h>
+
+namespace oV
+{
+
+class AttrContainer;
+
+/// Holds the value of an attribute. The order of the virtual operations is part of the binary interface.
+template <typename T>
+class ROAMSCAN_EXPORT AttrVal
+{
+public:
+    explicit AttrVal(T initial);
+    AttrVal& operator=(AttrVal const&) = delete;
+    virtual ~AttrVal();
+
+    /// A copy, which is the caller's to delete.
+    [[nodiscard]] virtual AttrVal* copy() const;
+
+    /// The container that the value knows of. Here: null.
+    [[nodiscard]] virtual AttrContainer* lookUpLocation(unsigned int token) const;
+
+    /// Lets the value know its container. Here: does nothing and returns false.
+    virtual bool setLocation(AttrContainer* container);
+
+    T value; // NOLINT(misc-non-private-member-variables-in-classes): a holder is its value
+
+protected:
+    AttrVal(AttrVal const&) = default;
+};
+
+extern template class ROAMSCAN_EXPORT AttrVal<bool>;
+extern template class ROAMSCAN_EXPORT AttrVal<int>;
+extern template class ROAMSCAN_EXPORT AttrVal<double>;
+extern template class ROAMSCAN_EXPORT AttrVal<Bv_1_1::String>;
+extern template class ROAMSCAN_EXPORT AttrVal<StringList>;
+extern template class ROAMSCAN_EXPORT AttrVal<Point>;
+
+} // namespace oV

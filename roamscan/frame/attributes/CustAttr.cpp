@@ -1,0 +1,33 @@
+#include <roamscan/frame/attributes/CustAttr.h>
+
+namespace oV
+{
+
+template <typename T>
+CustAttr<T>::CustAttr(Bv_1_1::BaseNode::CreateType type, Attribute const* source) : Attr<T>(type, source)
+{}
+
+template <typename T>
+CustAttr<T>::~CustAttr() = default;
+
+template <typename T>
+AttrContainer* CustAttr<T>::getLocation(unsigned int) const
+{
+    return location_;
+}
+
+template <typename T>
+bool CustAttr<T>::setLocation(AttrContainer* container)
+{
+    location_ = container;
+    return true;
+}
+
+template class CustAttr<bool>;
+template class CustAttr<int>;
+template class CustAttr<double>;
+template class CustAttr<Bv_1_1::String>;
+template class CustAttr<StringList>;
+template class CustAttr<Point>;
+
+} // namespace oV

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <roamscan/frame/attributes/AttrValueTypes.h>
+#include <roamscan/frame/bvbase/ObserverInfo.h>
+#include <roamscan/frame/platform/Export.h>
+
+namespace oV
+{
+
+/// The record of an announced change: the value that an attribute is about to take. Observers find it at the
+/// attribute while they are asked (Observer::toChangeNotify).
+template <typename T>
+class ROAMSCAN_EXPORT NewValueInfo : public Bv_1_1::ObserverInfo
+{
+public:
+    explicit NewValueInfo(T newValue);
+
+    /// The record of this class.
+    [[nodiscard]] static Bv_1_1::oVClass const* Class();
+    [[nodiscard]] Bv_1_1::oVClass const* getClassType() const override;
+
+    /// The proposed value.
+    [[nodiscard]] T const& newValue() const noexcept { return newValue_; }
+
+protected:
+    ~NewValueInfo() override;
+
+private:
+    T newValue_;
+};
+
+extern template class ROAMSCAN_EXPORT NewValueInfo<bool>;
+extern template class ROAMSCAN_EXPORT NewValueInfo<int>;
+extern template class ROAMSCAN_EXPORT NewValueInfo<double>;
+extern template class ROAMSCAN_EXPORT NewValueInfo<Bv_1_1::String>;
+extern template class ROAMSCAN_EXPORT NewValueInfo<StringList>;
+extern template class ROAMSCAN_EXPORT NewValueInfo<Point>;
+
+} // namespace oV

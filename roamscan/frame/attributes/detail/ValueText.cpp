@@ -1,0 +1,137 @@
+#include <roamscan/frame/attributes/detail/ValueText.h>
+#include <roamscan/frame/formats/DataInFormat.h>
+#include <roamscan/frame/formats/DataOutFormat.h>
+
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+namespace oV::detail
+{
+
+namespace
+{
+
+// Values whose text is the one of the bare form.
+template <typename T>
+constexpr bool hasTextOfBareForm = std::is_same_v<T, StringList> || std::is_same_v<T, Point>;
+
+} // namespace
+
+template <typename T>
+Bv_1_1::String textOfValue(T const& value)
+{
+    Bv_1_1::String text;
+    if constexpr (hasTextOfBareForm<T>) {
+        std::ostringstream stream;
+        ModelOutFormat out(&stream, ModelFormat::Format::Bare);
+        writeValue(out, value);
+        std::string bare = std::move(stream).str();
+        bare.pop_back(); // the end of the last line
+        std::replace(bare.begin(), bare.end(), '\n', ' ');
+        text = Bv_1_1::String::fromNarrow(bare.c_str());
+    } else if constexpr (std::is_same_v<T, double>) {
+        text += value;
+    } else if constexpr (std::is_same_v<T, Bv_1_1::String>) {
+        text = value;
+    } else {
+        text << value;
+    }
+    return text;
+}
+
+template <typename T>
+void parseValue(Bv_1_1::String const& text, T& value)
+{
+    if constexpr (hasTextOfBareForm<T>) {
+        std::istringstream stream(text.stringAnsi());
+        ModelInFormat in(&stream, ModelFormat::Format::Bare);
+        T parsed{};
+        readValue(in, parsed);
+        if (in.status() == StatusCode::ok && !in.hasValue()) {
+            value = std::move(parsed);
+        }
+    } else {
+        text >> value;
+    }
+}
+
+template <typename T>
+bool countsAsDefault(T const& value)
+{
+    if constexpr (std::is_same_v<T, double>) {
+        return !(value > 0.0) && !(value < 0.0); // NaN as well
+    } else if constexpr (std::is_same_v<T, Bv_1_1::String>) {
+        return value == Bv_1_1::String::EMPTY; // NIL is another value
+    } else {
+        return value == T{};
+    }
+}
+
+template <typename T>
+void readValue(ModelInFormat& in, T& value)
+{
+    if (auto read = DataInFormat<T>(in).get()) {
+        value = *std::move(read);
+    }
+}
+
+template <>
+void readValue(ModelInFormat& in, Point& value)
+{
+    DataInFormat<double> numbers(in);
+    auto const x = numbers.get();
+    auto const y = numbers.get();
+    auto const z = numbers.get();
+    if (z) { // a failure before it stays
+        value = Point{*x, *y, *z};
+    }
+}
+
+template <typename T>
+void writeValue(ModelOutFormat& out, T const& value)
+{
+    DataOutFormat<T>(out).put(value);
+}
+
+template <>
+void writeValue(ModelOutFormat& out, Point const& value)
+{
+    DataOutFormat<double> numbers(out);
+    numbers.put(value.x);
+    numbers.put(value.y);
+    numbers.put(value.z);
+}
+
+template Bv_1_1::String textOfValue(bool const&);
+template void parseValue(Bv_1_1::String const&, bool&);
+template bool countsAsDefault(bool const&);
+template void readValue(ModelInFormat&, bool&);
+template void writeValue(ModelOutFormat&, bool const&);
+template Bv_1_1::String textOfValue(int const&);
+template void parseValue(Bv_1_1::String const&, int&);
+template bool countsAsDefault(int const&);
+template void readValue(ModelInFormat&, int&);
+template void writeValue(ModelOutFormat&, int const&);
+template Bv_1_1::String textOfValue(double const&);
+template void parseValue(Bv_1_1::String const&, double&);
+template bool countsAsDefault(double const&);
+template void readValue(ModelInFormat&, double&);
+template void writeValue(ModelOutFormat&, double const&);
+template Bv_1_1::String textOfValue(Bv_1_1::String const&);
+template void parseValue(Bv_1_1::String const&, Bv_1_1::String&);
+template bool countsAsDefault(Bv_1_1::String const&);
+template void readValue(ModelInFormat&, Bv_1_1::String&);
+template void writeValue(ModelOutFormat&, Bv_1_1::String const&);
+template Bv_1_1::String textOfValue(StringList const&);
+template void parseValue(Bv_1_1::String const&, StringList&);
+template bool countsAsDefault(StringList const&);
+template void readValue(ModelInFormat&, StringList&);
+template void writeValue(ModelOutFormat&, StringList const&);
+template Bv_1_1::String textOfValue(Point const&);
+template void parseValue(Bv_1_1::String const&, Point&);
+template bool countsAsDefault(Point const&);
+
+} // namespace oV::detail
