@@ -68,6 +68,12 @@ template <typename T>
 Attr<T>::~Attr() = default;
 
 template <typename T>
+void Attr<T>::setHolder(std::unique_ptr<AttrVal<T>> holder) noexcept
+{
+    value_ = std::move(holder);
+}
+
+template <typename T>
 Bv_1_1::oVClass const* Attr<T>::Class()
 {
     static Bv_1_1::detail::CreatingClass const record(

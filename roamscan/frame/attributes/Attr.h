@@ -68,6 +68,10 @@ public:
 protected:
     ~Attr() override;
 
+    /// Replaces the holder of the value, for classes whose holder knows more. Silent.
+    /// @param holder not null
+    void setHolder(std::unique_ptr<AttrVal<T>> holder) noexcept;
+
 private:
     [[nodiscard]] T const& currentValue() const;
     [[nodiscard]] bool announce(T const& newValue, Observer* observer, void* parameter);

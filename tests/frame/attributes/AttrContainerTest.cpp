@@ -1,0 +1,549 @@
+#include "tests/frame/attributes/Watcher.h"
+#include "tests/support/VirtualSlot.h"
+
+#include <roamscan/frame/attributes/Attr.h>
+#include <roamscan/frame/attributes/AttrContainer.h>
+#include <roamscan/frame/attributes/CustAttr.h>
+#include <roamscan/frame/bvbase/SmartPtr.h>
+#include <roamscan/frame/bvbase/oVClass.h>
+#include <roamscan/frame/observers/InfoFailed.h>
+#include <roamscan/frame/observers/PreserveObserverRelation.h>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+namespace
+{
+
+using Bv_1_1::SmartPtr;
+using Bv_1_1::String;
+using oV::Attr;
+using oV::AttrContainer;
+using oV::AttrDefinition;
+using oV::Attribute;
+using oV::AttrType;
+using oV::CustAttr;
+using oV::Observer;
+using oV::StringList;
+using CreateType = Bv_1_1::BaseNode::CreateType;
+constexpr unsigned int unknown = 0xFFFFFFFF;
+
+SmartPtr<AttrContainer> made()
+{
+    return SmartPtr<AttrContainer>(new AttrContainer(CreateType::Fresh, nullptr));
+}
+
+SmartPtr<AttrContainer> initialised()
+{
+    auto container = made();
+    container->init(CreateType::Fresh, nullptr);
+    return container;
+}
+
+template <typename T>
+Attr<T>* add(AttrContainer& container, String const& name, T const& value)
+{
+    auto* const attribute = new CustAttr<T>(CreateType::Fresh, nullptr);
+    attribute->assignFrom(value, nullptr, nullptr);
+    EXPECT_TRUE(container.addAttribute(attribute, name));
+    return attribute;
+}
+
+std::array<AttrDefinition, 3> const listRows = {{{1, L"Names", AttrType::Strings, 18},
+                                                 {2, L"Count", AttrType::Int, 18},
+                                                 {3, String::NIL, AttrType::End, 1}}};
+
+// Set-up
+
+TEST(AttrContainer, DerivesFromObserverAndTheTwoInterfaces)
+{
+    EXPECT_TRUE((std::is_base_of_v<Observer, AttrContainer>));
+    EXPECT_TRUE((std::is_base_of_v<Bv_1_1::VisitorCore, AttrContainer>));
+    EXPECT_TRUE((std::is_base_of_v<oV::AccessibleInterface, AttrContainer>));
+    EXPECT_TRUE((std::is_base_of_v<oV::ValidationInterface, AttrContainer>));
+    EXPECT_EQ(std::wstring(AttrContainer::Class()->name()), L"AttrContainer");
+    EXPECT_EQ(AttrContainer::Class()->parent(), Observer::Class());
+    EXPECT_EQ(made()->getClassType(), AttrContainer::Class());
+    SmartPtr<Bv_1_1::BaseNode> const fromRecord(AttrContainer::Class()->create());
+    EXPECT_EQ(fromRecord->getClassType(), AttrContainer::Class());
+}
+
+TEST(AttrContainer, OrdersItsVirtualOperations)
+{
+    if (!support::virtualSlotsAreKnown) {
+        GTEST_SKIP() << "The places of virtual operations are not known here";
+    }
+    using C = AttrContainer;
+    EXPECT_EQ(support::virtualSlot(&C::lookupObject), 17U);
+    EXPECT_EQ(support::virtualSlot(&C::reservedQuery1), 18U);
+    EXPECT_EQ(support::virtualSlot(&C::reservedQuery2), 19U);
+    EXPECT_EQ(support::virtualSlot(&C::duplicate), 20U);
+    EXPECT_EQ(support::virtualSlot(&C::duplicateAll), 21U);
+    EXPECT_EQ(support::virtualSlot(&C::checkCreateChildField), 22U);
+    EXPECT_EQ(support::virtualSlot(&C::checkCreateDefaultChildField), 23U);
+    EXPECT_EQ(support::virtualSlot(&C::init), 24U);
+    EXPECT_EQ(support::virtualSlot(&C::isEqualTo), 25U);
+    EXPECT_EQ(support::virtualSlot(&C::fieldVisitor), 26U);
+    EXPECT_EQ(support::virtualSlot(&C::fieldAndStructureVisitor), 27U);
+    EXPECT_EQ(support::virtualSlot(&C::observerVisitor), 28U);
+    EXPECT_EQ(support::virtualSlot(&C::attributeVisitor), 29U);
+    EXPECT_EQ(support::virtualSlot(&C::toJson), 30U);
+    EXPECT_EQ(support::virtualSlot(&C::prepareUpdateFromJson), 31U);
+    EXPECT_EQ(support::virtualSlot(&C::updateAfterCreationFromJson), 32U);
+    EXPECT_EQ(support::virtualSlot(&C::initRead), 33U);
+    EXPECT_EQ(support::virtualSlot(&C::readField), 34U);
+    EXPECT_EQ(support::virtualSlot(&C::writeField), 35U);
+    EXPECT_EQ(support::virtualSlot(&C::lookupToken), 36U);
+    EXPECT_EQ(support::virtualSlot(&C::lookupField), 37U);
+    EXPECT_EQ(support::virtualSlot(&C::convertToNewFieldToken), 38U);
+    EXPECT_EQ(support::virtualSlot(&C::getDisplayName), 39U);
+    EXPECT_EQ(support::virtualSlot(&C::setDisplayName), 40U);
+    EXPECT_EQ(support::virtualSlot(&C::isNameUnique), 41U);
+    EXPECT_EQ(support::virtualSlot(&C::checkName), 42U);
+    EXPECT_EQ(support::virtualSlot(&C::generateUniqueName), 43U);
+    EXPECT_EQ(support::virtualSlot(&C::setName), 44U);
+    EXPECT_EQ(support::virtualSlot(&C::getAttrToken), 45U);
+    EXPECT_EQ(support::virtualSlot(&C::getAttrName), 46U);
+    EXPECT_EQ(support::virtualSlot(&C::getAttrDefinition), 47U);
+    EXPECT_EQ(support::virtualSlot(&C::getIOTokensList), 48U);
+    EXPECT_EQ(support::virtualSlot(&C::getFieldToken), 49U);
+    EXPECT_EQ(support::virtualSlot(&C::getFieldName), 50U);
+    EXPECT_EQ(support::virtualSlot(&C::getFieldRegistryPrefix), 51U);
+    EXPECT_EQ(support::virtualSlot(&C::reservedHook), 52U);
+    EXPECT_EQ(support::virtualSlot(&C::reservedFlag), 53U);
+    EXPECT_EQ(support::virtualSlot(&C::hasUuid), 54U); // 54 operations, one more slot for the destructor
+    EXPECT_EQ(support::virtualSlot(&oV::AccessibleInterface::isAccessible), 0U);
+    EXPECT_EQ(support::virtualSlot(&oV::AccessibleInterface::makeAccessible), 1U);
+    EXPECT_EQ(support::virtualSlot(&oV::ValidationInterface::isValid), 0U);
+    EXPECT_EQ(support::virtualSlot(&oV::ValidationInterface::makeValid), 1U);
+}
+
+TEST(AttrContainer, HooksWithoutAUseAnswerNeutrally)
+{
+    auto const container = initialised();
+    container->setName(L"Box", 0);
+    EXPECT_EQ(container->reservedQuery1(), 0U);
+    EXPECT_EQ(container->reservedQuery2(), 0U);
+    EXPECT_EQ(container->lookupObject(), nullptr);
+    EXPECT_EQ(container->checkCreateChildField(L"a"), nullptr);
+    EXPECT_EQ(container->checkCreateDefaultChildField(L"a"), nullptr);
+    EXPECT_TRUE(container->toJson().isNil());
+    EXPECT_FALSE(container->prepareUpdateFromJson(L"{}"));
+    EXPECT_FALSE(container->updateAfterCreationFromJson(L"{}"));
+    EXPECT_EQ(container->lookupField(L"a"), nullptr);
+    EXPECT_EQ(container->convertToNewFieldToken(7), 7U);
+    EXPECT_EQ(container->getDisplayName(), L"Box");
+    EXPECT_TRUE(container->setDisplayName(L"Crate"));
+    EXPECT_EQ(container->getName(), L"Crate");
+    EXPECT_TRUE(container->isNameUnique(L"Crate"));
+    EXPECT_TRUE(container->checkName(L""));
+    EXPECT_EQ(container->generateUniqueName(L"New"), L"New");
+    EXPECT_TRUE(container->getFieldRegistryPrefix().isNil());
+    container->reservedHook();
+    EXPECT_FALSE(container->reservedFlag());
+    EXPECT_FALSE(container->hasUuid());
+    EXPECT_TRUE(container->isAccessible());
+    EXPECT_TRUE(container->makeAccessible());
+    EXPECT_TRUE(container->isValid());
+    EXPECT_TRUE(container->makeValid());
+}
+
+TEST(AttrContainer, HasNoAttributesBeforeInit)
+{
+    auto const container = made();
+    EXPECT_EQ(container->getNumAttributes(), 0U);
+    EXPECT_EQ(container->getAttribute(0), nullptr);
+    EXPECT_EQ(container->getAttribute(1), nullptr);
+    EXPECT_TRUE(container->getName().isNil());
+    EXPECT_FALSE(container->setName(L"Box", 0));
+}
+
+TEST(AttrContainer, InitMakesTheNameOnce)
+{
+    auto const container = made();
+    EXPECT_TRUE(container->init(CreateType::Fresh, nullptr));
+    EXPECT_EQ(container->getNumAttributes(), 1U);
+    EXPECT_EQ(container->getNumStaticAttributes(), 1U);
+    EXPECT_EQ(container->getName(), String::EMPTY);
+    EXPECT_TRUE(container->setName(L"Box", 0));
+    EXPECT_EQ(container->getName(), L"Box");
+    EXPECT_EQ(static_cast<Attr<String>*>(container->getAttribute(0))->getValue(), L"Box");
+    EXPECT_FALSE(container->init(CreateType::Fresh, nullptr));
+    EXPECT_EQ(container->getName(), L"Box");
+}
+
+TEST(AttrContainer, AnObserverMayRefuseANewName)
+{
+    auto const container = initialised();
+    SmartPtr<support::Watcher> const watcher(new support::Watcher);
+    watcher->watch(*container->getAttribute(0));
+    watcher->whenToChange = [](Observer& subject) {
+        subject.addNotifyInfo(SmartPtr<oV::InfoFailed>(new oV::InfoFailed).get());
+    };
+    EXPECT_FALSE(container->setName(L"Box", 0));
+    EXPECT_EQ(container->getName(), String::EMPTY);
+}
+
+// Static attributes
+
+TEST(AttrContainer, CreateAttributesMakesTheRowsUpToTheNullName)
+{
+    auto const container = initialised();
+    EXPECT_TRUE(container->createAttributes(listRows.data(), CreateType::Fresh, nullptr));
+    EXPECT_EQ(container->getNumAttributes(), 3U);
+    EXPECT_EQ(container->getAttribute(1)->getClassType(), Attr<StringList>::Class());
+    EXPECT_EQ(container->getAttribute(2)->getClassType(), Attr<int>::Class());
+    EXPECT_EQ(container->getAttribute(3), nullptr);
+    EXPECT_EQ(container->getAttribute(1)->getName(), L"Names");
+    EXPECT_EQ(container->getAttribute(1)->getLocation(unknown), container.get());
+    for (unsigned int token = 0; token < 3; ++token) {
+        EXPECT_TRUE(container->getAttribute(token)->isInBlock());
+        EXPECT_EQ(container->getAttribute(token)->referenceCount(), 1U);
+    }
+}
+
+TEST(AttrContainer, CreateAttributesRefusesWhatItCannotMakeAndMakesNothing)
+{
+    auto const container = initialised();
+    std::array<AttrDefinition, 3> const taken = {
+        {{1, L"A", AttrType::Int, 0}, {0, L"B", AttrType::Int, 0}, {0, String::NIL, AttrType::End, 1}}};
+    std::array<AttrDefinition, 3> const repeated = {
+        {{1, L"A", AttrType::Int, 0}, {1, L"B", AttrType::Int, 0}, {0, String::NIL, AttrType::End, 1}}};
+    std::array<AttrDefinition, 3> const unknownType = {
+        {{1, L"A", AttrType::Int, 0}, {2, L"B", AttrType{20}, 0}, {0, String::NIL, AttrType::End, 1}}};
+    std::array<AttrDefinition, 2> const tooFar = {
+        {{65536, L"A", AttrType::Int, 0}, {0, String::NIL, AttrType::End, 1}}};
+    std::array<AttrDefinition, 1> const none = {{{0, String::NIL, AttrType::End, 1}}};
+    EXPECT_FALSE(container->createAttributes(nullptr, CreateType::Fresh, nullptr));
+    EXPECT_FALSE(container->createAttributes(taken.data(), CreateType::Fresh, nullptr));
+    EXPECT_FALSE(container->createAttributes(repeated.data(), CreateType::Fresh, nullptr));
+    EXPECT_FALSE(container->createAttributes(unknownType.data(), CreateType::Fresh, nullptr));
+    EXPECT_FALSE(container->createAttributes(tooFar.data(), CreateType::Fresh, nullptr));
+    EXPECT_EQ(container->getNumAttributes(), 1U);
+    EXPECT_TRUE(container->createAttributes(none.data(), CreateType::Fresh, nullptr));
+    EXPECT_EQ(container->getNumAttributes(), 1U);
+}
+
+TEST(AttrContainer, TokensMayLeavePlacesFree)
+{
+    auto const container = initialised();
+    std::array<AttrDefinition, 2> const rows = {
+        {{3, L"A", AttrType::Int, 0}, {0, String::NIL, AttrType::End, 1}}};
+    EXPECT_TRUE(container->createAttributes(rows.data(), CreateType::Fresh, nullptr));
+    EXPECT_EQ(container->getNumAttributes(), 4U);
+    EXPECT_EQ(container->getAttribute(1), nullptr);
+    EXPECT_NE(container->getAttribute(3), nullptr);
+    EXPECT_TRUE(container->getAttrName(2).isNil());
+    EXPECT_EQ(container->getAttrDefinition(2), nullptr);
+    std::array<AttrDefinition, 2> const later = {
+        {{2, L"B", AttrType::Int, 0}, {0, String::NIL, AttrType::End, 1}}};
+    EXPECT_TRUE(container->createAttributes(later.data(), CreateType::Fresh, nullptr));
+    EXPECT_NE(container->getAttribute(2), nullptr);
+    auto const equal = initialised();
+    EXPECT_TRUE(equal->createAttributes(rows.data(), CreateType::Fresh, nullptr));
+    EXPECT_FALSE(equal->isEqualTo(*container));
+}
+
+TEST(AttrContainer, StaticAttributesAreCopiedFromTheSource)
+{
+    auto const source = initialised();
+    source->createAttributes(listRows.data(), CreateType::Fresh, nullptr);
+    static_cast<Attr<int>*>(source->getAttribute(2))->assignFrom(7, nullptr, nullptr);
+    auto const copy = initialised();
+    EXPECT_TRUE(copy->createAttributes(listRows.data(), CreateType::Fresh, source.get()));
+    EXPECT_EQ(static_cast<Attr<int>*>(copy->getAttribute(2))->getValue(), 7);
+    auto const fresh = initialised();
+    EXPECT_TRUE(fresh->createAttributes(listRows.data(), CreateType::NoSource, source.get()));
+    EXPECT_EQ(static_cast<Attr<int>*>(fresh->getAttribute(2))->getValue(), 0);
+    auto const without = initialised(); // a source without such attributes
+    auto const partial = initialised();
+    EXPECT_TRUE(partial->createAttributes(listRows.data(), CreateType::Fresh, without.get()));
+    EXPECT_EQ(static_cast<Attr<int>*>(partial->getAttribute(2))->getValue(), 0);
+}
+
+// Custom attributes
+
+TEST(AttrContainer, AddAttributeTakesTheAttributeOver)
+{
+    auto const container = initialised();
+    auto* const attribute = new CustAttr<int>(CreateType::Fresh, nullptr);
+    EXPECT_TRUE(container->addAttribute(attribute, L"Size"));
+    EXPECT_EQ(attribute->referenceCount(), 1U);
+    EXPECT_EQ(attribute->getName(), L"Size");
+    EXPECT_EQ(attribute->getLocation(unknown), container.get());
+    EXPECT_EQ(container->getNumAttributes(), 2U);
+    EXPECT_EQ(container->getAttribute(1), attribute);
+    EXPECT_EQ(container->getAttrToken(L"Size"), 1U);
+    EXPECT_EQ(container->getAttrName(1), L"Size");
+    EXPECT_EQ(container->getAttrDefinition(1), nullptr);
+    EXPECT_EQ(container->inqObserver(L"Size"), attribute);
+    EXPECT_EQ(container->inqObserver(L"size"), nullptr);
+}
+
+TEST(AttrContainer, AddAttributeRefusesNullAndWhatAContainerHas)
+{
+    auto const container = initialised();
+    auto const other = initialised();
+    EXPECT_FALSE(container->addAttribute(nullptr, L"A"));
+    Attribute* const attribute = add(*container, L"A", 1);
+    EXPECT_FALSE(container->addAttribute(attribute, L"B"));
+    EXPECT_FALSE(other->addAttribute(attribute, L"B"));
+    EXPECT_FALSE(other->addAttribute(container->getAttribute(0), L"B"));
+    EXPECT_EQ(attribute->getName(), L"A");
+    EXPECT_EQ(attribute->getLocation(unknown), container.get());
+    EXPECT_EQ(container->getNumAttributes(), 2U);
+    EXPECT_EQ(other->getNumAttributes(), 1U);
+}
+
+TEST(AttrContainer, ASecondAttributeOfTheSameNameIsAddedTooAndFoundSecond)
+{
+    auto const container = initialised();
+    Attribute* const first = add(*container, L"X", 1);
+    Attribute* const second = add(*container, L"X", true);
+    EXPECT_EQ(container->getNumAttributes(), 3U);
+    EXPECT_EQ(container->getAttribute(container->getAttrToken(L"X")), first);
+    EXPECT_EQ(container->getAttribute(2), second);
+    EXPECT_EQ(container->getAttrName(2), L"X");
+}
+
+TEST(AttrContainer, NamesMayHaveAnyText)
+{
+    auto const container = initialised();
+    std::vector<String> const names = {
+        L"a.b.c", L"", L" ", L"\"quoted\"", L"}", L"two\nlines", L"\U0001F600", L"Name"};
+    for (String const& name : names) {
+        add(*container, name, 1);
+    }
+    for (unsigned int i = 0; i < names.size(); ++i) {
+        EXPECT_EQ(container->getAttrToken(names[i]), 1 + i);
+        EXPECT_EQ(container->getAttrName(1 + i), names[i]);
+    }
+}
+
+TEST(AttrContainer, ANullNameCountsAsTheEmptyName)
+{
+    auto const container = initialised();
+    EXPECT_EQ(container->getAttrToken(String::NIL), unknown);
+    add(*container, String::NIL, 1);
+    EXPECT_EQ(container->getAttrToken(String::NIL), 1U);
+    EXPECT_EQ(container->getAttrToken(String::EMPTY), 1U);
+    EXPECT_EQ(container->getAttrName(1), String::EMPTY);
+}
+
+TEST(AttrContainer, TheContainersOwnNameIsNotFoundByAName)
+{
+    auto const container = initialised();
+    EXPECT_EQ(container->getAttrToken(L"Name"), unknown);
+    EXPECT_EQ(container->getAttrName(0), L"Name");
+    EXPECT_EQ(container->getFieldToken(L"Name"), 0U);
+    EXPECT_EQ(container->getFieldName(0), L"Name");
+    add(*container, L"Name", 1);
+    EXPECT_EQ(container->getAttrToken(L"Name"), 1U);
+}
+
+TEST(AttrContainer, StaticAttributesAreFoundFirst)
+{
+    auto const container = initialised();
+    add(*container, L"Count", true);
+    add(*container, L"Other", 5);
+    container->createAttributes(listRows.data(), CreateType::Fresh, nullptr);
+    EXPECT_EQ(container->getAttrToken(L"Count"), 2U);
+    EXPECT_EQ(container->getAttrToken(L"Names"), 1U);
+    EXPECT_EQ(container->getAttrDefinition(2), &listRows[1]);
+    EXPECT_EQ(container->getAttrDefinition(unknown), nullptr);
+    EXPECT_EQ(container->lookupToken(L"Count"), 2U);
+    EXPECT_EQ(container->lookupToken(L"Other"), unknown);
+    EXPECT_TRUE(container->getFieldName(3).isNil());
+    // The table of custom attributes begins where the block ends.
+    EXPECT_EQ(container->getAttrName(3), L"Count");
+    EXPECT_EQ(container->getAttrToken(L"Other"), 4U);
+}
+
+TEST(AttrContainer, ATokenBeyondTheTableGivesNothing)
+{
+    auto const container = initialised();
+    add(*container, L"A", 1);
+    EXPECT_EQ(container->getAttribute(2), nullptr);
+    EXPECT_EQ(container->getAttribute(unknown), nullptr);
+    EXPECT_TRUE(container->getAttrName(unknown).isNil());
+}
+
+TEST(AttrContainer, RmAllCustomAttributesLeavesTheStaticOnes)
+{
+    auto const container = initialised();
+    SmartPtr<Attribute> const kept(add(*container, L"A", 1));
+    add(*container, L"B", 2);
+    EXPECT_TRUE(container->rmAllCustomAttributes());
+    EXPECT_EQ(container->getNumAttributes(), 1U);
+    EXPECT_EQ(container->getAttrToken(L"A"), unknown);
+    EXPECT_EQ(kept->referenceCount(), 1U);
+    EXPECT_EQ(kept->getLocation(unknown), nullptr);
+    EXPECT_TRUE(container->rmAllCustomAttributes());
+    EXPECT_TRUE(container->addAttribute(kept.get(), L"C"));
+    EXPECT_EQ(container->getAttrToken(L"C"), 1U);
+}
+
+TEST(AttrContainer, AnObserverMayUseTheContainerWhileItsAttributesGo)
+{
+    class Reader : public Observer
+    {
+    public:
+        explicit Reader(AttrContainer& container) : container_(container) {}
+        void informDelete(Observer*) noexcept override
+        {
+            numbers.push_back(container_.getNumAttributes());
+            add(container_, L"New", 1);
+        }
+        std::vector<unsigned int> numbers;
+
+    private:
+        AttrContainer& container_;
+    };
+    auto const container = initialised();
+    SmartPtr<Reader> const reader(new Reader(*container));
+    add(*container, L"A", 1)->addObserver(reader.get());
+    add(*container, L"B", 1)->addObserver(reader.get());
+    container->rmAllCustomAttributes();
+    EXPECT_EQ(reader->numbers, (std::vector<unsigned int>{1, 2}));
+    EXPECT_EQ(container->getNumAttributes(), 3U);
+}
+
+TEST(AttrContainer, AnObserverMayRemoveAllAttributesWhileOneChanges)
+{
+    auto const container = initialised();
+    auto* const attribute = add(*container, L"A", 1);
+    SmartPtr<support::Watcher> const watcher(new support::Watcher);
+    watcher->watch(*attribute);
+    watcher->whenToChange = [&](Observer&) { container->rmAllCustomAttributes(); };
+    EXPECT_TRUE(attribute->assignFrom(2, nullptr, nullptr));
+    EXPECT_EQ(container->getNumAttributes(), 1U);
+    EXPECT_EQ(watcher->calls, (std::vector<std::string>{"toChange", "changed"}));
+}
+
+TEST(AttrContainer, HoldsNobodyInACycle)
+{
+    auto container = initialised();
+    SmartPtr<support::Watcher> const watcher(new support::Watcher);
+    SmartPtr<Attribute> const attribute(add(*container, L"A", 1));
+    watcher->watch(*attribute);
+    EXPECT_EQ(container->referenceCount(), 1U);
+    container.reset();
+    EXPECT_EQ(attribute->referenceCount(), 1U);
+    EXPECT_EQ(watcher->referenceCount(), 1U);
+}
+
+// Copies
+
+TEST(AttrContainer, DuplicateCopiesNameCustomAttributesAndFlags)
+{
+    auto const source = initialised();
+    source->setName(L"Box", 0);
+    add(*source, L"A", 5)->setFlag(Attribute::weakValueFlag, true);
+    add(*source, L"A", String(L"text"));
+    SmartPtr<AttrContainer> const copy(source->duplicate(CreateType::Fresh));
+    EXPECT_EQ(copy->referenceCount(), 1U);
+    EXPECT_EQ(copy->getName(), L"Box");
+    ASSERT_EQ(copy->getNumAttributes(), 3U);
+    EXPECT_TRUE(copy->isEqualTo(*source));
+    EXPECT_TRUE(copy->getAttribute(1)->hasFlag(Attribute::weakValueFlag));
+    EXPECT_EQ(copy->getAttribute(1)->getLocation(unknown), copy.get());
+    static_cast<Attr<int>*>(copy->getAttribute(1))->assignFrom(6, nullptr, nullptr);
+    EXPECT_EQ(static_cast<Attr<int>*>(source->getAttribute(1))->getValue(), 5);
+    EXPECT_FALSE(copy->isEqualTo(*source));
+}
+
+TEST(AttrContainer, DuplicateWithoutASourceStartsAfresh)
+{
+    auto const source = initialised();
+    source->setName(L"Box", 0);
+    add(*source, L"A", 5);
+    SmartPtr<AttrContainer> const copy(source->duplicate(CreateType::NoSource));
+    EXPECT_EQ(copy->getName(), String::EMPTY);
+    EXPECT_EQ(copy->getNumAttributes(), 1U);
+}
+
+TEST(AttrContainer, EqualContainersHaveTheSameNamesTypesAndValuesInOrder)
+{
+    auto const a = initialised();
+    auto const b = initialised();
+    EXPECT_TRUE(a->isEqualTo(*b));
+    EXPECT_FALSE(a->isEqualTo(*made()));
+    add(*a, L"A", 1);
+    EXPECT_FALSE(a->isEqualTo(*b));
+    add(*b, L"B", 1);
+    EXPECT_FALSE(a->isEqualTo(*b));
+    auto const c = initialised();
+    add(*c, L"A", true);
+    EXPECT_FALSE(a->isEqualTo(*c));
+    auto const d = initialised();
+    add(*d, L"A", 1);
+    EXPECT_TRUE(a->isEqualTo(*d));
+    d->setName(L"D", 0);
+    EXPECT_FALSE(a->isEqualTo(*d));
+}
+
+TEST(AttrContainer, CopyFromTakesTheValuesOfCommonNames)
+{
+    auto const source = initialised();
+    source->setName(L"Box", 0);
+    add(*source, L"A", 5);
+    add(*source, L"B", 6);
+    auto const target = initialised();
+    auto* const text = add(*target, L"A", String::EMPTY);
+    EXPECT_TRUE(target->copyFrom(source.get()));
+    EXPECT_EQ(target->getName(), L"Box");
+    EXPECT_EQ(text->getValue(), L"5");
+    EXPECT_EQ(target->getNumAttributes(), 2U);
+    EXPECT_FALSE(target->copyFrom(nullptr));
+    EXPECT_FALSE(target->copyFrom(text));
+}
+
+TEST(AttrContainer, DuplicateAllKeepsObserversAmongTheCopies)
+{
+    auto const source = initialised();
+    auto* const observed = add(*source, L"Observed", 1);
+    auto* const observing = add(*source, L"Observing", 1);
+    SmartPtr<support::Watcher> const outside(new support::Watcher);
+    observed->addObserver(observing);
+    observed->addObserver(source.get(), Observer::Notice::ToChange);
+    outside->watch(*observed);
+    SmartPtr<AttrContainer> const copy(source->duplicateAll(CreateType::Fresh));
+    auto const* const params = copy->getAttribute(1)->parEx();
+    ASSERT_NE(params, nullptr);
+    EXPECT_EQ(params->changed.size(), 1U);
+    EXPECT_TRUE(params->changed.contains(copy->getAttribute(2)));
+    EXPECT_EQ(params->toChange.size(), 1U);
+    EXPECT_TRUE(params->toChange.contains(copy.get()));
+    EXPECT_EQ(Observer::srcToCopyTable(), nullptr);
+    SmartPtr<AttrContainer> const plainCopy(source->duplicate(CreateType::Fresh));
+    EXPECT_EQ(plainCopy->getAttribute(1)->parEx(), nullptr);
+}
+
+// Visitors
+
+TEST(AttrContainer, VisitorsVisitInOrder)
+{
+    auto const container = initialised();
+    add(*container, L"A", 1);
+    add(*container, L"B", 2);
+    std::vector<Observer*> visited;
+    container->attributeVisitor([&](Attribute& attribute) { visited.push_back(&attribute); });
+    EXPECT_EQ(visited,
+              (std::vector<Observer*>{
+                  container->getAttribute(0), container->getAttribute(1), container->getAttribute(2)}));
+    visited.clear();
+    container->observerVisitor([&](Observer& observer) { visited.push_back(&observer); });
+    EXPECT_EQ(visited.size(), 4U);
+    EXPECT_EQ(visited.front(), container.get());
+    std::vector<AttrContainer*> containers;
+    container->fieldVisitor([&](AttrContainer& field) { containers.push_back(&field); });
+    EXPECT_TRUE(containers.empty());
+    container->fieldAndStructureVisitor([&](AttrContainer& field) { containers.push_back(&field); });
+    EXPECT_EQ(containers, std::vector<AttrContainer*>{container.get()});
+}
+
+} // namespace
