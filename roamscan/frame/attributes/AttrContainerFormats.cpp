@@ -161,7 +161,7 @@ void AttrContainer::applyKeptValue(Attribute& attribute)
 {
     auto const text = kept_ == nullptr
                           ? std::nullopt
-                          : kept_->take(customKeyword, attribute.getName(), typeKeyOf(attribute));
+                          : kept_->take(customKeyword, attribute.name_, typeKeyOf(attribute));
     if (!text) {
         return;
     }

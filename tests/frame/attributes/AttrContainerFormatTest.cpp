@@ -1,0 +1,485 @@
+#include <roamscan/frame/attributes/Attr.h>
+#include <roamscan/frame/attributes/AttrContainer.h>
+#include <roamscan/frame/attributes/CustAttr.h>
+#include <roamscan/frame/bvbase/SmartPtr.h>
+#include <roamscan/frame/bvbase/oVClass.h>
+#include <roamscan/frame/formats/ReadContext.h>
+#include <roamscan/frame/formats/ReadFromScope.h>
+#include <roamscan/frame/formats/StatusCode.h>
+#include <roamscan/frame/formats/WriteContext.h>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using Bv_1_1::SmartPtr;
+using Bv_1_1::String;
+using oV::Attr;
+using oV::AttrContainer;
+using oV::AttrDefinition;
+using oV::Attribute;
+using oV::AttrType;
+using oV::CustAttr;
+using oV::ReadContext;
+using oV::StringList;
+using oV::WriteContext;
+using CreateType = Bv_1_1::BaseNode::CreateType;
+using Format = oV::ModelFormat::Format;
+namespace StatusCode = oV::StatusCode;
+
+std::array<AttrDefinition, 2> const rows = {
+    {{1, L"Names", AttrType::Strings, 18}, {2, String::NIL, AttrType::End, 1}}};
+
+SmartPtr<AttrContainer> initialised()
+{
+    SmartPtr<AttrContainer> container(new AttrContainer(CreateType::Fresh, nullptr));
+    container->init(CreateType::Fresh, nullptr);
+    container->createAttributes(rows.data(), CreateType::Fresh, nullptr);
+    return container;
+}
+
+template <typename T>
+Attr<T>* add(AttrContainer& container, String const& name, T const& value)
+{
+    auto* const attribute = new CustAttr<T>(CreateType::Fresh, nullptr);
+    attribute->assignFrom(value, nullptr, nullptr);
+    EXPECT_TRUE(container.addAttribute(attribute, name));
+    return attribute;
+}
+
+SmartPtr<AttrContainer> sample()
+{
+    auto container = initialised();
+    container->setName(L"Box", 0);
+    static_cast<Attr<StringList>*>(container->getAttribute(1))->assignFrom({L"A"}, nullptr, nullptr);
+    add(*container, L"ShowWindow", true);
+    add(*container, L"a \"b\"}", -7);
+    add(*container, L"", 0.1);
+    add(*container, L"Text", String(L"x\ny"));
+    return container;
+}
+
+std::string written(AttrContainer const& container, Format format = Format::Keyed, bool writeDefaults = true)
+{
+    std::ostringstream stream;
+    WriteContext context(format, writeDefaults);
+    EXPECT_EQ(container.writeTo(&stream, &context), 0);
+    return stream.str();
+}
+
+int readInto(AttrContainer& container, std::string const& text, Format format = Format::Keyed)
+{
+    std::istringstream stream(text);
+    ReadContext context(format);
+    return container.readFrom(&stream, &context);
+}
+
+template <typename T>
+T valueOf(AttrContainer const& container, String const& name)
+{
+    Attribute const* const attribute = container.getAttribute(container.getAttrToken(name));
+    return attribute == nullptr ? T{} : static_cast<Attr<T> const&>(*attribute).getValue();
+}
+
+std::string const sampleText = R"(field "Name" "Attr<String>" {
+    value "Box";
+}
+field "Names" "Attr<StringList>" {
+    value ["A"];
+}
+attribute "ShowWindow" "Attr<bool>" {
+    value true;
+}
+attribute "a \"b\"}" "Attr<int>" {
+    value -7;
+}
+attribute "" "Attr<double>" {
+    value 0.1;
+}
+attribute "Text" "Attr<String>" {
+    value "x\ny";
+}
+)";
+
+std::string const sampleBareText = R"(false
+"Name"
+"Attr<String>"
+{
+"Box"
+}
+false
+"Names"
+"Attr<StringList>"
+{
+["A"]
+}
+true
+"ShowWindow"
+"Attr<bool>"
+{
+true
+}
+true
+"a \"b\"}"
+"Attr<int>"
+{
+-7
+}
+true
+""
+"Attr<double>"
+{
+0.1
+}
+true
+"Text"
+"Attr<String>"
+{
+"x\ny"
+}
+)";
+
+// Writing
+
+TEST(ContainerWriting, TheKeyedFormHasAStatementForEachAttribute)
+{
+    EXPECT_EQ(written(*sample()), sampleText);
+}
+
+TEST(ContainerWriting, Form1HasTheSameWithoutKeywords)
+{
+    EXPECT_EQ(written(*sample(), Format::Bare), sampleBareText);
+}
+
+TEST(ContainerWriting, WithoutDefaultValuesHasEmptyBlocks)
+{
+    auto const container = initialised();
+    add(*container, L"A", 0);
+    EXPECT_EQ(written(*container, Format::Keyed, false),
+              "field \"Name\" \"Attr<String>\" {\n}\nfield \"Names\" \"Attr<StringList>\" {\n}\n"
+              "attribute \"A\" \"Attr<int>\" {\n}\n");
+}
+
+TEST(ContainerWriting, ANullContextGives27AndABadStream18)
+{
+    std::ostringstream stream;
+    EXPECT_EQ(sample()->writeTo(&stream, nullptr), 27);
+    EXPECT_EQ(stream.str(), "");
+    stream.setstate(std::ios::badbit);
+    WriteContext context;
+    EXPECT_EQ(sample()->writeTo(&stream, &context), 18);
+    EXPECT_EQ(sample()->writeTo(nullptr, &context), 18);
+    SmartPtr<AttrContainer> const empty(new AttrContainer(CreateType::Fresh, nullptr));
+    EXPECT_EQ(empty->writeTo(nullptr, &context), 18);
+}
+
+TEST(ContainerWriting, WritesOneAttributeOfAToken)
+{
+    auto const container = sample();
+    std::ostringstream stream;
+    WriteContext context;
+    EXPECT_EQ(container->writeField(2, &stream, &context), 0);
+    EXPECT_EQ(container->writeField(99, &stream, &context), 0);
+    EXPECT_EQ(stream.str(), "attribute \"ShowWindow\" \"Attr<bool>\" {\n    value true;\n}\n");
+    auto const tokens = container->getIOTokensList();
+    ASSERT_EQ(tokens.size(), 1U);
+    EXPECT_EQ(tokens[0], (Bv_1_1::SVec2d<int>{0, 5}));
+    SmartPtr<AttrContainer> const empty(new AttrContainer(CreateType::Fresh, nullptr));
+    EXPECT_TRUE(empty->getIOTokensList().empty());
+}
+
+// Reading
+
+class ContainerReading : public testing::TestWithParam<Format>
+{
+protected:
+    [[nodiscard]] static std::string text()
+    {
+        return GetParam() == Format::Keyed ? sampleText : sampleBareText;
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Forms,
+                         ContainerReading,
+                         testing::Values(Format::Keyed, Format::Bare),
+                         [](auto const& form) { return form.param == Format::Keyed ? "Keyed" : "Bare"; });
+
+TEST_P(ContainerReading, GivesExistingAttributesTheirValues)
+{
+    auto const container = initialised();
+    add(*container, L"Text", String(L"old"));
+    add(*container, L"", 0.0);
+    add(*container, L"Untouched", 5);
+    add(*container, L"ShowWindow", false);
+    add(*container, L"a \"b\"}", 0);
+    EXPECT_EQ(readInto(*container, text(), GetParam()), 0);
+    EXPECT_EQ(container->getName(), L"Box");
+    EXPECT_EQ(valueOf<StringList>(*container, L"Names"), StringList{L"A"});
+    EXPECT_EQ(valueOf<bool>(*container, L"ShowWindow"), true);
+    EXPECT_EQ(valueOf<int>(*container, L"a \"b\"}"), -7);
+    EXPECT_EQ(valueOf<double>(*container, L""), 0.1);
+    EXPECT_EQ(valueOf<String>(*container, L"Text"), L"x\ny");
+    EXPECT_EQ(valueOf<int>(*container, L"Untouched"), 5);
+}
+
+TEST_P(ContainerReading, KeepsValuesUntilTheirAttributesComeInAnyOrder)
+{
+    auto const container = initialised();
+    EXPECT_EQ(readInto(*container, text(), GetParam()), 0);
+    EXPECT_EQ(container->getNumAttributes(), 2U);
+    EXPECT_EQ(add(*container, L"Text", String(L"default"))->getValue(), L"x\ny");
+    EXPECT_EQ(add(*container, L"ShowWindow", false)->getValue(), true);
+    EXPECT_EQ(add(*container, L"", 7.0)->getValue(), 0.1);
+    EXPECT_EQ(add(*container, L"a \"b\"}", 7)->getValue(), -7);
+    EXPECT_EQ(add(*container, L"New", 7)->getValue(), 7);
+}
+
+TEST_P(ContainerReading, WritesBackWhatNobodyHasAskedFor)
+{
+    auto const container = initialised();
+    EXPECT_EQ(readInto(*container, text(), GetParam()), 0);
+    EXPECT_EQ(written(*container, GetParam()), text());
+    add(*container, L"ShowWindow", false); // this one has been asked for
+    EXPECT_EQ(written(*container, GetParam()), text());
+    SmartPtr<AttrContainer> const copy(container->duplicate(CreateType::Fresh));
+    EXPECT_EQ(add(*copy, L"Text", String())->getValue(), L"x\ny");
+}
+
+TEST_P(ContainerReading, WhatWasKeptGoesFromFormToForm)
+{
+    auto const container = initialised();
+    EXPECT_EQ(readInto(*container, text(), GetParam()), 0);
+    for (Format const form : {Format::Keyed, Format::Bare}) {
+        auto const second = initialised();
+        EXPECT_EQ(readInto(*second, written(*container, form), form), 0);
+        EXPECT_EQ(add(*second, L"ShowWindow", false)->getValue(), true);
+        EXPECT_EQ(add(*second, L"a \"b\"}", 0)->getValue(), -7);
+        EXPECT_EQ(add(*second, L"", 0.0)->getValue(), 0.1);
+        EXPECT_EQ(add(*second, L"Text", String())->getValue(), L"x\ny");
+    }
+}
+
+TEST_P(ContainerReading, AKeptValueIsGivenOnce)
+{
+    auto const container = initialised();
+    EXPECT_EQ(readInto(*container, text(), GetParam()), 0);
+    EXPECT_EQ(add(*container, L"ShowWindow", false)->getValue(), true);
+    EXPECT_EQ(add(*container, L"ShowWindow", false)->getValue(), false);
+}
+
+TEST_P(ContainerReading, AKeptValueIsForItsTypeOnly)
+{
+    auto const container = initialised();
+    EXPECT_EQ(readInto(*container, text(), GetParam()), 0);
+    EXPECT_EQ(add(*container, L"ShowWindow", 5)->getValue(), 5);
+    EXPECT_EQ(add(*container, L"ShowWindow", false)->getValue(), true);
+}
+
+TEST_P(ContainerReading, ASecondReadForgetsWhatTheFirstHasKept)
+{
+    auto const container = initialised();
+    EXPECT_EQ(readInto(*container, text(), GetParam()), 0);
+    EXPECT_EQ(readInto(*container, "", GetParam()), 0);
+    EXPECT_EQ(add(*container, L"ShowWindow", false)->getValue(), false);
+}
+
+TEST_P(ContainerReading, RmAllCustomAttributesForgetsWhatWasKept)
+{
+    auto const container = initialised();
+    EXPECT_EQ(readInto(*container, text(), GetParam()), 0);
+    container->rmAllCustomAttributes();
+    EXPECT_EQ(add(*container, L"ShowWindow", false)->getValue(), false);
+}
+
+TEST_P(ContainerReading, AttributesOfTheSameNameAndTypeAreReadInTheirOrder)
+{
+    auto const source = initialised();
+    add(*source, L"X", 1);
+    add(*source, L"X", true);
+    add(*source, L"X", 2);
+    add(*source, L"X", 3);
+    std::string const saved = written(*source, GetParam());
+    auto const target = initialised();
+    for (int i = 0; i < 3; ++i) {
+        add(*target, L"X", 0);
+    }
+    add(*target, L"X", false);
+    EXPECT_EQ(readInto(*target, saved, GetParam()), 0);
+    std::vector<int> values;
+    for (unsigned int token = 2; token < 5; ++token) {
+        values.push_back(static_cast<Attr<int>*>(target->getAttribute(token))->getValue());
+    }
+    EXPECT_EQ(values, (std::vector<int>{1, 2, 3}));
+    EXPECT_TRUE(static_cast<Attr<bool>*>(target->getAttribute(5))->getValue());
+    auto const fresh = initialised();
+    EXPECT_EQ(readInto(*fresh, saved, GetParam()), 0);
+    EXPECT_EQ(add(*fresh, L"X", 0)->getValue(), 1);
+    EXPECT_EQ(add(*fresh, L"X", 0)->getValue(), 2);
+    EXPECT_EQ(add(*fresh, L"X", false)->getValue(), true);
+    EXPECT_EQ(add(*fresh, L"X", 0)->getValue(), 3);
+}
+
+TEST_P(ContainerReading, CustomAttributesMayBeCalledLikeStaticOnes)
+{
+    auto const source = initialised();
+    source->setName(L"Box", 0);
+    add(*source, L"Name", String(L"custom"));
+    add(*source, L"Names", 5);
+    std::string const saved = written(*source, GetParam());
+    auto const target = initialised();
+    auto* const name = add(*target, L"Name", String());
+    EXPECT_EQ(readInto(*target, saved, GetParam()), 0);
+    EXPECT_EQ(target->getName(), L"Box");
+    EXPECT_EQ(name->getValue(), L"custom");
+    EXPECT_EQ(add(*target, L"Names", 0)->getValue(), 5);
+}
+
+TEST_P(ContainerReading, ThousandsOfAttributesComeBack)
+{
+    auto const source = initialised();
+    auto const fresh = initialised();
+    constexpr int count = 2000;
+    for (int i = 0; i < count; ++i) {
+        String name;
+        name << i;
+        add(*source, name, i);
+        add(*source, name, i % 3 == 0);
+        add(*source, name, i * 0.1);
+        add(*source, name, name);
+    }
+    EXPECT_EQ(readInto(*fresh, written(*source, GetParam()), GetParam()), 0);
+    for (int i = 0; i < count; ++i) {
+        String name;
+        name << i;
+        EXPECT_EQ(add(*fresh, name, 0)->getValue(), i);
+        EXPECT_EQ(add(*fresh, name, false)->getValue(), i % 3 == 0);
+        EXPECT_EQ(add(*fresh, name, 0.0)->getValue(), i * 0.1);
+        EXPECT_EQ(add(*fresh, name, String())->getValue(), name);
+    }
+    EXPECT_TRUE(fresh->isEqualTo(*source));
+}
+
+TEST_P(ContainerReading, DamagedTextGivesAStatusAndLeavesTheContainerUsable)
+{
+    std::mt19937 random(20261121);
+    RecordProperty("seed", 20261121);
+    for (int round = 0; round < 2000; ++round) {
+        std::string damaged = text();
+        auto const place = random() % damaged.size();
+        if (round % 2 == 0) {
+            damaged.resize(place);
+        } else {
+            damaged[place] = static_cast<char>(random());
+        }
+        auto const container = initialised();
+        add(*container, L"Text", String(L"old"));
+        static_cast<void>(readInto(*container, damaged, GetParam()));
+        add(*container, L"ShowWindow", false);
+        add(*container, L"a \"b\"}", 0);
+        EXPECT_EQ(readInto(*container, text(), GetParam()), 0);
+        EXPECT_EQ(valueOf<String>(*container, L"Text"), L"x\ny");
+        EXPECT_EQ(valueOf<bool>(*container, L"ShowWindow"), true);
+    }
+}
+
+TEST_P(ContainerReading, ReadsABlockWithinAnotherReadersText)
+{
+    bool const isKeyed = GetParam() == Format::Keyed;
+    std::istringstream stream((isKeyed ? "box {\n" : "{\n") + text() + "}\n" + (isKeyed ? "next 5;" : "5"));
+    ReadContext context(GetParam());
+    oV::ReadFromScope const scope(&stream, &context);
+    oV::ModelInFormat& in = scope.getImf();
+    if (isKeyed) {
+        ASSERT_EQ(in.getKeyword(), L"box");
+    }
+    ASSERT_TRUE(in.startBlock());
+    auto const container = initialised();
+    EXPECT_EQ(container->readFrom(&stream, &context), 0);
+    EXPECT_EQ(container->getName(), L"Box");
+    EXPECT_EQ(in.getKeyword(), L"}");
+    in.nextKeyword();
+    EXPECT_EQ(in.getKeyword(), isKeyed ? L"next" : L"value");
+}
+
+TEST(ContainerReadingKeyed, UnknownStatementsAreKeptWithStatus23)
+{
+    auto const container = initialised();
+    std::string const text = "version 2;\nfield \"Later\" \"Attr<int>\" {\n    value 5;\n}\n"
+                             "field \"Name\" \"Attr<String>\" {\n    value \"Box\";\n}\n";
+    EXPECT_EQ(readInto(*container, text), StatusCode::unknownKeyword);
+    EXPECT_EQ(container->getName(), L"Box");
+    EXPECT_EQ(written(*container),
+              "field \"Name\" \"Attr<String>\" {\n    value \"Box\";\n}\n"
+              "field \"Names\" \"Attr<StringList>\" {\n    value [];\n}\n"
+              "version 2;\nfield \"Later\" \"Attr<int>\" {\n    value 5;\n}\n");
+    EXPECT_EQ(
+        written(*container, Format::Bare),
+        "false\n\"Name\"\n\"Attr<String>\"\n{\n\"Box\"\n}\nfalse\n\"Names\"\n\"Attr<StringList>\"\n{\n[]\n}\n"
+        "false\n\"Later\"\n\"Attr<int>\"\n{\n5\n}\n");
+}
+
+TEST(ContainerReadingKeyed, AStaticAttributeOfAnotherTypeIsNotRead)
+{
+    auto const container = initialised();
+    container->setName(L"Box", 0);
+    EXPECT_EQ(readInto(*container, "field \"Name\" \"Attr<int>\" { value 5; }"), StatusCode::unknownKeyword);
+    EXPECT_EQ(container->getName(), L"Box");
+}
+
+TEST(ContainerReadingKeyed, AValueOfTheWrongKindEndsTheReadAndStaysOut)
+{
+    auto const container = initialised();
+    auto* const number = add(*container, L"A", 5);
+    EXPECT_EQ(readInto(*container, "attribute \"A\" \"Attr<int>\" { value true; }"), StatusCode::wrongKind);
+    EXPECT_EQ(number->getValue(), 5);
+    EXPECT_EQ(readInto(*container, "attribute \"B\" \"Attr<int>\" { value true; }"), 0); // not looked at yet
+    EXPECT_EQ(add(*container, L"B", 6)->getValue(), 6);
+}
+
+TEST(ContainerReadingKeyed, AKeptBlockWithoutAValueGivesTheInitialValue)
+{
+    auto const container = initialised();
+    EXPECT_EQ(readInto(*container, "attribute \"A\" \"Attr<int>\" { }"), 0);
+    EXPECT_EQ(add(*container, L"A", 6)->getValue(), 0);
+}
+
+TEST(ContainerReadingKeyed, AStatementWithoutABlockOrANameGivesAStatus)
+{
+    auto const container = initialised();
+    add(*container, L"A", 5);
+    EXPECT_EQ(readInto(*container, "attribute \"A\" \"Attr<int>\";"), StatusCode::wrongKind);
+    EXPECT_NE(readInto(*container, "attribute;"), 0);
+    EXPECT_NE(readInto(*container, "attribute 5 6 { }"), 0);
+    EXPECT_NE(readInto(*container, "attribute"), 0);
+    EXPECT_EQ(container->readFrom(nullptr, nullptr), StatusCode::readFailed);
+}
+
+TEST(ContainerReadingKeyed, ANullNameCountsAsTheEmptyName)
+{
+    auto const container = initialised();
+    auto* const number = add(*container, L"", 5);
+    EXPECT_EQ(readInto(*container, "attribute null \"Attr<int>\" { value 6; }"), 0);
+    EXPECT_EQ(number->getValue(), 6);
+}
+
+TEST(ContainerReadingKeyed, ReadsOneFieldAtATime)
+{
+    auto const container = sample();
+    std::istringstream stream("attribute \"ShowWindow\" \"Attr<bool>\" { value false; } rest;");
+    ReadContext context;
+    oV::ReadFromScope const scope(&stream, &context);
+    container->initRead();
+    ASSERT_EQ(scope.getImf().getKeyword(), L"attribute");
+    EXPECT_EQ(container->readField(&stream, &context), 0);
+    EXPECT_EQ(valueOf<bool>(*container, L"ShowWindow"), false);
+    EXPECT_EQ(scope.getImf().getKeyword(), L"rest");
+}
+
+} // namespace
