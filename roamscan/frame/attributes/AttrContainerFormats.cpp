@@ -159,9 +159,8 @@ Attribute* AttrContainer::findToRead(bool isCustom, String const& name, String c
 // The kept text is the block of a statement; readers find it as they find any other block.
 void AttrContainer::applyKeptValue(Attribute& attribute)
 {
-    auto const text = kept_ == nullptr
-                          ? std::nullopt
-                          : kept_->take(customKeyword, attribute.name_, typeKeyOf(attribute));
+    auto const text =
+        kept_ == nullptr ? std::nullopt : kept_->take(customKeyword, attribute.name_, typeKeyOf(attribute));
     if (!text) {
         return;
     }
