@@ -10,7 +10,7 @@ namespace oV::Roamscan::TimeConversion
 namespace
 {
 
-// Signed overflow is not defined by the language; the time axis wraps, so the arithmetic is done unsigned.
+// Time wraps around on overflow. Signed overflow is undefined, so the arithmetic is unsigned.
 std::uint64_t bits(int64 value)
 {
     return static_cast<std::uint64_t>(value);
@@ -43,8 +43,8 @@ _ULARGE_INTEGER convertToTxmTime(double const& seconds)
 
 _ULARGE_INTEGER convertToTxmTime(int64 const& time)
 {
-    // The product lies far within the signed range, where truncating as signed and keeping the bits is what a
-    // full unsigned conversion does too, and what makes a negative time wrap.
+    // The product is always in the signed range. A signed truncation is therefore exact, and gives a negative
+    // time its two's complement bits.
     auto const txmTicks = static_cast<int64>(static_cast<double>(time) * 0.01);
     _ULARGE_INTEGER result;
     result.QuadPart = bits(txmTicks);

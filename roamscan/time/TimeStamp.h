@@ -9,10 +9,10 @@ namespace oV::Roamscan
 /// An instant in seconds on the time axis.
 using TimeStamp = mapping::TimeStamp;
 
-/// A span of time in seconds.
+/// A duration in seconds.
 using Duration = mapping::Duration;
 
-/// An instant as a signed count of ticks of 10 ns: the exact key of all stores.
+/// An instant as a signed count of ticks of 10 ns; the exact key in all stores.
 using IntegerTime = int64;
 
 } // namespace oV::Roamscan

@@ -18,7 +18,7 @@ namespace oV::Roamscan
 namespace
 {
 
-// A draw of std::rand as 15 bits. Where the platform's draws are wider, their upper bits are taken.
+// A number from std::rand, reduced to its upper 15 bits where the platform returns more.
 template <typename T>
 T draw15Bits()
 {

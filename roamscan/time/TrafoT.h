@@ -14,79 +14,78 @@
 namespace oV::Roamscan
 {
 
-/// A rigid transform: a translation, a unit quaternion, and a flag that says whether the value is a real
-/// pose. A point p maps to `rotation * p + translation`.
+/// A rigid transform in 3D: a translation, a unit quaternion, and a flag that says whether the value is a
+/// real pose. It maps a point p to `rotation * p + translation`.
 ///
-/// The flag is plain data, set by the constructors and copied along. It is neither derived from the numbers
-/// nor tested against them: a transform may be `valid()` with NaN inside.
+/// `T` is `float` or `double`. `TrafoT<float>` computes in `float` throughout.
 ///
-/// No operation normalises the quaternion; callers own its unit length. Nothing throws: non-finite numbers
-/// flow through the formulas, and only `valid()` and `allFinite()` tell of them. A value may be read by any
-/// number of threads at once.
-///
-/// `T` is `float` or `double`. The arithmetic of `TrafoT<float>` is done in `float` throughout.
+/// The quaternion is never normalised; the caller ensures unit length. No function throws: NaN and infinite
+/// values propagate through the formulas. Concurrent reads of a value are safe.
+/// @warning The flag is plain data. It is set by the constructors and copied, but not computed from the
+///     numbers: a transform with NaN may be valid(). Use allFinite() to check the numbers.
 template <typename T>
 class TrafoT
 {
 public:
-    using Scalar = T; ///< The type of every number.
+    using Scalar = T; ///< The type of all numbers.
     /// x, y, z.
     using Vector = Eigen::Matrix<T, 3, 1>;
     /// Coefficients held in the order x, y, z, w.
     using Quaternion = Eigen::Quaternion<T>;
-    /// A rigid transform of space as a homogeneous matrix.
+    /// A rigid transform in 3D as a homogeneous 4x4 matrix.
     using Transform3D = Eigen::Transform<T, 3, Eigen::Isometry, 0>;
-    /// A rigid transform of the plane as a homogeneous matrix.
+    /// A rigid transform in 2D as a homogeneous 3x3 matrix.
     using Transform2D = Eigen::Transform<T, 2, Eigen::Isometry, 0>;
 
     /// The identity, valid.
     TrafoT() : TrafoT(Vector::Zero(), Quaternion::Identity(), true) {}
 
-    /// Stores the three values as they are.
+    /// Stores the three values unchanged.
     TrafoT(Vector const& translation, Quaternion const& rotation, bool valid)
         : translation_(translation), rotation_(rotation), valid_(valid)
     {}
 
-    /// The same with the rotation first.
+    /// The same, with the rotation first.
     TrafoT(Quaternion const& rotation, Vector const& translation, bool valid)
         : TrafoT(translation, rotation, valid)
     {}
 
-    /// Copies the seven numbers.
+    /// Copies the seven numbers unchanged.
     TrafoT(mapping::Rigid3<T> const& rigid, bool valid)
         : TrafoT(toEigen(rigid.translation), toEigen(rigid.rotation), valid)
     {}
 
-    /// From a column-major 4x4 matrix: the translation is elements 12 to 14, the rotation the one nearest to
-    /// the upper left block, so that scale and shear are dropped.
+    /// Converts a column-major 4x4 matrix. The translation is elements 12 to 14. The rotation is the nearest
+    /// rotation to the upper left 3x3 block, by SVD; scale and shear are discarded.
     TrafoT(Bv_1_1::Mat4d<T> const& matrix, bool valid);
 
     /// The identity, valid.
     [[nodiscard]] static TrafoT Identity() { return TrafoT(); }
 
-    /// All seven numbers NaN, not valid.
+    /// A transform that is not valid, with seven NaN.
     [[nodiscard]] static TrafoT Invalid()
     {
         constexpr T nan = std::numeric_limits<T>::quiet_NaN();
         return TrafoT(Vector(nan, nan, nan), Quaternion(nan, nan, nan, nan), false);
     }
 
-    /// A pure translation, valid.
+    /// A translation without rotation, valid.
     [[nodiscard]] static TrafoT Translation(Vector const& translation)
     {
         return TrafoT(translation, Quaternion::Identity(), true);
     }
 
-    /// A pure rotation, valid.
+    /// A rotation without translation, valid.
     [[nodiscard]] static TrafoT Rotation(Quaternion const& rotation)
     {
         return TrafoT(Vector::Zero(), rotation, true);
     }
 
-    /// From three values x, y, z and four values x, y, z, w; valid.
-    ///
-    /// Callers may rely on w coming last here although it comes first in serialize(): the two are not inverse
-    /// to each other.
+    /// Reads a transform from two arrays; valid.
+    /// @param translation three values x, y, z
+    /// @param rotation four values x, y, z, w
+    /// @warning This is not the inverse of serialize(): here w is the last coefficient, there it is the
+    /// first.
     [[nodiscard]] static TrafoT FromArrays(T const* const translation, T const* const rotation)
     {
         return TrafoT(Vector(translation[0], translation[1], translation[2]),
@@ -94,15 +93,17 @@ public:
                       true);
     }
 
-    /// The translation column, and the rotation nearest to the linear part; valid.
+    /// Converts a matrix transform; valid. The rotation is the nearest rotation to the linear part, by SVD.
     [[nodiscard]] static TrafoT FromEigen(Transform3D const& transform);
 
-    /// The transform of the plane as one of space that leaves z alone; valid. Project2D() gives its yaw back.
+    /// Embeds a 2D transform in 3D: a rotation about z and a translation in the xy plane; valid. Project2D()
+    /// reverts it.
     [[nodiscard]] static TrafoT Embed3D(Transform2D const& transform);
 
-    /// A random pose, valid: the translation uniform in the cube from -1 to 1, the rotation uniform over all
-    /// rotations. Six draws of `std::rand`, so `std::srand` repeats a sequence; as thread safe as `std::rand`
-    /// is.
+    /// A random pose, valid. The translation is uniform in [-1, 1]^3. The rotation is uniform over all
+    /// rotations, by Shoemake's method ("Uniform random rotations", Graphics Gems III, 1992).
+    ///
+    /// Calls `std::rand` six times, so `std::srand` makes it repeatable. As thread-safe as `std::rand`.
     [[nodiscard]] static TrafoT Random();
 
     /// The translation in the target frame.
@@ -110,40 +111,39 @@ public:
     /// @overload
     [[nodiscard]] Vector& translation() { return translation_; }
 
-    /// The rotation, as it was handed in or came out of the last operation.
+    /// The rotation, as stored; not normalised.
     [[nodiscard]] Quaternion const& rotation() const { return rotation_; }
     /// @overload
     [[nodiscard]] Quaternion& rotation() { return rotation_; }
 
-    /// The flag as it was handed in or came out of the last operation.
+    /// Whether the value is marked as a real pose.
     [[nodiscard]] bool valid() const { return valid_; }
 
-    /// Whether all seven numbers are finite. The flag plays no part.
+    /// Whether all seven numbers are finite. The flag is ignored.
     [[nodiscard]] bool allFinite() const;
 
-    /// The flat form of a pose: translation x, y, z, then rotation w, x, y, z.
+    /// The seven numbers: translation x, y, z, then rotation w, x, y, z.
     [[nodiscard]] std::array<T, 7> serialize() const;
 
-    /// As a matrix transform. The flag is lost.
+    /// Converts to a matrix transform. The flag is lost.
     [[nodiscard]] Transform3D ToEigen() const;
 
-    /// The part of the transform that lies in the xy plane: yaw, x and y. The height and the tilt are
-    /// dropped.
+    /// Projects the transform to the xy plane: keeps x, y and the yaw, which is the direction of the rotated
+    /// x axis. Discards z, roll and pitch.
     [[nodiscard]] Transform2D Project2D() const;
 
-    /// The transform that undoes this one.
-    ///
-    /// Callers may rely on the result being valid() whatever this transform's flag says: inverting a
-    /// transform that is not valid gives numbers without a meaning behind a flag that is set, so test the
-    /// operand first.
+    /// The inverse transform. The rotation is the conjugate of the quaternion.
+    /// @warning The result is always valid(), also if this transform is not. Check the operand first.
     [[nodiscard]] TrafoT inverse() const;
 
-    /// The pose at the fraction from this one (0) to `other` (1): linear in translation, spherical along the
-    /// shorter arc in rotation. Fractions outside 0 to 1 extrapolate. The rotation is not normalised; for
-    /// nearly equal rotations the spherical weights give way to linear ones, which leaves it slightly short.
+    /// Interpolates between two poses: linear interpolation of the translation, slerp along the shorter arc
+    /// of the rotation (Shoemake, "Animating rotation with quaternion curves", SIGGRAPH 1985).
     ///
-    /// Callers may rely on the result being valid() whatever the operands' flags say: test the operands
-    /// first.
+    /// The rotation is not normalised. For nearly equal rotations slerp is replaced by linear interpolation,
+    /// so the quaternion is slightly shorter than 1.
+    /// @param other the pose at fraction 1
+    /// @param fraction 0 gives this pose, 1 gives `other`; values outside [0, 1] extrapolate
+    /// @warning The result is always valid(), also if an operand is not. Check the operands first.
     [[nodiscard]] TrafoT interpolate(TrafoT const& other, double fraction) const;
 
     /// Whether the translations and the rotation matrices of two transforms are equal up to a relative
@@ -158,15 +158,14 @@ public:
     /// @param precision the relative error; narrowed to `float` in `TrafoT<float>`
     [[nodiscard]] bool isApprox(TrafoT const& other, double precision) const;
 
-    /// isApprox() with precision 1e-12, hence not transitive.
+    /// isApprox() with precision 1e-12. Therefore not transitive.
     [[nodiscard]] bool operator==(TrafoT const& other) const { return isApprox(other, 1e-12); }
     [[nodiscard]] bool operator!=(TrafoT const& other) const { return !(*this == other); }
 
-    /// The composition: `(a * b)` applied to a point is `a` applied to `b` applied to the point. Valid if
-    /// both are.
+    /// The composition: `(a * b) * p` equals `a * (b * p)` up to rounding. Valid if both operands are.
     [[nodiscard]] TrafoT operator*(TrafoT const& other) const;
 
-    /// The image of a point.
+    /// Transforms a point.
     [[nodiscard]] Vector operator*(Vector const& point) const;
 
 private:

@@ -28,7 +28,8 @@ void CriticalSection::leave() noexcept
     lock_.leave();
 }
 
-// One writer at a time, so a load and a store do; they are atomic for the readers outside.
+// Only the thread that holds the lock writes the count, so no atomic increment is needed. The count is atomic
+// for concurrent readers.
 void CriticalSection::countUp() noexcept
 {
     holds_.store(holdCount() + 1, std::memory_order_relaxed);

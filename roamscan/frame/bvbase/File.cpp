@@ -54,7 +54,7 @@ String File::getPath() const
 // NOLINTNEXTLINE(readability-const-return-type): part of the interface
 String const File::getExtension() const
 {
-    // The path's own extension begins with the point.
+    // std::filesystem's extension includes the dot.
     std::filesystem::path::string_type const extension = detail::pathFromString(path_).extension().native();
     return detail::stringFromPath(extension.substr(extension.empty() ? 0 : 1));
 }

@@ -58,7 +58,7 @@ void Module::withdraw(oVClass* record) const noexcept
     std::erase(classes_, record);
 }
 
-// A copy, so that no lock is held while the records are called.
+// Returns a copy, so that no lock is held while the records are called.
 std::vector<oVClass*> Module::entered() const
 {
     std::lock_guard const guard(lock_);

@@ -14,7 +14,7 @@ namespace Bv_1_1
 namespace
 {
 
-// The decimal form of a number in `Number`'s shortest notation.
+// The shortest decimal form of a number.
 template <typename Number>
 std::u16string decimalForm(Number number)
 {
@@ -23,7 +23,7 @@ std::u16string decimalForm(Number number)
     return {buffer.begin(), end};
 }
 
-// The text without blanks at its ends, as narrow text; empty if any character is not ASCII.
+// The text as narrow text, without leading and trailing white space; empty if a character is not ASCII.
 std::string trimmedAscii(std::u16string_view text)
 {
     constexpr std::u16string_view blanks = u" \t\r\n\v\f";
@@ -177,7 +177,7 @@ String const& String::operator>>(String& target) const
     return *this;
 }
 
-// A new value every time: whoever shares the old one keeps it as it is.
+// Creates a new value, because copies may share the old one.
 void String::append(std::u16string_view text)
 {
     *this = adopt(StringVal::constructFromUtf16(this->text(), text));

@@ -83,7 +83,7 @@ char const* StringVal::narrow() const
     if (narrow_.compare_exchange_strong(expected, made.get(), std::memory_order_acq_rel)) {
         return made.release();
     }
-    return expected; // another thread was first
+    return expected; // another thread stored its conversion first
 }
 
 } // namespace Bv_1_1

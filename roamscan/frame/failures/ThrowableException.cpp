@@ -8,7 +8,7 @@ using Bv_1_1::String;
 namespace
 {
 
-// "headline (function, file:line)", without what is missing.
+// "headline (function, file:line)", without empty parts.
 String summaryOf(String const& headline, String const& function, String const& file, unsigned int line)
 {
     String summary = headline.text().empty() ? String(L"Failure without a description") : headline;

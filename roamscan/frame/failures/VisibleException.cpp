@@ -8,7 +8,7 @@ using Bv_1_1::String;
 namespace
 {
 
-// "title: second: message: explanation: last [code 18]", without what is empty.
+// "title: second: message: explanation: last [code 18]", without empty parts.
 String headlineOf(String const& title,
                   String const& second,
                   String const& message,
@@ -47,7 +47,7 @@ VisibleException::VisibleException(VisibleException const& other) noexcept = def
 VisibleException& VisibleException::operator=(VisibleException const& other) noexcept = default;
 VisibleException::~VisibleException() = default;
 
-// The class has an entry of its own for this operation in its table, whatever the base does.
+// Overridden, because the virtual table of this class must have its own entry for this function.
 char const* VisibleException::what() const noexcept
 {
     return ThrowableException::what();

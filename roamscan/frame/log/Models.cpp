@@ -34,9 +34,9 @@ Models& Models::the()
     made->init(CreateType::Fresh, nullptr);
     Models* expected = nullptr;
     if (!list.compare_exchange_strong(expected, made.get(), std::memory_order_acq_rel)) {
-        return *expected; // another thread was first; ours goes
+        return *expected; // another thread stored its list first; this one is destroyed
     }
-    made->addReference(); // the list's own
+    made->addReference(); // the reference that `list` owns
     return *made;
 }
 

@@ -45,17 +45,18 @@ bool LinearInterpolatedFunctionT<T>::evaluateAt(T const& x, T& y) const
         return true;
     }
     if (upper == samples_.begin()) {
-        return false; // NaN, too, is found there
+        return false; // also if x is NaN
     }
     auto const lower = std::prev(upper);
     if (lower->y == upper->y) {
-        y = lower->y; // to the last bit, which weights would not keep
+        y = lower->y; // exact, where weights would round
         return true;
     }
-    // In halves where numbers are so far apart that their difference overflows. The least numbers have none.
+    // Half the difference where the difference itself overflows. Halving would lose bits of subnormal
+    // numbers.
     T const scale = std::isfinite(upper->x - lower->x) ? T(1) : T(0.5);
     T const fraction = (x * scale - lower->x * scale) / (upper->x * scale - lower->x * scale);
-    // In weights, which keep two functions over the same x in their order, and infinities what they are.
+    // A weighted sum is monotonic in the values and preserves infinities.
     y = lower->y * (T(1) - fraction) + upper->y * fraction;
     return true;
 }

@@ -22,7 +22,7 @@ constexpr std::uint64_t largestBuffer = std::numeric_limits<std::ptrdiff_t>::max
 std::size_t checkedSize(std::uint64_t count)
 {
     if (count > largestBuffer) {
-        throw std::length_error("The byte count of a frame is beyond any buffer");
+        throw std::length_error("The byte count of a stream exceeds the largest possible buffer");
     }
     return static_cast<std::size_t>(count);
 }
@@ -59,7 +59,7 @@ bool writeLengthPrefixed(std::ostream& stream, std::span<std::byte const> bytes)
 {
     Endianness::bigEndian = false;
     if (!stream.good()) {
-        return false; // not even the stream's flags are touched
+        return false; // keeps the state of the stream
     }
     std::array<char, countSize> const count = toLittleEndian(std::uint64_t{bytes.size()});
     stream.write(count.data(), countSize);

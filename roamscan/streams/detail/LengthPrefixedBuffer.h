@@ -10,12 +10,12 @@
 namespace oV::Roamscan::detail
 {
 
-/// The buffer of one frame as it came out of a stream.
+/// The bytes of one length-prefixed buffer, as read from a stream.
 class StreamBuffer
 {
 public:
-    /// Room for `size` bytes that is not touched, so that pages which nothing is read into cost no memory.
-    /// @throws std::bad_alloc if the room is not to be had
+    /// Allocates `size` bytes without writing to them, so that pages that are never filled use no memory.
+    /// @throws std::bad_alloc if the memory cannot be allocated
     explicit StreamBuffer(std::size_t size);
 
     [[nodiscard]] std::byte* data() { return bytes_.get(); }
@@ -26,12 +26,15 @@ private:
     std::size_t size_;
 };
 
-/// Reads the common outer form of the sample files: an unsigned 64-bit little-endian byte count, then as many
-/// bytes. Consumes exactly that. Nothing if the stream is not good on entry, when nothing is read, or if it
-/// ends before the last byte. What the allocation or the stream throws passes through.
+/// Reads a length-prefixed buffer: an unsigned 64-bit little-endian byte count, then that many bytes.
+/// Consumes exactly these bytes.
+/// @return nothing if the stream ends early, or if it is not good on entry; nothing is consumed in that case
+/// @throws std::bad_alloc, std::length_error if a buffer of that size cannot be allocated
+/// @throws std::ios_base::failure if exceptions are enabled on the stream
 [[nodiscard]] std::optional<StreamBuffer> readLengthPrefixed(std::istream& stream);
 
-/// Writes the byte count and the bytes; nothing is flushed. True if the stream is good afterwards.
+/// Writes the byte count and the bytes. Does not flush the stream.
+/// @return whether the stream is good afterwards
 [[nodiscard]] bool writeLengthPrefixed(std::ostream& stream, std::span<std::byte const> bytes);
 
 } // namespace oV::Roamscan::detail

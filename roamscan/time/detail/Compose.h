@@ -6,8 +6,8 @@
 namespace oV::Roamscan::detail
 {
 
-/// What TrafoT::operator* gives, for loops over many poses: in line, so that the result of one product need
-/// not go through memory on its way into the next.
+/// The composition of two transforms, as TrafoT::operator* returns it. Inline, so that loops over many poses
+/// can keep intermediate results in registers.
 template <typename T>
 [[nodiscard]] inline TrafoT<T> compose(TrafoT<T> const& a, TrafoT<T> const& b)
 {

@@ -9,18 +9,19 @@
 namespace oV::Roamscan::detail
 {
 
-/// The rotation nearest to a linear block M = U S V^T, by its singular vectors: U V^T, with the first column
-/// of U divided by the determinant of that product.
+/// The nearest rotation to a matrix M by singular value decomposition (orthogonal Procrustes problem, Kabsch
+/// algorithm): for M = U S V^T it is U V^T, with the first column of U divided by the determinant of U V^T.
 ///
-/// Eigen's own Transform::rotation() does not serve: in the isometry mode it hands the block back as it is,
-/// and for a mirroring block it turns the last column round instead of the first.
+/// Eigen's Transform::rotation() cannot be used: in isometry mode it returns the block unchanged, and for a
+/// reflection it negates the last column instead of the first.
+/// @return all NaN if M is not finite
 template <typename T, int Dimension>
 [[nodiscard]] Eigen::Matrix<T, Dimension, Dimension>
 nearestRotation(Eigen::Matrix<T, Dimension, Dimension> const& block)
 {
     using Matrix = Eigen::Matrix<T, Dimension, Dimension>;
     if (!block.allFinite()) {
-        // The decomposition leaves its result unset here.
+        // Eigen leaves the result of the decomposition unset in this case.
         return Matrix::Constant(std::numeric_limits<T>::quiet_NaN());
     }
     Eigen::JacobiSVD<Matrix> const svd(block, Eigen::ComputeFullU | Eigen::ComputeFullV);

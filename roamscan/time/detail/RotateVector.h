@@ -6,8 +6,10 @@
 namespace oV::Roamscan::detail
 {
 
-/// Rotates without building a matrix: exact for a unit quaternion, and the one form used everywhere, because
-/// for any other quaternion it rounds differently from a matrix product.
+/// Rotates a vector by a quaternion (u, w) without a matrix: c = 2 (u x v), v' = v + w c + u x c.
+///
+/// The library uses only this form. For a quaternion that is not of unit length, a rotation matrix would give
+/// a different result.
 template <typename T>
 [[nodiscard]] Eigen::Matrix<T, 3, 1> rotateVector(Eigen::Quaternion<T> const& rotation,
                                                   Eigen::Matrix<T, 3, 1> const& vector)

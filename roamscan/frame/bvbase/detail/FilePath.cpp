@@ -6,7 +6,7 @@ namespace Bv_1_1::detail
 std::filesystem::path pathFromString(String const& text)
 {
 #if defined(_WIN32)
-    return {std::u16string(text.text())}; // whole, whatever the process's code page can say
+    return {std::u16string(text.text())}; // UTF-16 is lossless on every platform, narrow text is not
 #else
     return {text.stringAnsi()};
 #endif

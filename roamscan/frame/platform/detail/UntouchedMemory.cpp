@@ -22,7 +22,7 @@ void preferLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_
 {
 #if defined(__linux__)
     if (size >= worthLargePages) {
-        // The hint wants whole large pages; what lies before the first one stays as it is.
+        // The hint must start at a huge page boundary; the bytes before it keep ordinary pages.
         auto const begin = reinterpret_cast<std::uintptr_t>(memory);
         auto const skipped = (largePage - begin % largePage) % largePage;
         (void)madvise(static_cast<std::byte*>(memory) + skipped, size - skipped, MADV_HUGEPAGE);
