@@ -20,12 +20,14 @@
 namespace oV::Roamscan
 {
 
+/// The components x, y, z.
 template <typename T>
 [[nodiscard]] Eigen::Matrix<T, 3, 1> toEigen(Bv_1_1::Vec3d<T> const& vector)
 {
     return {vector.x, vector.y, vector.z};
 }
 
+/// @overload
 template <typename T>
 [[nodiscard]] Eigen::Matrix<T, 3, 1> toEigen(mapping::Vector3<T> const& vector)
 {

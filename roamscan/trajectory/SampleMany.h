@@ -44,10 +44,10 @@ enum class PointPlacement : std::uint8_t
 /// How many points had each outcome.
 struct PlacementCounts
 {
-    std::size_t placed = 0;
-    std::size_t outside = 0;
-    std::size_t inGap = 0;
-    std::size_t notFinite = 0;
+    std::size_t placed = 0;    ///< Placement::Placed
+    std::size_t outside = 0;   ///< Placement::Outside
+    std::size_t inGap = 0;     ///< Placement::InGap
+    std::size_t notFinite = 0; ///< Placement::NotFinite
 };
 
 /// How points are placed.

@@ -27,6 +27,7 @@ private:
     ModelInFormat& in_;
 };
 
+/// @cond specializations, documented at the template
 template <>
 ROAMSCAN_EXPORT std::optional<bool> DataInFormat<bool>::get();
 template <>
@@ -37,5 +38,6 @@ template <>
 ROAMSCAN_EXPORT std::optional<Bv_1_1::String> DataInFormat<Bv_1_1::String>::get();
 template <>
 ROAMSCAN_EXPORT std::optional<std::vector<Bv_1_1::String>> DataInFormat<std::vector<Bv_1_1::String>>::get();
+/// @endcond
 
 } // namespace oV

@@ -25,6 +25,7 @@ private:
     ModelOutFormat& out_;
 };
 
+/// @cond specializations, documented at the template
 template <>
 ROAMSCAN_EXPORT void DataOutFormat<bool>::put(bool const& value);
 template <>
@@ -36,5 +37,6 @@ ROAMSCAN_EXPORT void DataOutFormat<Bv_1_1::String>::put(Bv_1_1::String const& va
 template <>
 ROAMSCAN_EXPORT void
 DataOutFormat<std::vector<Bv_1_1::String>>::put(std::vector<Bv_1_1::String> const& value);
+/// @endcond
 
 } // namespace oV

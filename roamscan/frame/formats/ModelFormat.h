@@ -14,17 +14,19 @@ namespace oV
 /// Grammar of the keyed form. Blank space (space, tab, CR, LF) may stand between any two tokens and is needed
 /// only between two words. `*` is any number of times, `+` at least once, `?` at most once, `|` is or.
 ///
-///     text       statement*
-///     statement  keyword value* ";"   |   keyword value* "{" statement* "}"
-///     keyword    [A-Za-z_][A-Za-z0-9_]*   |   string (neither empty nor "}")
-///     value      bool | number | string | "null" | list
-///     bool       "true" | "false"
-///     number     decimal, such as -12, 0.1, 1e+22   |   "inf" | "-inf" | "nan" | "nan:" 16 hexadecimal
-///     digits string     '"' character* '"' character  any code point except '"', '\' and the control
-///     characters below U+0020
-///                | \" | \\ | \n | \r | \t | \uXXXX (one UTF-16 unit in four hexadecimal digits)
-///     list       "[" "]"   |   "[" element ("," element)* "]"
-///     element    bool | number | string | "null"
+/// @code{.unparsed}
+/// text       statement*
+/// statement  keyword value* ";"   |   keyword value* "{" statement* "}"
+/// keyword    [A-Za-z_][A-Za-z0-9_]*   |   string (neither empty nor "}")
+/// value      bool | number | string | "null" | list
+/// bool       "true" | "false"
+/// number     decimal, such as -12, 0.1, 1e+22   |   "inf" | "-inf" | "nan" | "nan:" hex{16}
+/// string     '"' character* '"'
+/// character  any code point except '"', '\' and the control characters below U+0020
+///            | \" | \\ | \n | \r | \t | \uXXXX (one UTF-16 unit in four hexadecimal digits)
+/// list       "[" "]"   |   "[" element ("," element)* "]"
+/// element    bool | number | string | "null"
+/// @endcode
 ///
 /// Grammar of the bare form:
 ///
@@ -34,25 +36,26 @@ namespace oV
 /// What the writer writes, byte for byte:
 ///
 /// - Keyed form: each statement begins a line, indented by four spaces for each open block. One space
-/// precedes
-///   each value and each "{". ";", "{" and "}" end the line with LF. A keyword that has the form of a word is
-///   written as a word, any other one as a string.
+///   precedes each value and each "{". ";", "{" and "}" end the line with LF. A keyword that has the form
+///   of a word is written as a word, any other one as a string.
 /// - Bare form: each value, "{" and "}" has a line of its own that ends with LF, without indentation.
-/// - Numbers: the shortest decimal text that reads back to the same bits; -0.0 is "-0". The quiet NaN without
-///   payload and sign is "nan"; any other NaN is "nan:" and its bits in lower-case digits.
-/// - Strings: the null string is `null`. `"`, `\`, LF, CR and TAB have their short escapes. Other control
-///   characters (U+0000 to U+001F, U+007F to U+009F), U+2028, U+2029, U+FEFF and lone surrogates are written
-///   as \uXXXX in lower-case digits. Everything else stands as it is.
+/// - Numbers: the shortest decimal text that reads back to the same bits; -0.0 is "-0". The quiet NaN
+///   without payload and sign is "nan"; any other NaN is "nan:" and its bits in lower-case digits.
+/// - Strings: the null string is `null`. Double quote, backslash, LF, CR and TAB have their short
+///   escapes. Other control characters (U+0000 to U+001F, U+007F to U+009F), U+2028, U+2029, U+FEFF and
+///   lone surrogates are written as a `u` escape in lower-case digits. Everything else stands as it is.
 /// - Lists: `["a", null]`, `[]`.
 ///
 /// A container with two attributes in the keyed form:
 ///
-///     attribute "ShowDebug2DWindow" "bool" {
-///         value true;
-///     }
-///     attribute "Title" "String" {
-///         value "a \"quoted\" word";
-///     }
+/// @code{.unparsed}
+/// attribute "ShowDebug2DWindow" "bool" {
+///     value true;
+/// }
+/// attribute "Title" "String" {
+///     value "a \"quoted\" word";
+/// }
+/// @endcode
 ///
 /// Blocks nest up to `maxDepth` levels.
 class ModelFormat

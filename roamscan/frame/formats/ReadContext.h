@@ -9,6 +9,7 @@ namespace oV
 class ROAMSCAN_EXPORT ReadContext : public ReadContextBase
 {
 public:
+    /// @param format what getFormat() returns
     explicit ReadContext(ModelFormat::Format format = ModelFormat::Format::Keyed) noexcept;
 
     [[nodiscard]] ModelFormat::Format getFormat() const override;

@@ -10,6 +10,7 @@ namespace oV
 class KeepAlive
 {
 public:
+    /// @param node must outlive the scope if it has no reference
     explicit KeepAlive(Bv_1_1::BaseNode const& node) noexcept
         : node_(node.referenceCount() == 0 ? nullptr : &node)
     {

@@ -49,9 +49,9 @@ public:
         /// Bit of `flags`: changes are announced to the second list. Set when an observer joins it.
         static constexpr std::uint32_t announcing = 4;
 
-        std::uint32_t flags = 0;
-        ObserverList changed;  ///< the first list: Notice::Changed
-        ObserverList toChange; ///< the second list: Notice::ToChange
+        std::uint32_t flags = 0; ///< `leaving` and `announcing`
+        ObserverList changed;    ///< the first list: Notice::Changed
+        ObserverList toChange;   ///< the second list: Notice::ToChange
         /// The notification records, the oldest first.
         std::vector<Bv_1_1::SmartPtr<Bv_1_1::ObserverInfo>> infos;
         /// The objects that this one observes, with the number of their lists that it is in.

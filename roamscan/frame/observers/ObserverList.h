@@ -29,8 +29,11 @@ public:
     /// Removes an observer. False if it is not in the list.
     bool remove(Observer const* observer) noexcept;
 
+    /// True if the observer is in the list.
     [[nodiscard]] bool contains(Observer const* observer) const noexcept;
+    /// The number of observers.
     [[nodiscard]] std::size_t size() const noexcept { return count_; }
+    /// True if the list has no observer.
     [[nodiscard]] bool empty() const noexcept { return count_ == 0; }
 
     /// Calls `call(Observer&)` for each observer, in order. What it throws passes through.
