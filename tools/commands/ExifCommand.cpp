@@ -1,11 +1,11 @@
-#include "tools/commands/ExifCommand.h"
-
 #include "tools/commands/FileReport.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/InputFile.h"
 
 #include <roamscan/imagery/ExifReader.h>
+
+#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <array>
@@ -22,26 +22,29 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-using Json = FileReport::Json;
-using PanoramaImageData::ExifData;
 using Row = std::array<std::string, 4>;
-
-ExifData readExif(std::filesystem::path const& path)
-{
-    InputFile file = openInput(path);
-    ExifData data = readExifMetaData(file.stream);
-    if (file.stream.bad()) {
-        throw fileError(path, "cannot be read; check the medium");
-    }
-    return data;
-}
 
 std::string withoutTrailing(std::string_view characters, std::string_view text)
 {
     return std::string(text.substr(0, text.find_last_not_of(characters) + 1));
 }
 
-// Without what ends or fills it.
+Json describe(std::filesystem::path const& path)
+{
+    InputFile file = openInput(path);
+    PanoramaImageData::ExifData const data = readExifMetaData(file.stream);
+    if (file.stream.bad()) {
+        throw fileError(path, "cannot be read; check the medium");
+    }
+    constexpr std::string_view terminator("\0", 1);
+    return {{"file", path.string()},
+            {"valid", data.valid},
+            {"dateTime", withoutTrailing(terminator, data.dateTime)},
+            {"manufacturer", withoutTrailing(terminator, data.manufacturer)},
+            {"model", withoutTrailing(terminator, data.model)}};
+}
+
+/// The text without padding, shortened to fit a table.
 std::string cell(std::string const& text)
 {
     constexpr std::size_t longest = 40;
@@ -53,27 +56,25 @@ std::string cell(std::string const& text)
     return shown.empty() ? "-" : shown;
 }
 
-Row toRow(std::filesystem::path const& path, ExifData const& data)
+Row toRow(Json const& description)
 {
-    std::string const file = oneLine(path.string());
-    if (!data.valid) {
-        return {file, "no sound EXIF block", "", ""};
+    std::string const file = oneLine(description.at("file").get<std::string>());
+    if (!description.at("valid")) {
+        return {file, "no valid EXIF block", "", ""};
     }
-    return {file, cell(data.dateTime), cell(data.manufacturer), cell(data.model)};
+    return {file,
+            cell(description.at("dateTime")),
+            cell(description.at("manufacturer")),
+            cell(description.at("model"))};
 }
 
-Json toJson(std::filesystem::path const& path, ExifData const& data)
+void printTable(std::vector<Json> const& descriptions, std::ostream& out)
 {
-    constexpr std::string_view terminator("\0", 1);
-    return {{"file", path.string()},
-            {"valid", data.valid},
-            {"dateTime", withoutTrailing(terminator, data.dateTime)},
-            {"manufacturer", withoutTrailing(terminator, data.manufacturer)},
-            {"model", withoutTrailing(terminator, data.model)}};
-}
-
-void printTable(std::vector<Row> const& rows, std::ostream& out)
-{
+    if (descriptions.empty()) {
+        return;
+    }
+    std::vector<Row> rows{{"file", "date and time", "make", "model"}};
+    std::ranges::transform(descriptions, std::back_inserter(rows), toRow);
     std::array<std::size_t, std::tuple_size_v<Row>> widths{};
     for (Row const& row : rows) {
         for (std::size_t i = 0; i < row.size(); ++i) {
@@ -91,23 +92,12 @@ void printTable(std::vector<Row> const& rows, std::ostream& out)
 
 } // namespace
 
-bool runExif(ExifOptions const& options, std::ostream& out, std::ostream& err)
+void addExif(CLI::App& app, Console& console)
 {
-    FileReport report(err);
-    std::vector<Row> rows{{"file", "date and time", "make", "model"}};
-    for (std::filesystem::path const& path : options.files) {
-        report.add(path, [&] {
-            ExifData const data = readExif(path);
-            rows.push_back(toRow(path, data));
-            return toJson(path, data);
-        });
-    }
-    if (options.json) {
-        report.print(out);
-    } else if (rows.size() > 1) {
-        printTable(rows, out);
-    }
-    return report.allRead();
+    CLI::App* const command =
+        app.add_subcommand("exif", "Show when and with which camera pictures were taken");
+    command->footer("Example:\n  roamscan exif panorama.jpg detail.jpg --json\n");
+    addFileReport(*command, "Pictures in JPEG files", describe, printTable, console);
 }
 
 } // namespace oV::Roamscan::tool

@@ -2,27 +2,44 @@
 
 #include "tools/console/Text.h"
 
+#include <CLI/CLI.hpp>
+
 #include <exception>
+#include <memory>
 #include <ostream>
 
 namespace oV::Roamscan::tool
 {
 
-void FileReport::add(std::filesystem::path const& file, std::function<Json()> const& describe)
+void addFileReport(CLI::App& command,
+                   std::string const& fileHelp,
+                   DescribeFile& describe,
+                   PrintDescriptions& print,
+                   Console& console)
 {
-    try {
-        document_.push_back(describe());
-    } catch (std::exception const& failure) {
-        allRead_ = false;
-        err_ << "roamscan: " << oneLine(failure.what()) << '\n';
-        document_.push_back({{"file", file.string()}, {"error", failure.what()}});
-    }
-}
-
-void FileReport::print(std::ostream& out) const
-{
-    // Neither the names of files nor the texts in them need to be UTF-8.
-    out << document_.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    auto const files = std::make_shared<std::vector<std::filesystem::path>>();
+    auto const asJson = std::make_shared<bool>(false);
+    command.add_option("FILE", *files, fileHelp)->required();
+    command.add_flag("--json", *asJson, "Print one JSON array with an object for each file");
+    command.callback([files, asJson, &describe, &print, &console] {
+        Json document = Json::array();
+        std::vector<Json> descriptions;
+        for (std::filesystem::path const& file : *files) {
+            try {
+                descriptions.push_back(describe(file));
+                document.push_back(descriptions.back());
+            } catch (std::exception const& failure) {
+                console.failed = true;
+                console.err << "roamscan: " << oneLine(failure.what()) << '\n';
+                document.push_back({{"file", file.string()}, {"error", failure.what()}});
+            }
+        }
+        if (*asJson) {
+            printJson(document, console.out);
+        } else {
+            print(descriptions, console.out);
+        }
+    });
 }
 
 } // namespace oV::Roamscan::tool

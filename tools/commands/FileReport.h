@@ -1,36 +1,28 @@
 #pragma once
 
-#include <nlohmann/json.hpp>
+#include "tools/commands/Commands.h"
+#include "tools/console/JsonText.h"
 
 #include <filesystem>
-#include <functional>
-#include <iosfwd>
+#include <string>
+#include <vector>
 
 namespace oV::Roamscan::tool
 {
 
-/// What a command says about several files, one after the other. A bad file is one line on `err` and does not
-/// stop the others.
-class FileReport
-{
-public:
-    using Json = nlohmann::ordered_json;
+/// Describes a file as a JSON object.
+using DescribeFile = Json(std::filesystem::path const& file);
 
-    explicit FileReport(std::ostream& err) : err_(err) {}
+/// Prints the descriptions of files as text.
+using PrintDescriptions = void(std::vector<Json> const& descriptions, std::ostream& out);
 
-    /// Adds the object that `describe` gives for the file, or an object with what it throws.
-    void add(std::filesystem::path const& file, std::function<Json()> const& describe);
-
-    /// Prints one array with the objects of all files.
-    void print(std::ostream& out) const;
-
-    /// Whether `describe` came to its end for each file.
-    [[nodiscard]] bool allRead() const { return allRead_; }
-
-private:
-    std::ostream& err_;
-    Json document_ = Json::array();
-    bool allRead_ = true;
-};
+/// Makes a command describe several files: adds the arguments FILE..., with this help, and the flag --json,
+/// which prints one JSON array with an object for each file instead of text. A file that cannot be described
+/// is one line on Console::err and an object with its "error"; the others are described nevertheless.
+void addFileReport(CLI::App& command,
+                   std::string const& fileHelp,
+                   DescribeFile& describe,
+                   PrintDescriptions& print,
+                   Console& console);
 
 } // namespace oV::Roamscan::tool

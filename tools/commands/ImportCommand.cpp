@@ -1,12 +1,17 @@
-#include "tools/commands/ImportCommand.h"
-
+#include "tools/commands/Commands.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/InputFile.h"
+#include "tools/io/Output.h"
 #include "tools/io/OutputFile.h"
 #include "tools/io/PoseTextFormats.h"
-#include "tools/io/TrajectoryFile.h"
+#include "tools/io/RecordingFile.h"
 
+#include <CLI/CLI.hpp>
+
+#include <filesystem>
+#include <memory>
 #include <ostream>
+#include <string>
 
 namespace oV::Roamscan::tool
 {
@@ -14,9 +19,17 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-void checkTimesOption(ImportOptions const& options)
+struct Options
 {
-    bool const isKitti = options.format == PoseFormat::Kitti;
+    std::string format;
+    std::filesystem::path times; ///< The times of KITTI poses; empty for other formats.
+    std::filesystem::path input;
+    std::filesystem::path output;
+};
+
+void checkTimesOption(Options const& options)
+{
+    bool const isKitti = options.format == "kitti";
     if (isKitti && options.times.empty()) {
         throw fileError(options.input, "KITTI poses have no times of their own; give them with --times FILE");
     }
@@ -25,24 +38,21 @@ void checkTimesOption(ImportOptions const& options)
     }
 }
 
-std::vector<TrajectoryNode> readPoses(ImportOptions const& options)
+std::vector<TrajectoryNode> readPoses(Options const& options)
 {
     InputFile poses = openInput(options.input);
-    switch (options.format) {
-    case PoseFormat::Tum:
+    if (options.format == "tum") {
         return readTumPoses(poses.stream, options.input);
-    case PoseFormat::Euroc:
+    }
+    if (options.format == "euroc") {
         return readEurocPoses(poses.stream, options.input);
-    case PoseFormat::Kitti:
-        break;
     }
     InputFile times = openInput(options.times);
     return readKittiPoses(poses.stream, options.input, readTimes(times.stream, options.times), options.times);
 }
 
-} // namespace
-
-void runImport(ImportOptions const& options, std::ostream& out)
+/// The tracked body becomes Device0, at the identity.
+void run(Options const& options, std::ostream& out)
 {
     checkTimesOption(options);
     requireDistinctFiles({options.input, options.times, options.output});
@@ -55,6 +65,22 @@ void runImport(ImportOptions const& options, std::ostream& out)
     writeTrajectory(data, output.stream(), options.output);
     output.commit();
     out << data.nodes.size() << " poses imported\n";
+}
+
+} // namespace
+
+void addImport(CLI::App& app, Console& console)
+{
+    auto const options = std::make_shared<Options>();
+    CLI::App* const command = app.add_subcommand("import", "Convert poses in a text file to a trajectory");
+    command->add_option("--format", options->format, "tum, euroc or kitti")
+        ->required()
+        ->check(CLI::IsMember({"tum", "euroc", "kitti"}));
+    command->add_option("--times", options->times, "KITTI: a file with the time of each pose in seconds");
+    command->add_option("IN", options->input, "The text file")->required();
+    command->add_option("OUT", options->output, "The trajectory file to write")->required();
+    command->footer("Example:\n  roamscan import --format euroc data.csv flight.trajectory\n");
+    command->callback([options, &console] { run(*options, console.out); });
 }
 
 } // namespace oV::Roamscan::tool

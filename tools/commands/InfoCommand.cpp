@@ -1,12 +1,10 @@
-#include "tools/commands/InfoCommand.h"
-
 #include "tools/commands/FileReport.h"
 #include "tools/commands/SensorInfo.h"
 #include "tools/commands/TrajectoryInfo.h"
 #include "tools/console/Text.h"
 #include "tools/io/RecordingFile.h"
 
-#include <nlohmann/json.hpp>
+#include <CLI/CLI.hpp>
 
 #include <ostream>
 #include <string>
@@ -18,52 +16,47 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-using Json = FileReport::Json;
-
-template <typename Store>
-constexpr char const* kindOf(FrameFile<Store> const& /*file*/)
+constexpr char const* kindOf(TrajectoryData const& /*data*/)
 {
-    return std::is_same_v<Store, TrajectoryData> ? "trajectory" : "sensor";
+    return "trajectory";
 }
 
-template <typename Store>
-Json describe(std::filesystem::path const& path, FrameFile<Store> const& file)
+constexpr char const* kindOf(SensorData const& /*data*/)
 {
-    Json json{{"file", path.string()}, {"kind", kindOf(file)}};
-    json.update(toJson(*file.data));
-    json["bytesBehind"] = file.bytesBehind;
-    return json;
+    return "sensor";
 }
 
-template <typename Store>
-void print(std::filesystem::path const& path, FrameFile<Store> const& file, std::ostream& out)
+Json describeRecording(std::filesystem::path const& path)
 {
-    out << oneLine(path.string()) << ": " << kindOf(file) << " stream\n";
-    printText(*file.data, out);
-    if (file.bytesBehind > 0) {
-        out << "  " << file.bytesBehind << " bytes follow the first frame\n";
+    return std::visit(
+        [&](auto const& file) {
+            Json json{{"file", path.string()}, {"kind", kindOf(*file.data)}};
+            json.update(describe(*file.data));
+            json["bytesBehind"] = file.bytesAfter;
+            return json;
+        },
+        readRecordingFile(path));
+}
+
+void printText(std::vector<Json> const& descriptions, std::ostream& out)
+{
+    for (Json const& json : descriptions) {
+        out << oneLine(json.at("file").get<std::string>()) << ": " << json.at("kind").get<std::string>()
+            << " stream\n";
+        (json.at("kind") == "trajectory" ? printTrajectory : printSensors)(json, out);
+        if (json.at("bytesBehind") > 0) {
+            out << "  " << json.at("bytesBehind") << " bytes follow the stream\n";
+        }
     }
 }
 
 } // namespace
 
-bool runInfo(InfoOptions const& options, std::ostream& out, std::ostream& err)
+void addInfo(CLI::App& app, Console& console)
 {
-    FileReport report(err);
-    for (std::filesystem::path const& path : options.files) {
-        report.add(path, [&] {
-            RecordingFile const recording = readRecordingFile(path);
-            if (!options.json) {
-                std::visit([&](auto const& file) { print(path, file, out); }, recording);
-                return Json();
-            }
-            return std::visit([&](auto const& file) { return describe(path, file); }, recording);
-        });
-    }
-    if (options.json) {
-        report.print(out);
-    }
-    return report.allRead();
+    CLI::App* const command = app.add_subcommand("info", "Show what trajectory and sensor streams contain");
+    command->footer("Example:\n  roamscan info walk/walk.trajectory walk/walk.sensors --json\n");
+    addFileReport(*command, "Trajectory or sensor streams", describeRecording, printText, console);
 }
 
 } // namespace oV::Roamscan::tool

@@ -1,15 +1,17 @@
-#include "tools/commands/PanoramaCommand.h"
-
+#include "tools/commands/Commands.h"
 #include "tools/console/ProgressWatch.h"
 #include "tools/console/ToolError.h"
-#include "tools/io/InputFile.h"
 #include "tools/io/OutputFile.h"
 #include "tools/io/OutputTiles.h"
 #include "tools/io/Pictures.h"
 
+#include <CLI/CLI.hpp>
+
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <memory>
 #include <ostream>
 #include <string>
 #include <system_error>
@@ -22,25 +24,29 @@ namespace
 
 constexpr std::uint64_t columnsOfATile = 1000;
 
+struct Options
+{
+    std::filesystem::path input;
+    std::filesystem::path output;
+};
+
 std::string summary(cv::Mat const& picture, std::size_t tiles)
 {
     return std::to_string(picture.cols) + " x " + std::to_string(picture.rows) + " pixels in " +
            std::to_string(tiles) + (tiles == 1 ? " tile\n" : " tiles\n");
 }
 
-/// @throws ToolError if a picture in one file lies among the tiles
+/// @throws ToolError if a picture in one file is in the folder of the tiles
 void requireApart(std::filesystem::path const& file, std::filesystem::path const& tiles)
 {
     std::filesystem::path const folder = std::filesystem::path(tiles).replace_extension();
     std::error_code ignored;
     if (std::filesystem::equivalent(std::filesystem::absolute(file).parent_path(), folder, ignored)) {
-        throw fileError(file, "lies among the tiles; move it, or give the tiles another name");
+        throw fileError(file, "is in the folder of the tiles; move it, or give the tiles another name");
     }
 }
 
-} // namespace
-
-void runPanoramaSplit(PanoramaOptions const& options, std::ostream& out)
+void split(Options const& options, std::ostream& out)
 {
     requireApart(options.input, options.output);
     OutputTiles tiles(options.output);
@@ -51,12 +57,12 @@ void runPanoramaSplit(PanoramaOptions const& options, std::ostream& out)
         ProgressWatch const progress("writing tiles", expected, [written] { return countTiles(written); });
         tiles.write(picture);
     }
-    std::string const told = summary(picture, countTiles(written));
+    std::string const result = summary(picture, countTiles(written));
     tiles.commit();
-    out << told;
+    out << result;
 }
 
-void runPanoramaJoin(PanoramaOptions const& options, std::ostream& out)
+void join(Options const& options, std::ostream& out)
 {
     requirePictureFormat(options.output);
     requireApart(options.output, options.input);
@@ -70,6 +76,27 @@ void runPanoramaJoin(PanoramaOptions const& options, std::ostream& out)
     writePicture(picture, options.output.extension().string(), file);
     file.commit();
     out << summary(picture, countTiles(options.input));
+}
+
+} // namespace
+
+void addPanorama(CLI::App& app, Console& console)
+{
+    constexpr char const* place = "The name of the tiles: pano.png for PNG tiles in the folder pano";
+    auto const options = std::make_shared<Options>();
+    CLI::App* const command = app.add_subcommand("panorama", "Split a wide picture into tiles, or join them");
+    command->require_subcommand(1);
+    command->footer("Example:\n  roamscan panorama join walk/panorama.png panorama.jpg\n");
+
+    CLI::App* const splitting = command->add_subcommand("split", "Split a picture into tiles");
+    splitting->add_option("IN", options->input, "The picture in one file")->required();
+    splitting->add_option("OUT", options->output, place)->required();
+    splitting->callback([options, &console] { split(*options, console.out); });
+
+    CLI::App* const joining = command->add_subcommand("join", "Join tiles to one picture");
+    joining->add_option("IN", options->input, place)->required();
+    joining->add_option("OUT", options->output, "The picture to write")->required();
+    joining->callback([options, &console] { join(*options, console.out); });
 }
 
 } // namespace oV::Roamscan::tool

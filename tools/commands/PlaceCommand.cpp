@@ -1,23 +1,26 @@
-#include "tools/commands/PlaceCommand.h"
-
+#include "tools/commands/Commands.h"
 #include "tools/console/ProgressBar.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
 #include "tools/geometry/GroundPlane.h"
 #include "tools/geometry/NearestSurface.h"
 #include "tools/io/BuildingFile.h"
+#include "tools/io/Output.h"
 #include "tools/io/OutputFile.h"
 #include "tools/io/Pictures.h"
 #include "tools/io/PlyReader.h"
 #include "tools/io/PlyWriter.h"
-#include "tools/io/SensorFile.h"
-#include "tools/io/TrajectoryFile.h"
+#include "tools/io/RecordingFile.h"
 #include "tools/picture/TopView.h"
 #include "tools/placing/PointPlacer.h"
 #include "tools/placing/RangefinderPoints.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <memory>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -31,28 +34,36 @@ namespace
 
 using Eigen::Vector3d;
 
-void requirePosition(TrajectoryData const& data, Device device, std::filesystem::path const& name)
+struct Options
 {
-    if (!data.devicePositions.contains(device)) {
-        throw fileError(name,
-                        "it has no position for device " + std::to_string(static_cast<std::int32_t>(device)) +
-                            "; devices with a position: " + listDevices(data));
-    }
-}
+    std::filesystem::path trajectory;
+    Device from = Device::Device1;          ///< The device whose scan it is.
+    Device to = Device::Device0;            ///< The device in whose world frame the points are placed.
+    std::filesystem::path points;           ///< The scan as a PLY file; empty if `sensors` is given.
+    std::filesystem::path sensors;          ///< The scan as a sensor stream; empty if `points` is given.
+    std::optional<std::string> rangefinder; ///< Of the sensor stream; by default the first by name.
+    std::filesystem::path cloud;            ///< The outputs and the building may be empty.
+    std::filesystem::path picture;
+    std::filesystem::path building; ///< The true surfaces to measure the placed points against.
+};
 
-Trajectory deriveTrajectory(TrajectoryData const& data, PlaceOptions const& options)
+Trajectory deriveTrajectory(TrajectoryData const& data, Options const& options)
 {
-    bool const hasTimes =
-        std::ranges::any_of(data.nodes, [](TrajectoryNode const& node) { return std::isfinite(node.time); });
-    if (!hasTimes) {
+    if (std::ranges::none_of(data.nodes, [](TrajectoryNode const& node) { return std::isfinite(node.time); }))
+    {
         throw fileError(options.trajectory, "there is no pose with a time in it");
     }
-    requirePosition(data, options.from, options.trajectory);
-    requirePosition(data, options.to, options.trajectory);
+    for (Device const device : {options.from, options.to}) {
+        if (!data.devicePositions.contains(device)) {
+            throw fileError(options.trajectory,
+                            "it has no position for device " + std::to_string(static_cast<int>(device)) +
+                                "; devices with a position: " + listDevices(data));
+        }
+    }
     return data.buildTrajectoryFromTrajectoryNodes(options.from, options.to);
 }
 
-std::string chooseRangefinder(SensorData const& data, PlaceOptions const& options)
+std::string chooseRangefinder(SensorData const& data, Options const& options)
 {
     std::vector<std::string> names;
     for (auto const& [name, samples] : data.rangefinderData) {
@@ -71,12 +82,12 @@ std::string chooseRangefinder(SensorData const& data, PlaceOptions const& option
     if (data.posesApplied && data.sensorPoses.contains(name)) {
         throw fileError(options.sensors,
                         "the samples of " + excerpt(name) +
-                            " are rotated by its pose already; name the stream as it was recorded");
+                            " are already rotated by its pose; give the stream as it was recorded");
     }
     return name;
 }
 
-ScanPoints readScan(PlaceOptions const& options)
+ScanPoints readScan(Options const& options)
 {
     if (options.sensors.empty()) {
         return readPlyFile(options.points);
@@ -85,7 +96,7 @@ ScanPoints readScan(PlaceOptions const& options)
     return scanPointsOf(data->rangefinderData.at(chooseRangefinder(*data, options)));
 }
 
-Placement placeScan(ScanPoints const& scan, Trajectory const& trajectory, PlaceOptions const& options)
+Placement placeScan(ScanPoints const& scan, Trajectory const& trajectory, Options const& options)
 {
     std::filesystem::path const& name = options.sensors.empty() ? options.points : options.sensors;
     if (scan.size() == 0) {
@@ -96,8 +107,8 @@ Placement placeScan(ScanPoints const& scan, Trajectory const& trajectory, PlaceO
         throw fileError(name,
                         "none of its " + std::to_string(scan.size()) +
                             " points could be placed; the trajectory " + options.trajectory.string() +
-                            " lasts from " + fixed(trajectory.getStartTime().get(), 3) + " s to " +
-                            fixed(trajectory.getStopTime().get(), 3) + " s: do both count the same time?");
+                            " is from " + fixed(trajectory.getStartTime().get(), 3) + " s to " +
+                            fixed(trajectory.getStopTime().get(), 3) + " s: do both use the same clock?");
     }
     return placement;
 }
@@ -107,10 +118,9 @@ Vector3d positionOf(CloudPoint const& point)
     return Eigen::Vector3f(point.x, point.y, point.z).cast<double>();
 }
 
-/// Of the placed points' distances to the true surfaces; `toBuilding` brings a placed point into the
-/// building's frame.
+/// Of the distances between the placed points and the true surfaces.
 double rootMeanSquare(std::vector<CloudPoint> const& placed,
-                      TrafoT<double> const& toBuilding,
+                      TrafoT<double> const& buildingFromPlaced,
                       Building const& building)
 {
     NearestSurface const nearest(building);
@@ -118,13 +128,13 @@ double rootMeanSquare(std::vector<CloudPoint> const& placed,
     double sum = 0.0;
     for (std::size_t i = 0; i < placed.size(); ++i) {
         progress.advanceTo(i);
-        double const distance = nearest.distance(toBuilding * positionOf(placed[i]));
+        double const distance = nearest.distance(buildingFromPlaced * positionOf(placed[i]));
         sum += distance * distance;
     }
     return std::sqrt(sum / static_cast<double>(placed.size()));
 }
 
-/// Where the device went, in the trajectory's global frame.
+/// Samples the path of the device.
 std::vector<Vector3d> pathOf(Trajectory const& trajectory)
 {
     constexpr double samples = 20'000.0;
@@ -141,25 +151,24 @@ std::vector<Vector3d> pathOf(Trajectory const& trajectory)
     return path;
 }
 
-/// The plan is that of the nodes' frame, which `toNodes` leads to: there z is up as a rule.
-cv::Mat3b
-drawPlan(std::vector<CloudPoint> const& placed, Trajectory const& trajectory, TrafoT<double> const& toNodes)
+/// The plan shows the frame of the nodes, because their z axis usually points up.
+cv::Mat3b drawPlan(std::vector<CloudPoint> const& placed,
+                   Trajectory const& trajectory,
+                   TrafoT<double> const& nodesFromPlaced)
 {
     std::vector<Vector3d> path = pathOf(trajectory);
     for (Vector3d& place : path) {
-        place = toNodes * place;
+        place = nodesFromPlaced * place;
     }
-    Eigen::Matrix3d const toPlan = planRotation(path);
+    std::erase_if(path, [](Vector3d const& place) { return !place.cast<float>().allFinite(); });
+    Eigen::Matrix3d const planFromNodes = planRotation(path);
     TopViewScene scene;
     for (Vector3d const& place : path) {
-        Eigen::Vector2f const onPlan = (toPlan * place).head<2>().cast<float>();
-        if (onPlan.allFinite()) {
-            scene.path.push_back(onPlan);
-        }
+        scene.path.emplace_back((planFromNodes * place).head<2>().cast<float>());
     }
     scene.points.reserve(placed.size());
     for (CloudPoint const& point : placed) {
-        scene.points.emplace_back((toPlan * (toNodes * positionOf(point))).cast<float>());
+        scene.points.emplace_back((planFromNodes * (nodesFromPlaced * positionOf(point))).cast<float>());
     }
     return drawTopView(scene);
 }
@@ -187,9 +196,14 @@ void report(Placement const& placement, std::optional<double> rms, std::ostream&
     out << '\n';
 }
 
-} // namespace
+/// The output, unless its name is empty.
+std::unique_ptr<OutputFile> openOutput(std::filesystem::path const& path)
+{
+    return path.empty() ? nullptr : std::make_unique<OutputFile>(path);
+}
 
-void runPlace(PlaceOptions const& options, std::ostream& out)
+/// The last line printed is the result.
+void run(Options const& options, std::ostream& out)
 {
     requireDistinctFiles({options.trajectory,
                           options.points,
@@ -203,35 +217,54 @@ void runPlace(PlaceOptions const& options, std::ostream& out)
     if (!options.building.empty()) {
         building = readBuildingFile(options.building);
     }
-    std::optional<OutputFile> cloud;
-    std::optional<OutputFile> picture;
-    if (!options.cloud.empty()) {
-        cloud.emplace(options.cloud);
-    }
-    if (!options.picture.empty()) {
-        picture.emplace(options.picture);
-    }
+    auto const cloud = openOutput(options.cloud);
+    auto const picture = openOutput(options.picture);
 
     Placement const placement = placeScan(readScan(options), trajectory, options);
 
-    TrafoT<double> const& toNodes = data->devicePositions.at(options.to);
+    TrafoT<double> const& nodesFromPlaced = data->devicePositions.at(options.to);
     std::optional<double> rms;
     if (building) {
-        rms = rootMeanSquare(placement.placed, toNodes, *building);
+        rms = rootMeanSquare(placement.placed, nodesFromPlaced, *building);
     }
     if (cloud) {
         writeCloud(placement.placed, *cloud);
-        cloud->close();
     }
     if (picture) {
-        writePicture(drawPlan(placement.placed, trajectory, toNodes), ".png", *picture);
-        picture->close();
-        picture->commit();
+        writePicture(drawPlan(placement.placed, trajectory, nodesFromPlaced), ".png", *picture);
     }
-    if (cloud) {
-        cloud->commit();
-    }
+    Output::commitAll({picture.get(), cloud.get()});
     report(placement, rms, out);
+}
+
+} // namespace
+
+void addPlace(CLI::App& app, Console& console)
+{
+    auto const options = std::make_shared<Options>();
+    CLI::App* const command = app.add_subcommand(
+        "place", "Transform the points of a scan along a trajectory into world coordinates");
+    command->add_option("--trajectory", options->trajectory, "The trajectory of the walk")->required();
+    command->add_option("--from", options->from, "The device whose scan it is, 0 to 3")
+        ->required()
+        ->check(CLI::Range(0, 3));
+    command->add_option("--to", options->to, "The device in whose frame the points are placed, 0 to 3")
+        ->required()
+        ->check(CLI::Range(0, 3));
+    CLI::Option_group* const scan = command->add_option_group("scan", "The scan points");
+    scan->require_option(1);
+    scan->add_option("--points", options->points, "The scan, a binary little-endian PLY file");
+    CLI::Option* const sensors =
+        scan->add_option("--sensors", options->sensors, "The scan of a rangefinder in this sensor stream");
+    command->add_option("--rangefinder", options->rangefinder, "The rangefinder's name (the first by name)")
+        ->needs(sensors);
+    command->add_option("--cloud", options->cloud, "Write the placed points to this PLY file");
+    command->add_option("--picture", options->picture, "Draw a plan to this PNG file");
+    command->add_option(
+        "--building", options->building, "Measure the points against these true surfaces (JSON)");
+    command->footer("Example:\n  roamscan place --trajectory walk/walk.trajectory --from 1 --to 0 "
+                    "--sensors walk/walk.sensors --cloud cloud.ply --picture plan.png\n");
+    command->callback([options, &console] { run(*options, console.out); });
 }
 
 } // namespace oV::Roamscan::tool

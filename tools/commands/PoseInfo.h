@@ -1,30 +1,34 @@
 #pragma once
 
+#include "tools/console/JsonText.h"
 #include "tools/console/Text.h"
 
 #include <roamscan/time/TrafoT.h>
-
-#include <nlohmann/json.hpp>
 
 #include <string>
 
 namespace oV::Roamscan::tool
 {
 
-/// "translation x y z m, rotation (w x y z) w x y z"
-[[nodiscard]] inline std::string poseInWords(TrafoT<double> const& pose)
+/// An object with "translation" [x, y, z] and "rotation" [w, x, y, z].
+[[nodiscard]] inline Json describe(TrafoT<double> const& pose)
 {
     auto const [x, y, z, qw, qx, qy, qz] = pose.serialize();
-    return "translation " + fixed(x, 6) + ' ' + fixed(y, 6) + ' ' + fixed(z, 6) + " m, rotation (w x y z) " +
-           fixed(qw, 6) + ' ' + fixed(qx, 6) + ' ' + fixed(qy, 6) + ' ' + fixed(qz, 6);
+    return {{"translation", {x, y, z}}, {"rotation", {qw, qx, qy, qz}}};
 }
 
-/// Adds "translation" [x, y, z] and "rotation" [w, x, y, z].
-inline void addPose(nlohmann::ordered_json& json, TrafoT<double> const& pose)
+/// "translation x y z m, rotation (w x y z) w x y z", from the object of a pose.
+[[nodiscard]] inline std::string poseText(Json const& pose)
 {
-    auto const [x, y, z, qw, qx, qy, qz] = pose.serialize();
-    json["translation"] = {x, y, z};
-    json["rotation"] = {qw, qx, qy, qz};
+    std::string text = "translation";
+    for (double const number : pose.at("translation")) {
+        text += ' ' + fixed(number, 6);
+    }
+    text += " m, rotation (w x y z)";
+    for (double const number : pose.at("rotation")) {
+        text += ' ' + fixed(number, 6);
+    }
+    return text;
 }
 
 } // namespace oV::Roamscan::tool

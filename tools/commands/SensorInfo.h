@@ -1,18 +1,20 @@
 #pragma once
 
-#include <roamscan/sensors/SensorData.h>
+#include "tools/console/JsonText.h"
 
-#include <nlohmann/json.hpp>
+#include <roamscan/sensors/SensorData.h>
 
 #include <iosfwd>
 
 namespace oV::Roamscan::tool
 {
 
-/// What is in a store of sensor samples, as the members of an object.
-[[nodiscard]] nlohmann::ordered_json toJson(SensorData const& data);
+/// Describes a store of sensor samples as a JSON object, each list in order of the sensors' names. Times are
+/// in seconds. The "rate" is that between the first and the last sample, 0 for fewer than two samples;
+/// "largestGap" is the largest time between successive samples.
+[[nodiscard]] Json describe(SensorData const& data);
 
-/// The same in words, line by line.
-void printText(SensorData const& data, std::ostream& out);
+/// Prints such an object as text.
+void printSensors(Json const& sensors, std::ostream& out);
 
 } // namespace oV::Roamscan::tool

@@ -1,13 +1,14 @@
-#include "tools/commands/SimulateCommand.h"
-
+#include "tools/commands/Commands.h"
+#include "tools/commands/PositiveNumber.h"
 #include "tools/console/ToolError.h"
+#include "tools/geometry/Conversions.h"
 #include "tools/geometry/GroundPlane.h"
 #include "tools/io/BuildingFile.h"
+#include "tools/io/Output.h"
 #include "tools/io/OutputFile.h"
 #include "tools/io/OutputTiles.h"
 #include "tools/io/PlyWriter.h"
-#include "tools/io/SensorFile.h"
-#include "tools/io/TrajectoryFile.h"
+#include "tools/io/RecordingFile.h"
 #include "tools/simulation/AnchorScan.h"
 #include "tools/simulation/BuildingAroundPath.h"
 #include "tools/simulation/Instrument.h"
@@ -19,10 +20,12 @@
 #include "tools/simulation/SimulationLimits.h"
 #include "tools/simulation/WalkMotion.h"
 
+#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <numbers>
@@ -41,16 +44,25 @@ namespace
 constexpr double nodeStep = 0.01; // seconds
 constexpr int mostPanoramaColumns = 8000;
 
-/// A motion, the times at which it was sampled, and what stands around it.
+struct Options
+{
+    std::filesystem::path folder; ///< The output folder, created if needed.
+    double seconds = 60.0;        ///< The duration of a walk through rooms.
+    std::uint64_t seed = 1;
+    std::filesystem::path along; ///< A recorded trajectory of Device0 to follow instead.
+    int panoramaColumns = 2400;  ///< Twice the number of rows; 0 for no panorama.
+};
+
+/// A motion, the times of its trajectory nodes, and the building around it.
 struct Scenario
 {
     std::unique_ptr<Motion> motion;
     std::vector<double> nodeTimes;
     Building building;
-    Eigen::Matrix3d toPlan; ///< Turns its frame so that z is up.
+    Eigen::Matrix3d planFromBuilding; ///< Rotates the building's frame so that z is up.
 };
 
-/// 100 times a second; more rarely in a walk of hours, whose nodes would not fit a trajectory stream.
+/// 100 times per second; less often in a walk of hours, whose nodes would not fit a trajectory stream.
 std::vector<double> evenTimes(Motion const& motion)
 {
     double const duration = motion.stopTime() - motion.startTime();
@@ -63,38 +75,22 @@ std::vector<double> evenTimes(Motion const& motion)
     return times;
 }
 
-Scenario walkThroughRooms(SimulateOptions const& options)
+Scenario walkThroughRooms(Options const& options)
 {
-    if (!(options.seconds > 0.0 && options.seconds <= longestSimulation)) {
-        throw ToolError("--seconds must be above 0 and at most 86400");
-    }
     double const phase = RandomNumbers(options.seed).between(0.0, 2.0 * std::numbers::pi, 0, 0);
     auto motion = std::make_unique<WalkMotion>(roundWalk(), options.seconds, phase);
     auto times = evenTimes(*motion);
     return {std::move(motion), std::move(times), roomPlan(), Eigen::Matrix3d::Identity()};
 }
 
-Scenario walkAlong(SimulateOptions const& options)
+Scenario walkAlong(Options const& options)
 {
     auto const recording = readTrajectoryFile(options.along).data;
     auto motion = std::make_unique<RecordedMotion>(recording->nodes, options.along);
     auto times = motion->times();
     auto building = buildingAround(motion->positions(), options.seed);
-    Eigen::Matrix3d const toPlan = planRotation(motion->positions());
-    return {std::move(motion), std::move(times), std::move(building), toPlan};
-}
-
-Scenario scenarioOf(SimulateOptions const& options)
-{
-    if (options.panoramaColumns < 0 || options.panoramaColumns > mostPanoramaColumns) {
-        throw ToolError("--panorama must be 0 to " + std::to_string(mostPanoramaColumns));
-    }
-    return options.along.empty() ? walkThroughRooms(options) : walkAlong(options);
-}
-
-TrafoT<double> toTrafo(Eigen::Isometry3d const& pose)
-{
-    return {pose.translation(), Eigen::Quaterniond(pose.linear()), true};
+    Eigen::Matrix3d const planFromBuilding = planRotation(motion->positions());
+    return {std::move(motion), std::move(times), std::move(building), planFromBuilding};
 }
 
 TrajectoryData trajectoryOf(Scenario const& scenario)
@@ -105,22 +101,22 @@ TrajectoryData trajectoryOf(Scenario const& scenario)
         data.nodes.emplace_back(time, toTrafo(scenario.motion->at(time)));
     }
     for (MountedDevice const& mounted : instrument()) {
-        data.devicePositions[mounted.device] = toTrafo(mounted.position);
+        data.devicePositions[mounted.device] = toTrafo(mounted.bodyFromDevice);
     }
     return data;
 }
 
-/// A folder that goes away again if it was made in vain.
+/// A folder that is removed again if nothing was written to it.
 class OutputFolder
 {
 public:
     explicit OutputFolder(std::filesystem::path const& path) : path_(path)
     {
         std::error_code failure;
-        made_ = std::filesystem::create_directories(path_, failure);
+        created_ = std::filesystem::create_directories(path_, failure);
         if (!std::filesystem::is_directory(path_)) {
             throw fileError(path_,
-                            "cannot be made: " +
+                            "cannot be created: " +
                                 (failure ? failure.message() : std::string("there is a file of this name")));
         }
     }
@@ -128,62 +124,41 @@ public:
     OutputFolder& operator=(OutputFolder const&) = delete;
     ~OutputFolder()
     {
-        if (made_) {
+        if (created_) {
             std::error_code ignored;
-            std::filesystem::remove(path_, ignored); // only ever removes an empty one
+            std::filesystem::remove(path_, ignored); // fails if it is not empty
         }
     }
 
 private:
     std::filesystem::path path_;
-    bool made_ = false;
+    bool created_ = false;
 };
 
-/// The panorama and its metadata beside it.
-class PanoramaOutput
+/// A panorama and its metadata.
+struct PanoramaOutput
 {
-public:
     PanoramaOutput(std::filesystem::path const& folder, int columns)
-        : tiles_(folder / "panorama.png"),
-          metadata_(folder / "panorama.json"),
-          size_(columns, (columns + 1) / 2) // once around is twice from straight up to straight down
+        : tiles(folder / "panorama.png"),
+          metadata(folder / "panorama.json"),
+          size(columns, (columns + 1) / 2) // 360 degrees are twice the 180 degrees from zenith to nadir
     {}
-
-    [[nodiscard]] std::filesystem::path const& metadataTarget() const { return metadata_.target(); }
 
     void write(Scenario const& scenario)
     {
-        AnchorScan const scan =
-            anchorScan(*scenario.motion, scenario.toPlan, tiles_.target().filename().string());
-        tiles_.write(takePanorama(scan.camera, scenario.building, size_));
-        nlohmann::json const document = scan.metadata;
-        metadata_.stream() << document.dump(1) << '\n';
+        AnchorScan const scan = anchorScan(*scenario.motion, scenario.planFromBuilding, "panorama.png");
+        tiles.write(takePanorama(scan.camera, scenario.building, size));
+        metadata.stream() << nlohmann::json(scan.metadata).dump(1) << '\n';
     }
 
-    void close() { metadata_.close(); }
-
-    void commit()
-    {
-        tiles_.commit();
-        metadata_.commit();
-    }
-
-    [[nodiscard]] std::string summary() const
-    {
-        return std::to_string(size_.width) + " x " + std::to_string(size_.height) + " pixels of the panorama";
-    }
-
-private:
-    OutputTiles tiles_;
-    OutputFile metadata_;
-    cv::Size size_;
+    OutputTiles tiles;
+    OutputFile metadata;
+    cv::Size size;
 };
 
-} // namespace
-
-void runSimulate(SimulateOptions const& options, std::ostream& out)
+void run(Options const& options, std::ostream& out)
 {
-    Scenario const scenario = scenarioOf(options);
+    Scenario const scenario = options.along.empty() ? walkThroughRooms(options) : walkAlong(options);
 
     OutputFolder const folder(options.folder);
     OutputFile trajectory(options.folder / "walk.trajectory");
@@ -199,7 +174,7 @@ void runSimulate(SimulateOptions const& options, std::ostream& out)
                           sensors.target(),
                           points.target(),
                           building.target(),
-                          panorama ? panorama->metadataTarget() : std::filesystem::path()});
+                          panorama ? panorama->metadata.target() : std::filesystem::path()});
 
     TrajectoryData const data = trajectoryOf(scenario);
     writeTrajectory(data, trajectory.stream(), trajectory.target());
@@ -215,29 +190,50 @@ void runSimulate(SimulateOptions const& options, std::ostream& out)
             throw fileError(points.target(), "cannot be written any further; is the disk full?");
         }
     };
-    SensorData const recording =
-        recordSensors(*scenario.motion, scenario.building, scenario.toPlan, options.seed, writePoint);
+    SensorData const recording = recordSensors(
+        *scenario.motion, scenario.building, scenario.planFromBuilding, options.seed, writePoint);
     writer.finish();
     writeSensors(recording, sensors.stream(), sensors.target());
 
-    for (OutputFile* const file : {&trajectory, &sensors, &points, &building}) {
-        file->close();
-    }
-    if (panorama) {
-        panorama->close();
-        panorama->commit();
-    }
-    for (OutputFile* const file : {&trajectory, &sensors, &points, &building}) {
-        file->commit();
-    }
+    Output::commitAll({panorama ? &panorama->tiles : nullptr,
+                       panorama ? &panorama->metadata : nullptr,
+                       &trajectory,
+                       &sensors,
+                       &points,
+                       &building});
     out << data.nodes.size() << " poses over "
         << std::lround(scenario.motion->stopTime() - scenario.motion->startTime()) << " s\n"
         << writer.count() << " scan points of " << rangefinders().front().name << '\n'
         << tableCount(recording) << " of " << largestTableCount << " tables in the sensor stream\n"
         << scenario.building.surfaces.size() << " surfaces of the building\n";
     if (panorama) {
-        out << panorama->summary() << '\n';
+        out << panorama->size.width << " x " << panorama->size.height << " pixels of the panorama\n";
     }
+}
+
+} // namespace
+
+void addSimulate(CLI::App& app, Console& console)
+{
+    auto const options = std::make_shared<Options>();
+    CLI::App* const command = app.add_subcommand(
+        "simulate", "Simulate a walk with a scanner: its trajectory, sensors, true surfaces and a panorama");
+    command->add_option("OUT_DIR", options->folder, "The folder to write to")->required();
+    CLI::Option* const seconds = command->add_option(
+        "--seconds",
+        options->seconds,
+        "The duration of the walk, up to a day (60); in long walks the sensors measure less often");
+    seconds->check(positiveNumber(longestSimulation));
+    command->add_option("--seed", options->seed, "The same seed gives the same walk and noise (1)")
+        ->check(CLI::NonNegativeNumber);
+    command->add_option("--along", options->along, "Follow the poses of this trajectory instead")
+        ->excludes(seconds);
+    command
+        ->add_option(
+            "--panorama", options->panoramaColumns, "Columns of the panorama, up to 8000 (2400); 0 for none")
+        ->check(CLI::Range(0, mostPanoramaColumns));
+    command->footer("Example:\n  roamscan simulate walk --along flight.trajectory\n");
+    command->callback([options, &console] { run(*options, console.out); });
 }
 
 } // namespace oV::Roamscan::tool

@@ -1,16 +1,19 @@
-#include "tools/commands/StillCommand.h"
-
+#include "tools/commands/Commands.h"
+#include "tools/commands/PositiveNumber.h"
+#include "tools/console/JsonText.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
-#include "tools/io/TrajectoryFile.h"
+#include "tools/io/RecordingFile.h"
+#include "tools/motion/StillStretches.h"
 
 #include <roamscan/time/TimeConversion.h>
 
-#include <nlohmann/json.hpp>
+#include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <cmath>
-#include <cstddef>
+#include <filesystem>
+#include <iomanip>
+#include <memory>
 #include <ostream>
 #include <string>
 
@@ -20,31 +23,16 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-using Json = nlohmann::ordered_json;
 using TimeConversion::convertToSeconds;
 
-void requirePositive(char const* option, double value)
+struct Options
 {
-    if (!(std::isfinite(value) && value > 0.0)) {
-        throw ToolError(std::string(option) + " must be a number above 0");
-    }
-}
+    std::filesystem::path trajectory;
+    StillSettings settings;
+    bool json = false;
+};
 
-double secondsIn(TimeWindow const& section)
-{
-    return convertToSeconds(section.end - section.start);
-}
-
-double totalSeconds(AnchorSections const& sections)
-{
-    int64 ticks = 0;
-    for (TimeWindow const& section : sections) {
-        ticks += section.end - section.start;
-    }
-    return convertToSeconds(ticks);
-}
-
-Json describe(StillStretches const& found, StillOptions const& options)
+Json describe(StillStretches const& found, Options const& options)
 {
     Json json{{"file", options.trajectory.string()},
               {"speed", options.settings.speed},
@@ -57,89 +45,87 @@ Json describe(StillStretches const& found, StillOptions const& options)
               {"largestGap", found.largestGap},
               {"measured", found.measured}};
     json["stretches"] = Json::array();
+    int64 total = 0;
     for (TimeWindow const& section : found.sections) {
+        int64 const duration = section.end - section.start;
         json["stretches"].push_back({{"start", convertToSeconds(section.start)},
                                      {"end", convertToSeconds(section.end)},
-                                     {"duration", secondsIn(section)},
+                                     {"duration", convertToSeconds(duration)},
                                      {"startTicks", section.start},
                                      {"endTicks", section.end}});
+        total += duration;
     }
-    json["total"] = totalSeconds(found.sections);
+    json["total"] = convertToSeconds(total);
     return json;
 }
 
-std::string flushRight(std::string const& text, std::size_t width)
+std::string counted(Json const& count, char const* one, char const* many)
 {
-    return std::string(width - std::min(width, text.size()), ' ') + text;
+    return count.dump() + ' ' + (count == 1 ? one : many);
 }
 
-void printRow(std::string const& start,
-              std::string const& end,
-              std::string const& duration,
-              std::ostream& out)
+void printText(Json const& found, std::ostream& out)
 {
-    constexpr std::size_t timeWidth = 20;
-    constexpr std::size_t durationWidth = 16;
-    out << flushRight(start, timeWidth) << flushRight(end, timeWidth) << flushRight(duration, durationWidth)
-        << '\n';
-}
-
-std::string counted(std::size_t count, char const* one, char const* many)
-{
-    return std::to_string(count) + ' ' + (count == 1 ? one : many);
-}
-
-void print(StillStretches const& found, StillOptions const& options, std::ostream& out)
-{
-    out << oneLine(options.trajectory.string()) << ": slower than " << fixed(options.settings.speed, 3)
-        << " m/s and " << fixed(options.settings.rate, 3) << " degrees/s for "
-        << fixed(options.settings.minSeconds, 3) << " s or longer\n";
-    printRow("start (s)", "end (s)", "duration (s)", out);
-    for (TimeWindow const& section : found.sections) {
-        printRow(fixed(convertToSeconds(section.start), 6),
-                 fixed(convertToSeconds(section.end), 6),
-                 fixed(secondsIn(section), 6),
-                 out);
+    auto const number = [](Json const& json, char const* member, int decimals) {
+        return fixed(json.at(member), decimals);
+    };
+    auto const printRow = [&](std::string const& start, std::string const& end, std::string const& duration) {
+        out << std::setw(20) << start << std::setw(20) << end << std::setw(16) << duration << '\n';
+    };
+    Json const& stretches = found.at("stretches");
+    out << oneLine(found.at("file").get<std::string>()) << ": slower than " << number(found, "speed", 3)
+        << " m/s and " << number(found, "rate", 3) << " degrees/s for " << number(found, "minSeconds", 3)
+        << " s or longer\n";
+    printRow("start (s)", "end (s)", "duration (s)");
+    for (Json const& stretch : stretches) {
+        printRow(number(stretch, "start", 6), number(stretch, "end", 6), number(stretch, "duration", 6));
     }
-    printRow("total",
-             counted(found.sections.size(), "stretch", "stretches"),
-             fixed(totalSeconds(found.sections), 6),
-             out);
-    if (found.measured > 0.0) {
-        out << "  " << fixed(found.measured, 6) << " s of the recording were measured, over "
-            << fixed(found.window, 3) << " s each time\n";
+    printRow("total", counted(stretches.size(), "stretch", "stretches"), number(found, "total", 6));
+    if (found.at("measured") > 0.0) {
+        out << "  " << number(found, "measured", 6) << " s of the recording were measured, with a window of "
+            << number(found, "window", 3) << " s\n";
     } else {
-        out << "  nothing was measured: no " << fixed(found.window, 3)
+        out << "  nothing was measured: no " << number(found, "window", 3)
             << " s of the recording are without a gap between poses\n";
     }
-    if (found.gaps > 0) {
-        out << "  " << counted(found.gaps, "gap", "gaps") << " between poses, " << fixed(found.largestGap, 6)
-            << " s at most, about which nothing is known\n";
+    if (found.at("gaps") > 0) {
+        out << "  " << counted(found.at("gaps"), "gap", "gaps") << " between poses, "
+            << number(found, "largestGap", 6) << " s at most, without any information\n";
     }
-    if (found.unusable > 0) {
-        out << "  " << counted(found.unusable, "node", "nodes")
-            << " left out for a time or a pose that is not finite or out of range\n";
+    if (found.at("unusableNodes") > 0) {
+        out << "  " << counted(found.at("unusableNodes"), "node", "nodes")
+            << " ignored: the time or the pose is not finite or out of range\n";
     }
 }
 
-} // namespace
-
-void runStill(StillOptions const& options, std::ostream& out)
+void run(Options const& options, std::ostream& out)
 {
-    requirePositive("--speed", options.settings.speed);
-    requirePositive("--rate", options.settings.rate);
-    requirePositive("--min-seconds", options.settings.minSeconds);
     auto const data = readTrajectoryFile(options.trajectory).data;
     StillStretches const found = findStillStretches(data->nodes, options.settings);
     if (found.poses == 0) {
         throw fileError(options.trajectory, "there is no usable pose with a time in it");
     }
-    if (options.json) {
-        // Names need not be UTF-8.
-        out << describe(found, options).dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
-    } else {
-        print(found, options, out);
-    }
+    (options.json ? printJson : printText)(describe(found, options), out);
+}
+
+} // namespace
+
+void addStill(CLI::App& app, Console& console)
+{
+    auto const options = std::make_shared<Options>();
+    StillSettings& settings = options->settings;
+    CLI::App* const command = app.add_subcommand("still", "Find when the device stood still");
+    command->add_option("--trajectory", options->trajectory, "The trajectory of the recording")->required();
+    command->add_option("--speed", settings.speed, "Slower than this is still, in metres per second (0.05)")
+        ->check(positiveNumber());
+    command
+        ->add_option("--rate", settings.rate, "Turning slower than this is still, in degrees per second (3)")
+        ->check(positiveNumber());
+    command->add_option("--min-seconds", settings.minSeconds, "Ignore shorter stretches (1)")
+        ->check(positiveNumber());
+    command->add_flag("--json", options->json, "Print one JSON object instead of a table");
+    command->footer("Example:\n  roamscan still --trajectory walk/walk.trajectory --min-seconds 5 --json\n");
+    command->callback([options, &console] { run(*options, console.out); });
 }
 
 } // namespace oV::Roamscan::tool

@@ -1,12 +1,14 @@
 #include "tools/commands/TrajectoryInfo.h"
 
 #include "tools/commands/PoseInfo.h"
-#include "tools/commands/TrajectorySummary.h"
 #include "tools/console/Text.h"
+#include "tools/motion/NodeOrder.h"
 
+#include <algorithm>
+#include <cmath>
 #include <map>
 #include <ostream>
-#include <utility>
+#include <vector>
 
 namespace oV::Roamscan::tool
 {
@@ -14,74 +16,78 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-using Json = nlohmann::ordered_json;
+using NodePointers = std::vector<TrajectoryNode const*>;
 
-/// In order of the devices.
-std::map<int, TrafoT<double>> positionsOf(TrajectoryData const& data)
+/// The nodes are in order of time; there is at least one.
+Json describeSpan(NodePointers const& nodes)
 {
-    std::map<int, TrafoT<double>> positions;
-    for (auto const& [device, position] : data.devicePositions) {
-        positions.emplace(static_cast<int>(device), position);
+    double const duration = nodes.back()->time - nodes.front()->time;
+    double largestStep = 0.0;
+    double pathLength = 0.0;
+    for (std::size_t i = 1; i < nodes.size(); ++i) {
+        largestStep = std::max(largestStep, nodes[i]->time - nodes[i - 1]->time);
+        pathLength += (nodes[i]->pose.translation() - nodes[i - 1]->pose.translation()).norm();
     }
-    return positions;
-}
-
-void printSpan(TrajectorySummary const& summary, std::ostream& out)
-{
-    if (!summary.span) {
-        return;
-    }
-    auto const& span = *summary.span;
-    out << "  time: " << fixed(span.from, 6) << " s to " << fixed(span.to, 6) << " s, "
-        << fixed(span.to - span.from, 6) << " s long\n"
-        << "  steps in time: " << fixed(span.meanStep, 6) << " s on average, " << fixed(span.largestStep, 6)
-        << " s at most\n"
-        << "  path: " << fixed(span.pathLength, 3) << " m\n";
+    return {{"from", nodes.front()->time},
+            {"to", nodes.back()->time},
+            {"duration", duration},
+            {"meanStep", nodes.size() > 1 ? duration / static_cast<double>(nodes.size() - 1) : 0.0},
+            {"largestStep", largestStep},
+            {"pathLength", pathLength}};
 }
 
 } // namespace
 
-Json toJson(TrajectoryData const& data)
+Json describe(TrajectoryData const& data)
 {
-    TrajectorySummary const summary = summarise(data);
-    Json json;
-    json["nodes"] = summary.nodes;
-    json["inTimeOrder"] = summary.inOrder;
-    json["repeatedTimes"] = summary.repeatedTimes;
-    json["nodesWithoutTime"] = summary.nodesWithoutTime;
-    if (summary.span) {
-        json["from"] = summary.span->from;
-        json["to"] = summary.span->to;
-        json["duration"] = summary.span->to - summary.span->from;
-        json["meanStep"] = summary.span->meanStep;
-        json["largestStep"] = summary.span->largestStep;
-        json["pathLength"] = summary.span->pathLength;
+    NodePointers timed;
+    for (TrajectoryNode const& node : data.nodes) {
+        if (std::isfinite(node.time)) {
+            timed.push_back(&node);
+        }
+    }
+    NodePointers const nodes = inOrderOfTime(timed);
+    Json json{{"nodes", data.nodes.size()},
+              {"inTimeOrder", std::ranges::is_sorted(timed, {}, &TrajectoryNode::time)},
+              {"repeatedTimes", timed.size() - nodes.size()},
+              {"nodesWithoutTime", data.nodes.size() - timed.size()}};
+    if (!nodes.empty()) {
+        json.update(describeSpan(nodes));
     }
     json["devices"] = Json::array();
-    for (auto const& [device, position] : positionsOf(data)) {
-        Json entry{{"device", device}};
-        addPose(entry, position);
-        json["devices"].push_back(std::move(entry));
+    for (auto const& [device, position] : std::map(data.devicePositions.begin(), data.devicePositions.end()))
+    {
+        Json entry{{"device", static_cast<int>(device)}};
+        entry.update(describe(position));
+        json["devices"].push_back(entry);
     }
     return json;
 }
 
-void printText(TrajectoryData const& data, std::ostream& out)
+void printTrajectory(Json const& trajectory, std::ostream& out)
 {
-    TrajectorySummary const summary = summarise(data);
-    out << "  nodes: " << summary.nodes;
-    out << (summary.inOrder ? "\n" : ", not in order of time (measured in order)\n");
-    if (summary.repeatedTimes > 0) {
-        out << "  nodes at the time of a later one: " << summary.repeatedTimes << '\n';
+    auto const number = [&](char const* member, int decimals) {
+        return fixed(trajectory.at(member), decimals);
+    };
+    out << "  nodes: " << trajectory.at("nodes")
+        << (trajectory.at("inTimeOrder") ? "\n" : ", not in order of time (measured in order)\n");
+    if (trajectory.at("repeatedTimes") > 0) {
+        out << "  nodes at the time of a later one: " << trajectory.at("repeatedTimes") << '\n';
     }
-    if (summary.nodesWithoutTime > 0) {
-        out << "  nodes without a finite time: " << summary.nodesWithoutTime << '\n';
+    if (trajectory.at("nodesWithoutTime") > 0) {
+        out << "  nodes without a finite time: " << trajectory.at("nodesWithoutTime") << '\n';
     }
-    printSpan(summary, out);
-    for (auto const& [device, position] : positionsOf(data)) {
-        out << "  device " << device << ": " << poseInWords(position) << '\n';
+    if (trajectory.contains("from")) {
+        out << "  time: " << number("from", 6) << " s to " << number("to", 6) << " s, "
+            << number("duration", 6) << " s long\n"
+            << "  steps in time: " << number("meanStep", 6) << " s on average, " << number("largestStep", 6)
+            << " s at most\n"
+            << "  path: " << number("pathLength", 3) << " m\n";
     }
-    if (data.devicePositions.empty()) {
+    for (Json const& device : trajectory.at("devices")) {
+        out << "  device " << device.at("device") << ": " << poseText(device) << '\n';
+    }
+    if (trajectory.at("devices").empty()) {
         out << "  no device positions\n";
     }
 }

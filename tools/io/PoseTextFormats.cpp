@@ -4,7 +4,7 @@
 #include "tools/console/ToolError.h"
 #include "tools/io/LineReader.h"
 #include "tools/io/NumberText.h"
-#include "tools/io/TrajectoryFile.h"
+#include "tools/io/RecordingFile.h"
 
 #include <roamscan/frame/bvbase/Mat4d.h>
 #include <roamscan/time/TimeConversion.h>

@@ -31,17 +31,18 @@ AnchorScanMetadata::PanoramaPicture pictureOf(std::string const& name, double ti
 
 } // namespace
 
-AnchorScan anchorScan(Motion const& motion, Eigen::Matrix3d const& toPlan, std::string const& pictureName)
+AnchorScan
+anchorScan(Motion const& motion, Eigen::Matrix3d const& planFromBuilding, std::string const& pictureName)
 {
     double const start = motion.startTime();
     double const stop = motion.stopTime();
     double const time = start + (stop - start) / 2.0;
     Eigen::Isometry3d const pose = motion.at(time);
-    Eigen::Vector3d const forwards = toPlan * pose.linear().col(0);
+    Eigen::Vector3d const forwards = planFromBuilding * pose.linear().col(0);
 
     AnchorScan scan;
-    scan.camera.position = pose * instrument().back().position.translation();
-    scan.camera.toPlan = toPlan;
+    scan.camera.position = pose * instrument().back().bodyFromDevice.translation();
+    scan.camera.planFromBuilding = planFromBuilding;
     scan.camera.heading = std::atan2(forwards.y(), forwards.x());
     scan.metadata.id = 1;
     scan.metadata.horizontalVelocity = 0.0;

@@ -150,11 +150,11 @@ private:
 
 Building buildingAround(std::vector<Vector3d> const& path, std::uint64_t seed)
 {
-    Eigen::Matrix3d const toPlan = planRotation(path);
+    Eigen::Matrix3d const planFromBuilding = planRotation(path);
     std::vector<Vector3d> onPlan;
     onPlan.reserve(path.size());
     for (Vector3d const& point : path) {
-        onPlan.emplace_back(toPlan * point);
+        onPlan.emplace_back(planFromBuilding * point);
     }
 
     Hall hall(onPlan, seed);
@@ -163,7 +163,7 @@ Building buildingAround(std::vector<Vector3d> const& path, std::uint64_t seed)
     hall.scatter("pillar", 10, {0.3, 0.3}, {0.6, 0.6}, 2);
 
     Building building = hall.take();
-    Eigen::Matrix3d const back = toPlan.transpose();
+    Eigen::Matrix3d const back = planFromBuilding.transpose();
     for (Surface& surface : building.surfaces) {
         Rectangle const& r = surface.rectangle;
         surface.rectangle = Rectangle(back * r.corner(), back * r.edgeA(), back * r.edgeB());

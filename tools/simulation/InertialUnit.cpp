@@ -32,18 +32,18 @@ constexpr double downwardField = 44.0;  // microtesla
 /// How the unit moves at an instant: derivatives by central differences.
 struct Moving
 {
-    Eigen::Matrix3d toUnit;   ///< Turns the building's frame into the unit's.
-    Vector3d acceleration;    ///< In the building's frame.
-    Vector3d angularVelocity; ///< In the unit's frame.
+    Eigen::Matrix3d unitFromBuilding; ///< Turns the building's frame into the unit's.
+    Vector3d acceleration;            ///< In the building's frame.
+    Vector3d angularVelocity;         ///< In the unit's frame.
 };
 
-Moving movingAt(double time, Motion const& motion, Eigen::Isometry3d const& mounting)
+Moving movingAt(double time, Motion const& motion, Eigen::Isometry3d const& bodyFromUnit)
 {
     double const earlier = time - velocityTime;
     double const later = time + velocityTime;
-    Eigen::Isometry3d const before = motion.at(earlier) * mounting;
-    Eigen::Isometry3d const now = motion.at(time) * mounting;
-    Eigen::Isometry3d const after = motion.at(later) * mounting;
+    Eigen::Isometry3d const before = motion.at(earlier) * bodyFromUnit;
+    Eigen::Isometry3d const now = motion.at(time) * bodyFromUnit;
+    Eigen::Isometry3d const after = motion.at(later) * bodyFromUnit;
     // Years of seconds leave little room for the digits of milliseconds: the steps are what the times really
     // are apart.
     Vector3d const arriving = (now.translation() - before.translation()) / (time - earlier);
@@ -56,11 +56,13 @@ Moving movingAt(double time, Motion const& motion, Eigen::Isometry3d const& moun
 
 } // namespace
 
-SampleMap<mapping::ImuData>
-measure(InertialUnit const& unit, Motion const& motion, Eigen::Matrix3d const& toPlan, std::uint64_t seed)
+SampleMap<mapping::ImuData> measure(InertialUnit const& unit,
+                                    Motion const& motion,
+                                    Eigen::Matrix3d const& planFromBuilding,
+                                    std::uint64_t seed)
 {
-    Vector3d const upwards = toPlan.transpose() * Vector3d(0.0, 0.0, gravity);
-    Vector3d const field = toPlan.transpose() * Vector3d(0.0, northwardField, -downwardField);
+    Vector3d const upwards = planFromBuilding.transpose() * Vector3d(0.0, 0.0, gravity);
+    Vector3d const field = planFromBuilding.transpose() * Vector3d(0.0, northwardField, -downwardField);
     RandomNumbers const random(seed);
     double const duration = motion.stopTime() - motion.startTime();
     auto const count = static_cast<std::uint64_t>(std::floor(duration * unit.samplesPerSecond)) + 1;
@@ -72,11 +74,12 @@ measure(InertialUnit const& unit, Motion const& motion, Eigen::Matrix3d const& t
                                         random.normal(i, purpose + 2));
         };
         double const time = motion.startTime() + static_cast<double>(i) / unit.samplesPerSecond;
-        Moving const moving = movingAt(time, motion, unit.mounting);
-        auto const force = toVector3(moving.toUnit * (moving.acceleration + upwards) +
+        Moving const moving = movingAt(time, motion, unit.bodyFromUnit);
+        auto const force = toVector3(moving.unitFromBuilding * (moving.acceleration + upwards) +
                                      noise(unit.forceDeviation, ForceNoise));
         auto const turning = toVector3(moving.angularVelocity + noise(unit.turningDeviation, TurningNoise));
-        auto const magnetic = toVector3(moving.toUnit * field + noise(unit.magneticDeviation, MagneticNoise));
+        auto const magnetic =
+            toVector3(moving.unitFromBuilding * field + noise(unit.magneticDeviation, MagneticNoise));
         mapping::TimeStamp const stamp(time);
         samples.insert_or_assign(
             samples.end(),

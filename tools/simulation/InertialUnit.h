@@ -15,7 +15,7 @@ namespace oV::Roamscan::tool
 /// rad/s and, if it has a compass, the magnetic field in microtesla. The noise is normally distributed.
 struct InertialUnit
 {
-    Eigen::Isometry3d mounting = Eigen::Isometry3d::Identity(); ///< Its frame to the body frame.
+    Eigen::Isometry3d bodyFromUnit = Eigen::Isometry3d::Identity();
     double samplesPerSecond = 200.0;
     bool hasCompass = false;
     double forceDeviation = 0.02;    ///< m/s^2, as the other two along each axis.
@@ -23,10 +23,12 @@ struct InertialUnit
     double magneticDeviation = 0.3;  ///< Microtesla.
 };
 
-/// The samples from the motion's start to its stop. `toPlan` turns the building's frame so that z is up and y
-/// north. Velocities are taken over 5 ms, so that a jump in them shows as a push of that length. The same
-/// seed gives the same samples.
-[[nodiscard]] SampleMap<mapping::ImuData>
-measure(InertialUnit const& unit, Motion const& motion, Eigen::Matrix3d const& toPlan, std::uint64_t seed);
+/// The samples from the motion's start to its stop. `planFromBuilding` turns the building's frame so that z
+/// is up and y north. Velocities are taken over 5 ms, so that a jump in them shows as a push of that length.
+/// The same seed gives the same samples.
+[[nodiscard]] SampleMap<mapping::ImuData> measure(InertialUnit const& unit,
+                                                  Motion const& motion,
+                                                  Eigen::Matrix3d const& planFromBuilding,
+                                                  std::uint64_t seed);
 
 } // namespace oV::Roamscan::tool

@@ -17,11 +17,11 @@ constexpr double radians(double degrees)
 
 Eigen::Isometry3d mounted(Vector3d const& place, double yaw, double pitch)
 {
-    Eigen::Isometry3d position = Eigen::Isometry3d::Identity();
-    position.translate(place);
-    position.rotate(Eigen::AngleAxisd(radians(yaw), Vector3d::UnitZ()));
-    position.rotate(Eigen::AngleAxisd(radians(pitch), Vector3d::UnitY()));
-    return position;
+    Eigen::Isometry3d bodyFromDevice = Eigen::Isometry3d::Identity();
+    bodyFromDevice.translate(place);
+    bodyFromDevice.rotate(Eigen::AngleAxisd(radians(yaw), Vector3d::UnitZ()));
+    bodyFromDevice.rotate(Eigen::AngleAxisd(radians(pitch), Vector3d::UnitY()));
+    return bodyFromDevice;
 }
 
 } // namespace
@@ -39,7 +39,7 @@ std::vector<MountedDevice> instrument()
 std::vector<MountedSensor> rangefinders()
 {
     auto const devices = instrument();
-    return {{"scanner1", devices[1].position}, {"scanner2", devices[2].position}};
+    return {{"scanner1", devices[1].bodyFromDevice}, {"scanner2", devices[2].bodyFromDevice}};
 }
 
 std::vector<MountedSensor> inertialUnits()

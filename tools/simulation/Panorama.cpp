@@ -58,7 +58,7 @@ Vector3d PanoramaCamera::direction(cv::Size size, double x, double y) const
     Vector3d const inPlan(std::sin(fromZenith) * std::cos(azimuth),
                           std::sin(fromZenith) * std::sin(azimuth),
                           std::cos(fromZenith));
-    return toPlan.transpose() * inPlan;
+    return planFromBuilding.transpose() * inPlan;
 }
 
 Colour surfaceColour(std::string_view name)

@@ -17,8 +17,8 @@ namespace oV::Roamscan::tool
 /// and its rows from straight up to straight down; equal steps are equal angles.
 struct PanoramaCamera
 {
-    Eigen::Vector3d position = Eigen::Vector3d::Zero();   ///< Metres, in the building's frame.
-    Eigen::Matrix3d toPlan = Eigen::Matrix3d::Identity(); ///< Turns that frame so that z is up.
+    Eigen::Vector3d position = Eigen::Vector3d::Zero();             ///< Metres, in the building's frame.
+    Eigen::Matrix3d planFromBuilding = Eigen::Matrix3d::Identity(); ///< Turns that frame so that z is up.
     double heading =
         0.0; ///< What the picture's middle shows: radians in the plan, counterclockwise from its x axis.
 

@@ -52,7 +52,7 @@ void scan(Scanner const& scanner,
         double const angle = 2.0 * std::numbers::pi * (turns - std::floor(turns));
         Vector3d const direction(std::cos(angle), std::sin(angle), 0.0);
 
-        Eigen::Isometry3d const head = motion.at(time) * scanner.mounting;
+        Eigen::Isometry3d const head = motion.at(time) * scanner.bodyFromHead;
         auto const hit =
             building.castRay(head.translation(), head.linear() * direction, scanner.longestRange);
         if (!hit || hit->range < scanner.shortestRange) {

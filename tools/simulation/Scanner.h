@@ -15,7 +15,7 @@ namespace oV::Roamscan::tool
 /// A rangefinder that spins about its z axis and measures at right angles to it.
 struct Scanner
 {
-    Eigen::Isometry3d mounting = Eigen::Isometry3d::Identity(); ///< Head frame to the body frame.
+    Eigen::Isometry3d bodyFromHead = Eigen::Isometry3d::Identity();
     double pointsPerSecond = 20'000.0;
     double turnsPerSecond = 19.7;    ///< No simple fraction of the points, so that lines do not repeat.
     double shortestRange = 0.1;      ///< Metres.

@@ -1,11 +1,10 @@
 #include "tools/simulation/SensorRecording.h"
 
+#include "tools/geometry/Conversions.h"
 #include "tools/simulation/BurstCollector.h"
 #include "tools/simulation/InertialUnit.h"
 #include "tools/simulation/Instrument.h"
 #include "tools/simulation/RandomNumbers.h"
-
-#include <roamscan/time/EigenConversion.h>
 
 #include <algorithm>
 
@@ -19,12 +18,6 @@ namespace
 constexpr double mostPoints = 12'000'000.0; // of a head
 constexpr double mostBursts = 150'000.0;    // of a head
 constexpr double mostInertial = 340'000.0;  // samples of a unit
-
-mapping::Rigid3<float> poseOf(Eigen::Isometry3d const& position)
-{
-    return toRigid3(position.translation().cast<float>(),
-                    Eigen::Quaterniond(position.linear()).cast<float>());
-}
 
 /// Records the sensors one after the other.
 class Recorder
@@ -40,7 +33,7 @@ public:
     void scanWith(MountedSensor const& head, Building const& building, PointSink const& sink)
     {
         Scanner scanner;
-        scanner.mounting = head.position;
+        scanner.bodyFromHead = head.bodyFromSensor;
         scanner.pointsPerSecond = rates_.pointsPerSecond;
         BurstCollector bursts(rates_.burst);
         scan(scanner, motion_, building, nextSeed(), [&](CloudPoint const& point) {
@@ -48,17 +41,17 @@ public:
             sink(point);
         });
         data_.rangefinderData[head.name] = bursts.take();
-        data_.sensorPoses[head.name] = poseOf(head.position);
+        data_.sensorPoses[head.name] = toRigid3(head.bodyFromSensor);
     }
 
-    void measureWith(MountedSensor const& sensor, Eigen::Matrix3d const& toPlan, bool hasCompass)
+    void measureWith(MountedSensor const& sensor, Eigen::Matrix3d const& planFromBuilding, bool hasCompass)
     {
         InertialUnit unit;
-        unit.mounting = sensor.position;
+        unit.bodyFromUnit = sensor.bodyFromSensor;
         unit.samplesPerSecond = rates_.inertialPerSecond;
         unit.hasCompass = hasCompass;
-        data_.imuData[sensor.name] = measure(unit, motion_, toPlan, nextSeed());
-        data_.sensorPoses[sensor.name] = poseOf(sensor.position);
+        data_.imuData[sensor.name] = measure(unit, motion_, planFromBuilding, nextSeed());
+        data_.sensorPoses[sensor.name] = toRigid3(sensor.bodyFromSensor);
     }
 
 private:
@@ -86,7 +79,7 @@ SensorRates sensorRates(double duration)
 
 SensorData recordSensors(Motion const& motion,
                          Building const& building,
-                         Eigen::Matrix3d const& toPlan,
+                         Eigen::Matrix3d const& planFromBuilding,
                          std::uint64_t seed,
                          PointSink const& firstHead)
 {
@@ -96,8 +89,8 @@ SensorData recordSensors(Motion const& motion,
     Recorder recorder(data, motion, seed);
     recorder.scanWith(heads[0], building, firstHead);
     recorder.scanWith(heads[1], building, [](CloudPoint const&) {});
-    recorder.measureWith(units[0], toPlan, false);
-    recorder.measureWith(units[1], toPlan, true);
+    recorder.measureWith(units[0], planFromBuilding, false);
+    recorder.measureWith(units[1], planFromBuilding, true);
     return data;
 }
 

@@ -23,13 +23,13 @@ struct SensorRates
 /// can be read back, and written in less than two gigabytes of memory.
 [[nodiscard]] SensorRates sensorRates(double duration);
 
-/// What the sensors of the instrument measure on the way, and how they are mounted. `toPlan` turns the
-/// building's frame so that z is up. The same seed gives the same samples.
+/// What the sensors of the instrument measure on the way, and how they are mounted. `planFromBuilding` turns
+/// the building's frame so that z is up. The same seed gives the same samples.
 ///
 /// `firstHead` takes the points of "scanner1", also those whose times got lost, which no sample has.
 [[nodiscard]] SensorData recordSensors(Motion const& motion,
                                        Building const& building,
-                                       Eigen::Matrix3d const& toPlan,
+                                       Eigen::Matrix3d const& planFromBuilding,
                                        std::uint64_t seed,
                                        PointSink const& firstHead);
 

@@ -70,8 +70,8 @@ TEST_F(ExifCommandTest, ShowsATable)
 
 TEST_F(ExifCommandTest, APictureWithoutABlockIsNoFailure)
 {
-    EXPECT_EQ(rowOf(write("a.png", "\x89PNG\r\n")), "  no sound EXIF block");
-    EXPECT_EQ(rowOf(write("empty", "")), "  no sound EXIF block");
+    EXPECT_EQ(rowOf(write("a.png", "\x89PNG\r\n")), "  no valid EXIF block");
+    EXPECT_EQ(rowOf(write("empty", "")), "  no valid EXIF block");
 }
 
 TEST_F(ExifCommandTest, WhatFillsATextIsNotShown)

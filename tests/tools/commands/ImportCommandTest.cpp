@@ -1,5 +1,5 @@
 #include "tests/tools/support/ToolFixture.h"
-#include "tools/io/TrajectoryFile.h"
+#include "tools/io/RecordingFile.h"
 
 #include <gtest/gtest.h>
 

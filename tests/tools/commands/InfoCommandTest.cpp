@@ -1,8 +1,7 @@
 #include "tests/tools/support/ToolFixture.h"
-#include "tools/commands/SensorSummary.h"
-#include "tools/commands/TrajectorySummary.h"
-#include "tools/io/SensorFile.h"
-#include "tools/io/TrajectoryFile.h"
+#include "tools/commands/SensorInfo.h"
+#include "tools/commands/TrajectoryInfo.h"
+#include "tools/io/RecordingFile.h"
 
 #include <gtest/gtest.h>
 
@@ -89,42 +88,42 @@ protected:
 
 } // namespace
 
-TEST(TrajectorySummary, MeasuresInOrderOfTime)
+TEST(TrajectoryInfo, MeasuresInOrderOfTime)
 {
-    TrajectorySummary const summary = summarise(handMade());
-    EXPECT_EQ(summary.nodes, 4U);
-    EXPECT_FALSE(summary.inOrder);
-    EXPECT_EQ(summary.repeatedTimes, 0U);
-    ASSERT_TRUE(summary.span);
-    EXPECT_EQ(summary.span->from, 10.0);
-    EXPECT_EQ(summary.span->to, 16.0);
-    EXPECT_EQ(summary.span->meanStep, 2.0);
-    EXPECT_EQ(summary.span->largestStep, 4.0);
-    EXPECT_EQ(summary.span->pathLength, 19.0);
+    Json const info = describe(handMade());
+    EXPECT_EQ(info.at("nodes"), 4);
+    EXPECT_EQ(info.at("inTimeOrder"), false);
+    EXPECT_EQ(info.at("repeatedTimes"), 0);
+    ASSERT_TRUE(info.contains("from"));
+    EXPECT_EQ(info.at("from"), 10.0);
+    EXPECT_EQ(info.at("to"), 16.0);
+    EXPECT_EQ(info.at("meanStep"), 2.0);
+    EXPECT_EQ(info.at("largestStep"), 4.0);
+    EXPECT_EQ(info.at("pathLength"), 19.0);
 }
 
-TEST(TrajectorySummary, TheLaterOfTwoAtOneTimeCounts)
+TEST(TrajectoryInfo, TheLaterOfTwoAtOneTimeCounts)
 {
     TrajectoryData data;
     data.nodes = {node(1.0, {0, 0, 0}), node(2.0, {100, 0, 0}), node(2.0, {1, 0, 0}), node(3.0, {2, 0, 0})};
-    TrajectorySummary const summary = summarise(data);
-    EXPECT_TRUE(summary.inOrder);
-    EXPECT_EQ(summary.repeatedTimes, 1U);
-    EXPECT_EQ(summary.span->pathLength, 2.0);
-    EXPECT_EQ(summary.span->meanStep, 1.0);
+    Json const info = describe(data);
+    EXPECT_EQ(info.at("inTimeOrder"), true);
+    EXPECT_EQ(info.at("repeatedTimes"), 1);
+    EXPECT_EQ(info.at("pathLength"), 2.0);
+    EXPECT_EQ(info.at("meanStep"), 1.0);
 }
 
-TEST(TrajectorySummary, NodesWithoutTimeAreCountedApart)
+TEST(TrajectoryInfo, NodesWithoutTimeAreCountedApart)
 {
     TrajectoryData data;
-    EXPECT_FALSE(summarise(data).span);
+    EXPECT_FALSE(describe(data).contains("from"));
     data.nodes = {node(std::numeric_limits<double>::quiet_NaN(), {0, 0, 0})};
-    EXPECT_EQ(summarise(data).nodesWithoutTime, 1U);
-    EXPECT_FALSE(summarise(data).span);
+    EXPECT_EQ(describe(data).at("nodesWithoutTime"), 1);
+    EXPECT_FALSE(describe(data).contains("from"));
     data.nodes.push_back(node(5.0, {0, 0, 0}));
-    ASSERT_TRUE(summarise(data).span);
-    EXPECT_EQ(summarise(data).span->meanStep, 0.0);
-    EXPECT_EQ(summarise(data).span->to, 5.0);
+    ASSERT_TRUE(describe(data).contains("from"));
+    EXPECT_EQ(describe(data).at("meanStep"), 0.0);
+    EXPECT_EQ(describe(data).at("to"), 5.0);
 }
 
 TEST_F(InfoCommandTest, SaysItInWords)
@@ -145,7 +144,7 @@ TEST_F(InfoCommandTest, SaysItInWords)
             "0.000000 0.000000\n"
             "  device 2: translation 1.500000 0.000000 -2.000000 m, rotation (w x y z) 0.000000 0.000000 "
             "0.000000 1.000000\n"
-            "  4 bytes follow the first frame\n");
+            "  4 bytes follow the stream\n");
 }
 
 TEST_F(InfoCommandTest, SaysItInJson)
@@ -162,34 +161,34 @@ TEST_F(InfoCommandTest, SaysItInJson)
             R"({"device":2,"translation":[1.5,0.0,-2.0],"rotation":[0.0,0.0,0.0,1.0]}],"bytesBehind":0}])");
 }
 
-TEST(SensorSummary, MeasuresEverySensor)
+TEST(SensorInfo, MeasuresEverySensor)
 {
-    SensorSummary const summary = summarise(handMadeSensors());
-    ASSERT_EQ(summary.inertialUnits.size(), 1U);
-    auto const& unit = summary.inertialUnits[0];
-    EXPECT_EQ(unit.name, "imu");
-    EXPECT_EQ(unit.withMagneticField, 1U);
-    EXPECT_EQ(unit.times.samples, 4U);
-    EXPECT_EQ(unit.times.from, 10.0);
-    EXPECT_EQ(unit.times.to, 10.125);
-    EXPECT_EQ(unit.times.duration, 0.125);
-    EXPECT_EQ(unit.times.rate, 24.0);
-    EXPECT_EQ(unit.times.largestGap, 0.075);
-    ASSERT_EQ(summary.rangefinders.size(), 2U);
-    EXPECT_EQ(summary.rangefinders[0].name, "base");
-    EXPECT_EQ(summary.rangefinders[0].points, 11U);
-    EXPECT_EQ(summary.rangefinders[0].times.rate, 0.5);
-    EXPECT_EQ(summary.rangefinders[1].name, "top");
-    EXPECT_EQ(summary.rangefinders[1].points, 7U);
-    EXPECT_EQ(summary.rangefinders[1].times.rate, 0.0);
-    EXPECT_EQ(summary.rangefinders[1].times.largestGap, 0.0);
-    EXPECT_EQ(summary.poses.at("top").translation(), Eigen::Vector3d(1.5, 0.0, -2.0));
-    EXPECT_EQ(summary.poses.at("top").rotation().z(), 1.0);
-    EXPECT_FALSE(summary.posesApplied);
-    EXPECT_EQ(summary.tables, 12U); // the root, three sensors, seven samples, one pose
+    Json const info = describe(handMadeSensors());
+    ASSERT_EQ(info.at("inertialUnits").size(), 1U);
+    Json const& unit = info.at("inertialUnits")[0];
+    EXPECT_EQ(unit.at("name"), "imu");
+    EXPECT_EQ(unit.at("withMagneticField"), 1);
+    EXPECT_EQ(unit.at("samples"), 4);
+    EXPECT_EQ(unit.at("from"), 10.0);
+    EXPECT_EQ(unit.at("to"), 10.125);
+    EXPECT_EQ(unit.at("duration"), 0.125);
+    EXPECT_EQ(unit.at("rate"), 24.0);
+    EXPECT_EQ(unit.at("largestGap"), 0.075);
+    ASSERT_EQ(info.at("rangefinders").size(), 2U);
+    EXPECT_EQ(info.at("rangefinders")[0].at("name"), "base");
+    EXPECT_EQ(info.at("rangefinders")[0].at("points"), 11);
+    EXPECT_EQ(info.at("rangefinders")[0].at("rate"), 0.5);
+    EXPECT_EQ(info.at("rangefinders")[1].at("name"), "top");
+    EXPECT_EQ(info.at("rangefinders")[1].at("points"), 7);
+    EXPECT_EQ(info.at("rangefinders")[1].at("rate"), 0.0);
+    EXPECT_EQ(info.at("rangefinders")[1].at("largestGap"), 0.0);
+    EXPECT_EQ(info.at("poses")[0].at("translation"), (Json{1.5, 0.0, -2.0}));
+    EXPECT_EQ(info.at("poses")[0].at("rotation"), (Json{0.0, 0.0, 0.0, 1.0}));
+    EXPECT_EQ(info.at("posesApplied"), false);
+    EXPECT_EQ(info.at("tables"), 12); // the root, three sensors, seven samples, one pose
 }
 
-TEST(SensorSummary, AnySpanCanBeMeasured)
+TEST(SensorInfo, AnySpanCanBeMeasured)
 {
     SensorData data;
     data.imuData["empty"];
@@ -199,13 +198,13 @@ TEST(SensorSummary, AnySpanCanBeMeasured)
     data.imuData["wide"] = {{std::numeric_limits<int64>::min(), sample},
                             {std::numeric_limits<int64>::max(), sample}};
     data.imuData["dense"] = {{140'000'000'000'000'000, sample}, {140'000'000'000'000'001, sample}};
-    auto const units = summarise(data).inertialUnits;
+    Json const units = describe(data).at("inertialUnits");
     ASSERT_EQ(units.size(), 3U);
-    EXPECT_EQ(units[0].times.duration, 1e-8);
-    EXPECT_NEAR(units[0].times.rate, 1e8, 1.0);
-    EXPECT_EQ(units[1].times.samples, 0U);
-    EXPECT_EQ(units[1].times.rate, 0.0);
-    EXPECT_NEAR(units[2].times.largestGap, 184467440737.1, 0.1);
+    EXPECT_EQ(units[0].at("duration"), 1e-8);
+    EXPECT_NEAR(units[0].at("rate"), 1e8, 1.0);
+    EXPECT_EQ(units[1].at("samples"), 0);
+    EXPECT_EQ(units[1].at("rate"), 0.0);
+    EXPECT_NEAR(units[2].at("largestGap"), 184467440737.1, 0.1);
 }
 
 TEST_F(InfoCommandTest, SaysWhatIsInASensorStream)
@@ -218,13 +217,13 @@ TEST_F(InfoCommandTest, SaysWhatIsInASensorStream)
                   ": sensor stream\n"
                   "  inertial unit \"imu\": 4 samples, 1 of them with magnetic field\n"
                   "    time: 10.000000 s to 10.125000 s, 0.125000 s long\n"
-                  "    24.000 samples a second, largest gap 0.075000 s\n"
+                  "    24.000 samples per second, largest gap 0.075000 s\n"
                   "  rangefinder \"base\": 2 samples with 11 points\n"
                   "    time: 1.000000 s to 3.000000 s, 2.000000 s long\n"
-                  "    0.500 samples a second, largest gap 2.000000 s\n"
+                  "    0.500 samples per second, largest gap 2.000000 s\n"
                   "  rangefinder \"top\": 1 samples with 7 points\n"
                   "    time: 2.000000 s to 2.000000 s, 0.000000 s long\n"
-                  "    0.000 samples a second, largest gap 0.000000 s\n"
+                  "    0.000 samples per second, largest gap 0.000000 s\n"
                   "  pose of \"top\": translation 1.500000 0.000000 -2.000000 m, rotation (w x y z) 0.000000 "
                   "0.000000 0.000000 1.000000\n"
                   "  the samples are as recorded, not rotated by the poses\n"

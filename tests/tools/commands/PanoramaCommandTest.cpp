@@ -151,9 +151,9 @@ TEST_F(PanoramaCommandTest, ATileIsNoPictureToSplitInItsOwnPlaceNorToJoinTo)
     cv::Mat const whole = makePicture(2, 1500);
     ASSERT_EQ(run({"panorama", "split", writePicture("in.png", whole), file("pano.png")}).status, 0);
     expectFailure(run({"panorama", "split", file("pano/0.png"), file("pano.png")}),
-                  "0.png: lies among the tiles");
+                  "0.png: is in the folder of the tiles");
     expectFailure(run({"panorama", "join", file("pano.png"), file("pano/1.png")}),
-                  "1.png: lies among the tiles");
+                  "1.png: is in the folder of the tiles");
     EXPECT_EQ(run({"panorama", "join", file("pano.png"), file("pano.png")}).status, 0);
     EXPECT_TRUE(holds("pano.png", whole));
 }

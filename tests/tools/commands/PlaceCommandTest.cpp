@@ -1,8 +1,7 @@
 #include "tests/tools/support/ToolFixture.h"
 #include "tools/io/PlyReader.h"
 #include "tools/io/PlyWriter.h"
-#include "tools/io/SensorFile.h"
-#include "tools/io/TrajectoryFile.h"
+#include "tools/io/RecordingFile.h"
 
 #include <gtest/gtest.h>
 
@@ -267,7 +266,7 @@ TEST_F(PlaceCommandTest, ASensorStreamThatDoesNotFitIsTold)
     SensorData rotated = smallSensors();
     rotated.applyPoses();
     EXPECT_EQ(reason(rotated),
-              "the samples of \"top\" are rotated by its pose already; name the stream as it was recorded\n");
+              "the samples of \"top\" are already rotated by its pose; give the stream as it was recorded\n");
     writeSensorStream(rotated); // "under" has no pose
     EXPECT_EQ(placeSensors({"--rangefinder", "under"}).status, 0);
     SensorData poses;

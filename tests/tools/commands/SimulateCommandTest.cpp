@@ -1,7 +1,6 @@
 #include "tests/tools/support/ToolFixture.h"
 #include "tools/io/PlyReader.h"
-#include "tools/io/SensorFile.h"
-#include "tools/io/TrajectoryFile.h"
+#include "tools/io/RecordingFile.h"
 
 #include <roamscan/frame/bvbase/File.h>
 #include <roamscan/frame/bvbase/String.h>

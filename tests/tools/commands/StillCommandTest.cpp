@@ -1,5 +1,5 @@
 #include "tests/tools/support/ToolFixture.h"
-#include "tools/io/TrajectoryFile.h"
+#include "tools/io/RecordingFile.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -58,7 +58,7 @@ TEST_F(StillCommandTest, PrintsATable)
                      "           10.000000           13.750000        3.750000\n"
                      "           20.375000           22.000000        1.625000\n"
                      "               total         2 stretches        5.375000\n"
-                     "  12.000000 s of the recording were measured, over 1.000 s each time\n");
+                     "  12.000000 s of the recording were measured, with a window of 1.000 s\n");
 }
 
 TEST_F(StillCommandTest, PrintsJson)
@@ -95,9 +95,9 @@ TEST_F(StillCommandTest, SaysWhatIsNotKnown)
     ToolRun const still = run({"still", "--trajectory", save(data)});
     EXPECT_EQ(still.status, 0) << still.err;
     EXPECT_NE(still.out.find("               total         2 stretches        5.375000\n"
-                             "  12.000000 s of the recording were measured, over 1.000 s each time\n"
-                             "  1 gap between poses, 10.000000 s at most, about which nothing is known\n"
-                             "  2 nodes left out for a time or a pose that is not finite or out of range\n"),
+                             "  12.000000 s of the recording were measured, with a window of 1.000 s\n"
+                             "  1 gap between poses, 10.000000 s at most, without any information\n"
+                             "  2 nodes ignored: the time or the pose is not finite or out of range\n"),
               std::string::npos)
         << still.out;
 }
@@ -140,7 +140,7 @@ TEST_F(StillCommandTest, SettingsMustBeFiniteNumbersAboveZero)
         EXPECT_EQ(run({"still", "--trajectory", name, option, "x"}).status, 1);
     }
     EXPECT_EQ(run({"still", "--trajectory", name, "--speed", "0"}).err,
-              "roamscan: --speed must be a number above 0\n");
+              "roamscan: --speed: must be a number above 0 (see roamscan --help)\n");
 }
 
 TEST_F(StillCommandTest, AFileThatIsNoTrajectoryIsAFailure)

@@ -38,7 +38,6 @@ TEST_F(OutputFileTest, LeavesNothingWithoutCommit)
         OutputFile output(file("a.txt"));
         output.stream() << "text";
         EXPECT_EQ(names().size(), 1U);
-        output.close();
     }
     EXPECT_EQ(names(), Names{});
 }
@@ -82,11 +81,11 @@ TEST_F(OutputFileTest, WritesThroughALink)
 TEST_F(OutputFileTest, RefusesWhatIsNoFile)
 {
     EXPECT_NE(failureOf([&] { OutputFile output(file(".")); }).find("is a folder"), std::string::npos);
-    EXPECT_NE(failureOf([&] { OutputFile output(file("no/such/a.txt")); }).find("cannot be made"),
+    EXPECT_NE(failureOf([&] { OutputFile output(file("no/such/a.txt")); }).find("cannot be created"),
               std::string::npos);
     if (std::filesystem::exists("/dev/null")) {
         EXPECT_EQ(failureOf([] { OutputFile output("/dev/null"); }),
-                  "/dev/null: is not an ordinary file; name a file");
+                  "/dev/null: is not a regular file; name a file");
     }
 }
 

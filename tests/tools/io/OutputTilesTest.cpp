@@ -181,7 +181,7 @@ TEST_F(OutputTilesTest, RefusesAFolderThatHoldsAnythingElse)
             write("pano/" + name, "text");
         }
         EXPECT_THAT(failureOf([&] { OutputTiles const output(file("pano.png")); }),
-                    HasSubstr(name + ": is no .png tile, and the folder is to be replaced"));
+                    HasSubstr(name + ": is no .png tile, and its folder would be replaced"));
         EXPECT_EQ(names(), Names{"pano"});
         EXPECT_TRUE(fs::exists(other));
         EXPECT_TRUE(fs::exists(file("pano/0.png")));
@@ -215,7 +215,7 @@ TEST_F(OutputTilesTest, RefusesANameWithoutTheExtensionOfAPictureFormat)
 TEST_F(OutputTilesTest, RefusesAFolderThatIsNotThere)
 {
     EXPECT_THAT(failureOf([&] { OutputTiles const output(file("no/such/pano.png")); }),
-                HasSubstr("no/such/pano: cannot be made"));
+                HasSubstr("no/such/pano: cannot be created"));
 }
 
 TEST_F(OutputTilesTest, OnlyTheLastExtensionIsCutOff)

@@ -1,6 +1,5 @@
-#include "tools/io/SensorFile.h"
-
 #include "tests/tools/support/ToolFixture.h"
+#include "tools/io/RecordingFile.h"
 
 #include <gtest/gtest.h>
 
@@ -40,7 +39,7 @@ SensorData store()
     return data;
 }
 
-std::string frame()
+std::string streamBytes()
 {
     std::ostringstream stream;
     writeSensors(store(), stream, "memory");
@@ -64,18 +63,18 @@ SensorData withTables(std::size_t count)
 
 TEST_F(SensorFileTest, TheFirstFrameIsReadAndTheRestCounted)
 {
-    SensorFile const one = readSensorFile(write("a.sensors", frame()));
+    SensorFile const one = readSensorFile(write("a.sensors", streamBytes()));
     EXPECT_EQ(one.data->imuData.at("imu").count(150'000'000), 1U);
-    EXPECT_EQ(one.bytesBehind, 0U);
-    SensorFile const two = readSensorFile(write("a.sensors", frame() + frame() + "x"));
+    EXPECT_EQ(one.bytesAfter, 0U);
+    SensorFile const two = readSensorFile(write("a.sensors", streamBytes() + streamBytes() + "x"));
     EXPECT_EQ(two.data->rangefinderData.size(), 1U);
-    EXPECT_EQ(two.bytesBehind, frame().size() + 1);
+    EXPECT_EQ(two.bytesAfter, streamBytes().size() + 1);
 }
 
 TEST_F(SensorFileTest, DamageIsTold)
 {
     EXPECT_EQ(refusal("1234567"), "a.sensors: is too short for a sensor stream (7 bytes)");
-    std::string const cut = frame().substr(0, frame().size() - 1);
+    std::string const cut = streamBytes().substr(0, streamBytes().size() - 1);
     EXPECT_EQ(refusal(cut).substr(0, 43), "a.sensors: ends early or is no sensor strea");
     std::string const zeros(100, '\0');
     EXPECT_EQ(refusal(zeros).substr(0, 41), "a.sensors: is damaged or no sensor stream");
@@ -104,7 +103,7 @@ TEST_F(SensorFileTest, MoreTablesThanCanBeReadBackAreNotWritten)
 {
     std::ostringstream stream;
     EXPECT_EQ(failureOf([&] { writeSensors(withTables(largestTableCount + 1), stream, "long"); }),
-              "long: 1000001 tables are more than the 1000000 that a sensor stream can be read back with");
+              "long: 1000001 tables are more than the 1000000 with which a sensor stream can be read back");
     EXPECT_EQ(stream.str(), "");
     // One fewer is no matter of tables any more; the stream that fails spares the writing of all of them.
     stream.setstate(std::ios::badbit);

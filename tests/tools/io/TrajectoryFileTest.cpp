@@ -1,6 +1,5 @@
-#include "tools/io/TrajectoryFile.h"
-
 #include "tests/tools/support/ToolFixture.h"
+#include "tools/io/RecordingFile.h"
 
 #include <gtest/gtest.h>
 
@@ -27,7 +26,7 @@ protected:
     }
 };
 
-std::string frame()
+std::string streamBytes()
 {
     TrajectoryData data;
     data.nodes.emplace_back(1.0);
@@ -41,19 +40,20 @@ std::string frame()
 
 TEST_F(TrajectoryFileTest, TheFirstFrameIsReadAndTheRestCounted)
 {
-    TrajectoryFile const one = readTrajectoryFile(write("a.trajectory", frame()));
+    TrajectoryFile const one = readTrajectoryFile(write("a.trajectory", streamBytes()));
     EXPECT_EQ(one.data->nodes.size(), 1U);
-    EXPECT_EQ(one.bytesBehind, 0U);
-    TrajectoryFile const two = readTrajectoryFile(write("a.trajectory", frame() + frame() + "x"));
+    EXPECT_EQ(one.bytesAfter, 0U);
+    TrajectoryFile const two = readTrajectoryFile(write("a.trajectory", streamBytes() + streamBytes() + "x"));
     EXPECT_EQ(two.data->nodes.size(), 1U);
-    EXPECT_EQ(two.bytesBehind, frame().size() + 1);
+    EXPECT_EQ(two.bytesAfter, streamBytes().size() + 1);
 }
 
 TEST_F(TrajectoryFileTest, DamageIsTold)
 {
     EXPECT_EQ(refusal(""), "a.trajectory: is too short for a trajectory stream (0 bytes)");
-    EXPECT_EQ(refusal(frame().substr(0, 7)), "a.trajectory: is too short for a trajectory stream (7 bytes)");
-    std::string const cut = frame().substr(0, frame().size() - 1);
+    EXPECT_EQ(refusal(streamBytes().substr(0, 7)),
+              "a.trajectory: is too short for a trajectory stream (7 bytes)");
+    std::string const cut = streamBytes().substr(0, streamBytes().size() - 1);
     EXPECT_EQ(refusal(cut).substr(0, 46), "a.trajectory: ends early or is no trajectory s");
     EXPECT_EQ(refusal(std::string(8, '\xff') + "x").substr(0, 46),
               "a.trajectory: ends early or is no trajectory s");
@@ -77,7 +77,7 @@ TEST_F(TrajectoryFileTest, MoreNodesThanCanBeReadBackAreNotWritten)
     data.nodes.resize(largestNodeCount + 1);
     std::ostringstream stream;
     EXPECT_EQ(failureOf([&] { writeTrajectory(data, stream, "long"); }),
-              "long: 1000000 poses are more than the 999999 that a trajectory stream can be read back with");
+              "long: 1000000 poses are more than the 999999 with which a trajectory stream can be read back");
     EXPECT_EQ(stream.str(), "");
 }
 

@@ -84,11 +84,11 @@ TEST(AnchorScan, ThePictureIsStitchedAndUpright)
 TEST(AnchorScan, TheHeadingIsThatOfThePlan)
 {
     // The frame's y is the plan's -x.
-    Eigen::Matrix3d const toPlan =
+    Eigen::Matrix3d const planFromBuilding =
         Eigen::AngleAxisd(std::numbers::pi / 2.0, Vector3d::UnitZ()).toRotationMatrix();
-    AnchorScan const scan = anchorScan(StraightMotion(8.0), toPlan, "a.png");
+    AnchorScan const scan = anchorScan(StraightMotion(8.0), planFromBuilding, "a.png");
     EXPECT_NEAR(std::abs(scan.camera.heading), std::numbers::pi, 1e-12);
-    EXPECT_EQ(scan.camera.toPlan, toPlan);
+    EXPECT_EQ(scan.camera.planFromBuilding, planFromBuilding);
     EXPECT_LT((scan.camera.direction({2, 1}, 1.0, 0.5) - Vector3d::UnitY()).norm(), 1e-12);
 }
 

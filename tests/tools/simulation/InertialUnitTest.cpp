@@ -94,8 +94,8 @@ TEST(InertialUnit, FeelsTheCircleInItsOwnFrame)
     // Towards the centre: 0.5^2 times the radius.
     auto const unit = [](Vector3d const& place, double yaw) {
         InertialUnit mounted = withoutNoise();
-        mounted.mounting.translate(place);
-        mounted.mounting.rotate(Eigen::AngleAxisd(yaw, Vector3d::UnitZ()));
+        mounted.bodyFromUnit.translate(place);
+        mounted.bodyFromUnit.rotate(Eigen::AngleAxisd(yaw, Vector3d::UnitZ()));
         return mounted;
     };
     CirclingMotion const motion(100.0);
@@ -116,7 +116,7 @@ TEST(InertialUnit, FeelsTheCircleInItsOwnFrame)
 TEST(InertialUnit, FeelsTheTurningAlongItsOwnAxes)
 {
     InertialUnit unit = withoutNoise();
-    unit.mounting.rotate(Eigen::AngleAxisd(std::numbers::pi / 2.0, Vector3d::UnitY())); // its -x is up
+    unit.bodyFromUnit.rotate(Eigen::AngleAxisd(std::numbers::pi / 2.0, Vector3d::UnitY())); // its -x is up
     Deviation const deviation(
         measure(unit, CirclingMotion(100.0), level, 1), {-gravity, 0.0, -0.5}, {-0.5, 0.0, 0.0});
     EXPECT_LT(deviation.force, 1e-4);
@@ -134,11 +134,11 @@ TEST(InertialUnit, YearsOfSecondsDoNotSwallowTheMotion)
 
 TEST(InertialUnit, UpIsWhereThePlanSaysSo)
 {
-    Eigen::Matrix3d toPlan; // y is up, as in pictures turned over; -z is north
-    toPlan << 1, 0, 0, 0, 0, -1, 0, 1, 0;
+    Eigen::Matrix3d planFromBuilding; // y is up, as in pictures turned over; -z is north
+    planFromBuilding << 1, 0, 0, 0, 0, -1, 0, 1, 0;
     InertialUnit unit = withoutNoise();
     unit.hasCompass = true;
-    auto const samples = measure(unit, CirclingMotion(100.0, 0.0), toPlan, 1);
+    auto const samples = measure(unit, CirclingMotion(100.0, 0.0), planFromBuilding, 1);
     Deviation const deviation(samples, {0.0, gravity, 0.0}, Vector3d::Zero());
     EXPECT_LT(deviation.force, 1e-9);
     auto const& last = *samples.rbegin()->second;

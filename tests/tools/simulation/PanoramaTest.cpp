@@ -113,7 +113,7 @@ TEST(Panorama, TheHeadingIsInTheMiddle)
 TEST(Panorama, StandsUprightInThePlan)
 {
     PanoramaCamera camera;
-    camera.toPlan = Eigen::AngleAxisd(pi / 2.0, Vector3d::UnitX()).toRotationMatrix(); // y is up
+    camera.planFromBuilding = Eigen::AngleAxisd(pi / 2.0, Vector3d::UnitX()).toRotationMatrix(); // y is up
     expectDirection(camera, 3.0, 0.0, {0.0, 1.0, 0.0});
     expectDirection(camera, 4.0, 2.0, {1.0, 0.0, 0.0});
     expectDirection(camera, 2.0, 2.0, {0.0, 0.0, -1.0});

@@ -124,12 +124,12 @@ TEST(Scanner, PointsLieOnTheSurfacesAtTheTruePoses)
     NearestSurface const nearest(building);
     WalkMotion const motion(roundWalk(), 0.6, 0.0); // some twenty turns
     Scanner scanner;
-    scanner.mounting = instrument()[1].position;
+    scanner.bodyFromHead = instrument()[1].bodyFromDevice;
     scanner.rangeDeviation = 0.0;
     scanner.shareWithoutTime = 0.0;
     for (CloudPoint const& point : scanned(scanner, motion, building, 1)) {
         Vector3d const local = Eigen::Vector3f(point.x, point.y, point.z).cast<double>();
-        ASSERT_LT(nearest.distance(motion.at(point.time) * scanner.mounting * local), 1e-5) << point.time;
+        ASSERT_LT(nearest.distance(motion.at(point.time) * scanner.bodyFromHead * local), 1e-5) << point.time;
     }
 }
 

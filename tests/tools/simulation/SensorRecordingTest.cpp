@@ -1,6 +1,6 @@
 #include "tools/simulation/SensorRecording.h"
 
-#include "tools/io/SensorFile.h"
+#include "tools/io/RecordingFile.h"
 #include "tools/simulation/Instrument.h"
 #include "tools/simulation/RoomPlan.h"
 #include "tools/simulation/SimulationLimits.h"
@@ -58,8 +58,10 @@ TEST(SensorRecording, HasTwoRangefindersTwoInertialUnitsAndTheirPoses)
     sensors.insert(sensors.end(), units.begin(), units.end());
     for (MountedSensor const& sensor : sensors) {
         auto const& [t, q] = data.sensorPoses.at(sensor.name);
-        EXPECT_TRUE(sensor.position.translation().isApprox(toEigen(t).cast<double>(), 1e-6)) << sensor.name;
-        EXPECT_TRUE(sensor.position.linear().isApprox(toEigen(q).toRotationMatrix().cast<double>(), 1e-6))
+        EXPECT_TRUE(sensor.bodyFromSensor.translation().isApprox(toEigen(t).cast<double>(), 1e-6))
+            << sensor.name;
+        EXPECT_TRUE(
+            sensor.bodyFromSensor.linear().isApprox(toEigen(q).toRotationMatrix().cast<double>(), 1e-6))
             << sensor.name;
     }
 }

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <filesystem>
+#include <initializer_list>
+
+namespace oV::Roamscan::tool
+{
+
+/// A file or folder that appears under its name only when it is complete (write-then-rename): it is made
+/// under a temporary name beside its target, and commit() renames it. Without commit(), the temporary is
+/// removed and the target stays as it was.
+class Output
+{
+public:
+    Output(Output const&) = delete;
+    Output& operator=(Output const&) = delete;
+    virtual ~Output();
+
+    /// The final name. Symbolic links are followed, so that the file they point to is replaced, not the link.
+    [[nodiscard]] std::filesystem::path const& target() const { return target_; }
+
+    /// Finishes the output and gives it its name.
+    /// @throws ToolError; the target is as it was then
+    void commit() { commitAll({this}); }
+
+    /// Finishes every output before the first one gets its name. Null pointers are skipped.
+    /// @throws ToolError; no target has changed if an output could not be finished
+    static void commitAll(std::initializer_list<Output*> outputs);
+
+protected:
+    /// @throws ToolError if the target is a link that cannot be followed
+    explicit Output(std::filesystem::path const& target);
+
+    [[nodiscard]] std::filesystem::path const& temporary() const { return temporary_; }
+
+    /// Finishes the writing and makes sure that the target may be replaced.
+    virtual void finish() = 0;
+
+private:
+    void putInPlace();
+
+    std::filesystem::path target_;
+    std::filesystem::path temporary_;
+    bool committed_ = false;
+};
+
+/// @throws ToolError if two of the paths name the same file; empty paths do not count
+void requireDistinctFiles(std::initializer_list<std::filesystem::path> paths);
+
+} // namespace oV::Roamscan::tool
