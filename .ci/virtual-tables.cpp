@@ -7,6 +7,10 @@
 #include <roamscan/frame/failures/InternalErrorException.h>
 #include <roamscan/frame/failures/detail/IOCodeException.h>
 #include <roamscan/frame/log/Models.h>
+#include <roamscan/frame/observers/Observer.h>
+#include <roamscan/frame/scene/Line.h>
+#include <roamscan/frame/scene/Sphere.h>
+#include <roamscan/frame/scene/Transform.h>
 #include <roamscan/geometry/IRoamscanData.h>
 #include <roamscan/trajectory/InterpolatedTrajectoryPathBuilder.h>
 
@@ -27,6 +31,14 @@ template void layOut(oV::VisibleException*);
 template void layOut(oV::Roamscan::IOCodeException*);
 
 template void layOut(oV::Models*);
+
+template void layOut(oV::Observer*);
+
+template void layOut(oV::Object*);
+template void layOut(oV::Transform*);
+template void layOut(oV::Line*);
+template void layOut(oV::Sphere*);
+template void layOut(oV::ObjectAttribute<Bv_1_1::String>*);
 
 // Classes without a virtual destructor.
 void layOutOthers(oV::Roamscan::IRoamscanData& data, oV::Roamscan::InterpolatedTrajectoryPathBuilder& builder)

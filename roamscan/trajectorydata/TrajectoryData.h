@@ -1,5 +1,7 @@
 #pragma once
 
+#include <roamscan/frame/bvbase/SmartPtr.h>
+#include <roamscan/frame/bvbase/String.h>
 #include <roamscan/frame/platform/Export.h>
 #include <roamscan/time/TrafoT.h>
 #include <roamscan/trajectory/Trajectory.h>
@@ -10,6 +12,11 @@
 #include <memory>
 #include <unordered_map>
 #include <vector>
+
+namespace oV
+{
+class Transform;
+}
 
 namespace oV::Roamscan
 {
@@ -74,6 +81,27 @@ struct ROAMSCAN_EXPORT TrajectoryData
     /// @throws oV::InternalErrorException if the position is missing
     /// @note The message of that exception names the position of the target, not of the source.
     [[nodiscard]] Trajectory buildTrajectoryFromTrajectoryNodes(Device device) const;
+
+    /// A scene object that draws the trajectory from one device to another. Include
+    /// <roamscan/frame/scene/Transform.h> to use it.
+    ///
+    /// Its children are the markers in the order of the nodes, if `withNodes`, and then the line, all with
+    /// the place 48. The line has the name `name`, as the object itself, and one point for each node, in the
+    /// stored order of the nodes: the translation of the pose in metres. Each marker is an oV::Sphere of size
+    /// 0.01 with the name "Node_" and the node's time in seconds.
+    ///
+    /// A node whose time, rounded to 10 ns, is outside the trajectory is skipped.
+    /// @note A point at exactly the origin gets a marker but is not on the line.
+    /// @throws oV::InternalErrorException if a position is missing; `from` is looked up first
+    [[nodiscard]] Bv_1_1::SmartPtr<Transform>
+    lineFromTrajectory(bool withNodes, Bv_1_1::String const& name, Device from, Device to) const;
+
+    /// The same with one device in both roles.
+    /// @note Unlike buildTrajectoryFromTrajectoryNodes(Device), it reports a missing position as that of the
+    /// `from` device.
+    /// @throws oV::InternalErrorException if the position is missing
+    [[nodiscard]] Bv_1_1::SmartPtr<Transform>
+    lineFromTrajectory(bool withNodes, Bv_1_1::String const& name, Device device) const;
 };
 
 } // namespace oV::Roamscan

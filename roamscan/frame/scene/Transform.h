@@ -1,0 +1,25 @@
+#pragma once
+
+#include <roamscan/frame/platform/Export.h>
+#include <roamscan/frame/scene/Object.h>
+
+namespace oV
+{
+
+/// A group of scene objects: it draws nothing itself and holds its children.
+class ROAMSCAN_EXPORT Transform : public Object
+{
+public:
+    /// The record of this class.
+    [[nodiscard]] static Bv_1_1::oVClass const* Class();
+
+    /// A group without children. Call init() with the same arguments next.
+    Transform(CreateType type, Transform const* source);
+
+    [[nodiscard]] Bv_1_1::oVClass const* getClassType() const override;
+
+protected:
+    ~Transform() override;
+};
+
+} // namespace oV
