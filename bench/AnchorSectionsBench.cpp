@@ -16,6 +16,7 @@
 #include <random>
 #include <span>
 #include <stdexcept>
+#include <type_traits>
 
 namespace bench
 {
@@ -94,10 +95,13 @@ struct Filled
     Sections sections;
 };
 
-template <typename Sections>
-Function insertion(Windows kind)
+struct Insertion
 {
-    return [kind](benchmark::State& state) {
+    static constexpr char const* name = "insertSection";
+
+    template <typename Sections, Windows kind>
+    static void measure(benchmark::State& state)
+    {
         auto const& windows = inputFor<Input>(kind).windows;
         for ([[maybe_unused]] auto _ : state) {
             auto const sections = filled<Sections>(windows);
@@ -105,42 +109,36 @@ Function insertion(Windows kind)
             benchmark::ClobberMemory();
         }
         state.SetItemsProcessed(state.iterations() * std::ssize(windows));
-    };
-}
+    }
+};
 
-template <typename Sections>
-Function lookup(Windows kind, std::size_t count = lookupCount)
+struct Lookup
 {
-    return [kind, count](benchmark::State& state) {
+    static constexpr char const* name = "isAnchor";
+
+    template <typename Sections, Windows kind>
+    static void measure(benchmark::State& state)
+    {
+        constexpr bool isSlow = std::is_same_v<Sections, LiteralAnchorSections>;
         auto const& sections = inputFor<Filled<Sections>>(kind).sections;
-        measureEach(state, std::span(inputFor<Input>(kind).times).first(count), [&sections](int64 time) {
+        std::span const times(inputFor<Input>(kind).times);
+        measureEach(state, times.first(isSlow ? slowLookupCount : lookupCount), [&sections](int64 time) {
             return sections.isAnchor(time);
         });
-    };
-}
+    }
+};
 
-Figure insertionFigure(std::string const& windows, Windows kind)
+template <typename Operation, Windows kind>
+Figure figure(std::string const& name)
 {
-    Figure figure{"insertSection, 10,000 windows, mostly " + windows,
-                  nanoseconds,
-                  {"insertSection", insertion<AnchorSections>(kind)},
-                  {{"plain vector", insertion<LiteralAnchorSections>(kind)}}};
+    return {name,
+            nanoseconds,
+            {Operation::name, Operation::template measure<AnchorSections, kind>},
+            {{"plain vector", Operation::template measure<LiteralAnchorSections, kind>},
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-    figure.baselines.push_back(otherLibrary("icl::interval_set", insertion<IntervalSet>(kind)));
+             {"icl::interval_set", Operation::template measure<IntervalSet, kind>}
 #endif
-    return figure;
-}
-
-Figure lookupFigure(std::string const& windows, Windows kind)
-{
-    Figure figure{"isAnchor, random times, windows mostly " + windows,
-                  nanoseconds,
-                  {"isAnchor", lookup<AnchorSections>(kind)},
-                  {{"plain vector", lookup<LiteralAnchorSections>(kind, slowLookupCount)}}};
-#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-    figure.baselines.push_back(otherLibrary("icl::interval_set", lookup<IntervalSet>(kind)));
-#endif
-    return figure;
+            }};
 }
 
 } // namespace
@@ -149,11 +147,11 @@ Group anchorSections()
 {
     return {"Anchor sections",
             Cost::ProcessorTime,
-            {insertionFigure("apart", Windows::Apart),
-             lookupFigure("apart", Windows::Apart),
-             insertionFigure("fusing", Windows::Fusing),
-             lookupFigure("fusing", Windows::Fusing),
-             insertionFigure("apart, in order", Windows::InOrder)}};
+            {figure<Insertion, Windows::Apart>("insertSection, 10,000 windows, mostly apart"),
+             figure<Lookup, Windows::Apart>("isAnchor, random times, windows mostly apart"),
+             figure<Insertion, Windows::Fusing>("insertSection, 10,000 windows, mostly fusing"),
+             figure<Lookup, Windows::Fusing>("isAnchor, random times, windows mostly fusing"),
+             figure<Insertion, Windows::InOrder>("insertSection, 10,000 windows, mostly apart, in order")}};
 }
 
 } // namespace bench

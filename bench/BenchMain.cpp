@@ -20,86 +20,43 @@
 namespace
 {
 
-struct Settings
+// The groups without the figures whose "group: figure" does not match.
+std::vector<bench::Group> chosen(std::string const& filter)
 {
-    std::string jsonPath; // empty: none
-    std::string filter;   // of "group: figure"; empty: all
-    bool otherLibraries = false;
-};
-
-#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-constexpr bool hasOtherLibraries = true;
-#else
-constexpr bool hasOtherLibraries = false;
-#endif
-
-std::vector<bench::Group> chosen(Settings const& settings)
-{
-    std::regex const filter(settings.filter, std::regex::icase);
+    std::regex const expression(filter, std::regex::icase);
     auto groups = bench::allGroups();
     for (auto& group : groups) {
         std::erase_if(group.figures, [&](bench::Figure const& figure) {
-            return !std::regex_search(group.name + ": " + figure.name, filter);
+            return !std::regex_search(group.name + ": " + figure.name, expression);
         });
-        for (auto& figure : group.figures) {
-            std::erase_if(figure.baselines, [&](bench::Baseline const& baseline) {
-                return baseline.isOtherLibrary && !settings.otherLibraries;
-            });
-        }
     }
     std::erase_if(groups, [](bench::Group const& group) { return group.figures.empty(); });
     if (groups.empty()) {
-        throw std::invalid_argument("no figure matches '" + settings.filter + "'");
+        throw std::invalid_argument("no figure matches '" + filter + "'");
     }
     return groups;
 }
 
-void run(Settings const& settings)
+void run(std::string const& filter, std::string const& jsonPath)
 {
-    auto const groups = chosen(settings);
+    auto const groups = chosen(filter);
     std::optional<oV::Roamscan::tool::OutputFile> json;
-    if (!settings.jsonPath.empty()) {
-        json.emplace(settings.jsonPath);
+    if (!jsonPath.empty()) {
+        json.emplace(jsonPath);
     }
 #ifndef NDEBUG
     std::fputs("this build is not optimized; its numbers mean nothing\n", stderr);
 #endif
     bench::Measurement measurement;
-    std::vector<bench::Result> results;
     for (auto const& group : groups) {
-        bool isFirst = true;
+        bench::printHeading(group.name);
         for (auto const& figure : group.figures) {
-            if (auto const result = measurement.measure(group, figure)) {
-                std::printf("%s%s",
-                            isFirst ? ("\n" + bench::heading(group.name)).c_str() : "",
-                            bench::rows(*result).c_str());
-                std::fflush(stdout);
-                results.push_back(*result);
-                isFirst = false;
-            }
+            bench::printRows(measurement.measure(group, figure));
         }
     }
     if (json) {
-        json->stream() << bench::withRatios(measurement.json(), results);
+        json->stream() << bench::withRatios(measurement.json(), measurement.comparisons());
         json->commit();
-    }
-}
-
-// The defaults, which the caller's own options override.
-void initializeGoogleBenchmark(char* program, std::vector<std::string> callersOptions)
-{
-    std::vector<std::string> options{"--benchmark_enable_random_interleaving=true",
-                                     "--benchmark_repetitions=7",
-                                     "--benchmark_min_time=0.02"};
-    options.insert(options.end(), callersOptions.begin(), callersOptions.end());
-    std::vector<char*> arguments{program};
-    for (std::string& option : options) {
-        arguments.push_back(option.data());
-    }
-    int count = static_cast<int>(arguments.size());
-    benchmark::Initialize(&count, arguments.data());
-    if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) {
-        std::exit(2);
     }
 }
 
@@ -107,27 +64,31 @@ void initializeGoogleBenchmark(char* program, std::vector<std::string> callersOp
 
 int main(int argc, char** argv)
 {
-    CLI::App app("Measures this library against baselines in one run.");
+    static CLI::App app("Measures this library against baselines in one run.");
     app.footer(
         "Options of Google Benchmark are passed on, such as --benchmark_min_time=SECONDS and\n"
         "--benchmark_repetitions=N. Use --filter for --benchmark_filter and --json for --benchmark_out.");
-    app.allow_extras();
-    Settings settings;
-    app.add_option("--json", settings.jsonPath, "also write all numbers to this file");
-    app.add_option("--filter",
-                   settings.filter,
-                   "only the figures whose 'group: figure' matches this regular expression");
-    auto* const otherLibraries =
-        app.add_flag("--other-libraries", settings.otherLibraries, "also measure against other libraries");
-    if (!hasOtherLibraries) {
-        otherLibraries->check([](std::string const&) {
-            return "other libraries are not built in; configure with ROAMSCAN_BUILD_BENCH_OTHER_LIBRARIES=ON";
-        });
+    std::string jsonPath;
+    std::string filter;
+    app.add_option("--json", jsonPath, "also write all numbers to this file");
+    app.add_option(
+        "--filter", filter, "only the figures whose 'group: figure' matches this regular expression");
+
+    // Our defaults first: the caller's options override them.
+    std::vector<std::string> options{argv[0],
+                                     "--benchmark_enable_random_interleaving=true",
+                                     "--benchmark_repetitions=7",
+                                     "--benchmark_min_time=0.02"};
+    options.insert(options.end(), argv + 1, argv + argc);
+    std::vector<char*> arguments;
+    for (std::string& option : options) {
+        arguments.push_back(option.data());
     }
-    CLI11_PARSE(app, argc, argv);
-    initializeGoogleBenchmark(argv[0], app.remaining());
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data(), [] { std::fputs(app.help().c_str(), stdout); });
+    CLI11_PARSE(app, count, arguments.data());
     try {
-        run(settings);
+        run(filter, jsonPath);
     } catch (std::exception const& failure) {
         std::fprintf(stderr, "roamscan_bench: %s\n", failure.what());
         return 1;

@@ -5,7 +5,6 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace bench
@@ -41,12 +40,26 @@ inline Unit const megabytesPerSecond{"MB/s", 1e-6, true};    ///< The items are 
 inline Unit const megapointsPerSecond{"Mpts/s", 1e-6, true}; ///< The items are points.
 
 /// How the ratio to a baseline is formed.
-enum class Ratio
+struct Ratio
 {
-    TimesAsFast,   ///< The baseline's cost divided by the subject's. A target is a lower bound.
-    TimesTheTime,  ///< The subject's cost divided by the baseline's. A target is an upper bound.
-    TimesTheMemory ///< The same for memory.
+    std::string meaning; ///< In "2.50x as fast".
+    bool isSpeedup;      ///< The baseline's cost divided by the subject's, or the reverse.
+
+    [[nodiscard]] double of(double subjectCost, double baselineCost) const
+    {
+        return isSpeedup ? baselineCost / subjectCost : subjectCost / baselineCost;
+    }
+
+    /// A target is a lower bound for a speedup, otherwise an upper bound.
+    [[nodiscard]] bool meets(double target, double ratio) const
+    {
+        return isSpeedup ? ratio >= target : ratio <= target;
+    }
 };
+
+inline Ratio const timesAsFast{"as fast", true};
+inline Ratio const timesTheTime{"the time", false};
+inline Ratio const timesTheMemory{"the memory", false};
 
 /// What is measured.
 struct Subject
@@ -60,18 +73,16 @@ struct Baseline
 {
     std::string label;
     Function function;
-    Ratio ratio = Ratio::TimesAsFast;
+    Ratio ratio = timesAsFast;
     std::optional<double> target = std::nullopt; ///< The bound that this project sets for the ratio.
-    bool isOtherLibrary = false;                 ///< Measured only with --other-libraries.
 };
 
-[[nodiscard]] inline Baseline
-otherLibrary(std::string label, Function function, std::optional<double> target = std::nullopt)
-{
-    return {std::move(label), std::move(function), Ratio::TimesAsFast, target, true};
-}
-
-/// A subject and its baselines, measured in one run.
+/// A subject and its baselines, measured in one run. A new figure is a function, and one line in the list of
+/// a group:
+/// @code
+/// {"getOption among 10,000", nanoseconds, {"getOption", lookUp},
+///  {{"std::map", lookUpInMap, timesAsFast, 1.5}}},
+/// @endcode
 struct Figure
 {
     std::string name;

@@ -5,6 +5,7 @@
 #include <benchmark/benchmark.h>
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <memory>
@@ -51,13 +52,14 @@ void timeEach(benchmark::State& state, auto const& work)
 /// The counter of Google Benchmark that has the bytes of Cost::PeakMemory.
 inline constexpr char const* peakMemoryCounter = "peak_memory";
 
-/// For Cost::PeakMemory: measures in a child process how far `work` on what `prepare` points to raises the
-/// process's peak of memory above that of the preparation.
-void measurePeakMemory(benchmark::State& state, auto const& prepare, auto const& work)
+/// For Cost::PeakMemory: measures in a child process how far `work` on a new `Prepared` raises the peak of
+/// the process's memory above that of making the `Prepared`.
+template <typename Prepared = std::nullptr_t>
+void measurePeakMemory(benchmark::State& state, auto const& work)
 {
     for ([[maybe_unused]] auto _ : state) {
-        state.counters[peakMemoryCounter] = inChild([&prepare, &work] {
-            auto prepared = prepare();
+        state.counters[peakMemoryCounter] = inChild([&work] {
+            auto const prepared = std::make_unique<Prepared>();
             double const before = peakMemory();
             auto const result = work(*prepared);
             benchmark::DoNotOptimize(&result);

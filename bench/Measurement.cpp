@@ -13,16 +13,6 @@ namespace
 
 using Run = benchmark::BenchmarkReporter::Run;
 
-void registerFunction(std::string const& name, Function const& function, Cost cost)
-{
-    auto* const registered = benchmark::RegisterBenchmark(name.c_str(), function);
-    if (cost == Cost::ReportedTime) {
-        registered->UseManualTime();
-    } else if (cost == Cost::PeakMemory) {
-        registered->Iterations(1)->Repetitions(1);
-    }
-}
-
 double costOf(Run const& run, Cost cost)
 {
     if (run.error_occurred) {
@@ -38,81 +28,66 @@ double costOf(Run const& run, Cost cost)
     return seconds / static_cast<double>(run.iterations);
 }
 
-Series costsOf(std::vector<Run> const& runs, Cost cost)
+Spread spreadOf(std::vector<double> values)
 {
-    Series costs;
-    for (Run const& run : runs) {
-        if (run.run_type == Run::RT_Iteration) {
-            costs.values.push_back(costOf(run, cost));
-        }
-    }
-    return costs;
-}
-
-Series ratiosOf(Series const& subject, Series const& baseline, Ratio ratio)
-{
-    Series ratios;
-    for (std::size_t i = 0; i < subject.values.size(); ++i) {
-        double const ours = subject.values[i];
-        double const theirs = baseline.values[i];
-        ratios.values.push_back(ratio == Ratio::TimesAsFast ? theirs / ours : ours / theirs);
-    }
-    return ratios;
+    std::sort(values.begin(), values.end());
+    std::size_t const last = values.size() - 1;
+    return {values.front(), (values[last / 2] + values[(last + 1) / 2]) / 2.0, values.back()};
 }
 
 } // namespace
 
-double Series::median() const
+std::vector<Comparison> Measurement::measure(Group const& group, Figure const& figure)
 {
-    std::vector<double> sorted = values;
-    std::sort(sorted.begin(), sorted.end());
-    std::size_t const middle = sorted.size() / 2;
-    return sorted.size() % 2 == 1 ? sorted[middle] : (sorted[middle - 1] + sorted[middle]) / 2.0;
-}
-
-double Series::smallest() const
-{
-    return *std::min_element(values.begin(), values.end());
-}
-
-double Series::largest() const
-{
-    return *std::max_element(values.begin(), values.end());
-}
-
-std::optional<bool> BaselineResult::meetsTarget() const
-{
-    if (!baseline.target) {
-        return std::nullopt;
-    }
-    double const ratio = ratios.median();
-    return baseline.ratio == Ratio::TimesAsFast ? ratio >= *baseline.target : ratio <= *baseline.target;
-}
-
-std::optional<Result> Measurement::measure(Group const& group, Figure const& figure)
-{
-    std::string const prefix = group.name + "/" + figure.name + "/";
-    benchmark::ClearRegisteredBenchmarks();
-    registerFunction(prefix + figure.subject.label, figure.subject.function, group.cost);
-    for (Baseline const& baseline : figure.baselines) {
-        registerFunction(prefix + baseline.label, baseline.function, group.cost);
-    }
-    runs_.clear();
-    benchmark::RunSpecifiedBenchmarks(this, "all");
-    if (runs_.empty()) {
-        return std::nullopt;
-    }
-
-    auto const costs = [&](std::string const& label) {
-        return costsOf(runs_.at(prefix + label), group.cost);
+    auto const nameOf = [&](std::string const& label) {
+        return group.name + "/" + figure.name + "/" + label;
     };
-    Result result{
-        group.name, figure.name, figure.unit, figure.subject.label, costs(figure.subject.label), {}};
+    auto const add = [&](std::string const& label, Function const& function) {
+        auto* const registered = benchmark::RegisterBenchmark(nameOf(label).c_str(), function);
+        if (group.cost == Cost::ReportedTime) {
+            registered->UseManualTime();
+        } else if (group.cost == Cost::PeakMemory) {
+            registered->Iterations(1)->Repetitions(1);
+        }
+    };
+    auto const costs = [&](std::string const& label) {
+        std::vector<double> values;
+        for (Run const& run : repetitions_.at(nameOf(label))) {
+            values.push_back(costOf(run, group.cost));
+        }
+        return values;
+    };
+
+    benchmark::ClearRegisteredBenchmarks();
+    repetitions_.clear();
+    add(figure.subject.label, figure.subject.function);
     for (Baseline const& baseline : figure.baselines) {
-        Series const theirs = costs(baseline.label);
-        result.baselines.push_back({baseline, theirs, ratiosOf(result.costs, theirs, baseline.ratio)});
+        add(baseline.label, baseline.function);
     }
-    return result;
+    benchmark::RunSpecifiedBenchmarks(this, "all");
+    if (repetitions_.empty()) {
+        return {};
+    }
+
+    std::vector<Comparison> comparisons;
+    auto const ours = costs(figure.subject.label);
+    for (Baseline const& baseline : figure.baselines) {
+        auto const theirs = costs(baseline.label);
+        std::vector<double> ratios;
+        for (std::size_t i = 0; i < ours.size(); ++i) {
+            ratios.push_back(baseline.ratio.of(ours[i], theirs[i]));
+        }
+        comparisons.push_back({group.name,
+                               figure.name,
+                               figure.subject.label,
+                               baseline,
+                               figure.unit,
+                               spreadOf(ours),
+                               spreadOf(theirs),
+                               spreadOf(ratios)});
+    }
+    comparisons_.insert(comparisons_.end(), comparisons.begin(), comparisons.end());
+    return comparisons;
 }
 
 std::string Measurement::json()
@@ -123,19 +98,17 @@ std::string Measurement::json()
 
 bool Measurement::ReportContext(Context const& context)
 {
-    if (!isContextReported_) {
-        isContextReported_ = true;
-        return json_.ReportContext(context);
-    }
-    return true;
+    return text_.tellp() > 0 || json_.ReportContext(context); // once, not for each figure
 }
 
 void Measurement::ReportRuns(std::vector<Run> const& runs)
 {
     json_.ReportRuns(runs);
-    // Called twice: with the repetitions, and with their aggregates.
-    auto& all = runs_[runs.front().run_name.function_name];
-    all.insert(all.end(), runs.begin(), runs.end());
+    for (Run const& run : runs) {
+        if (run.run_type == Run::RT_Iteration) {
+            repetitions_[run.run_name.function_name].push_back(run);
+        }
+    }
 }
 
 } // namespace bench

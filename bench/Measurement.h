@@ -5,7 +5,6 @@
 #include <benchmark/benchmark.h>
 
 #include <map>
-#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -13,35 +12,31 @@
 namespace bench
 {
 
-/// The numbers of the repetitions of one benchmark.
-struct Series
+/// Numbers of several repetitions.
+struct Spread
 {
-    std::vector<double> values;
-
-    [[nodiscard]] double median() const;
-    [[nodiscard]] double smallest() const;
-    [[nodiscard]] double largest() const;
+    double smallest;
+    double median;
+    double largest;
 };
 
-struct BaselineResult
-{
-    Baseline baseline;
-    Series costs;
-    Series ratios; ///< One for each repetition.
-
-    /// Whether the median meets the target; empty without a target.
-    [[nodiscard]] std::optional<bool> meetsTarget() const;
-};
-
-/// Costs are in seconds for one item, or in bytes.
-struct Result
+/// A subject and one of its baselines, measured. Costs are in seconds for one item, or in bytes.
+struct Comparison
 {
     std::string group;
     std::string figure;
+    std::string subject;
+    Baseline baseline;
     Unit unit;
-    std::string label;
-    Series costs;
-    std::vector<BaselineResult> baselines;
+    Spread subjectCost;
+    Spread baselineCost;
+    Spread ratio; ///< Of the ratios of each repetition.
+
+    /// Whether the median meets the target; true without a target.
+    [[nodiscard]] bool meetsTarget() const
+    {
+        return !baseline.target || baseline.ratio.meets(*baseline.target, ratio.median);
+    }
 };
 
 /// Runs figures through Google Benchmark.
@@ -51,19 +46,23 @@ public:
     Measurement() { json_.SetOutputStream(&text_); }
 
     /// Runs the figure's subject and its baselines together, so that their repetitions can be interleaved.
-    /// @return empty if Google Benchmark was asked only for the names of the benchmarks
+    /// @return one comparison for each baseline; none if Google Benchmark only lists the names of benchmarks
     /// @throws std::runtime_error if a function reports a failure
-    [[nodiscard]] std::optional<Result> measure(Group const& group, Figure const& figure);
+    [[nodiscard]] std::vector<Comparison> measure(Group const& group, Figure const& figure);
 
-    /// Google Benchmark's own report in JSON on all that was measured. Call it once, at the end.
+    /// All comparisons up to now.
+    [[nodiscard]] std::vector<Comparison> const& comparisons() const { return comparisons_; }
+
+    /// Google Benchmark's report in JSON on all that was measured. Call it once, at the end.
     [[nodiscard]] std::string json();
 
 private:
     bool ReportContext(Context const& context) override;
     void ReportRuns(std::vector<Run> const& runs) override;
 
-    std::map<std::string, std::vector<Run>> runs_; // of the figure, by the registered name
-    bool isContextReported_ = false;
+    std::map<std::string, std::vector<Run>>
+        repetitions_; // of a figure's functions, by their registered names
+    std::vector<Comparison> comparisons_;
     std::ostringstream text_;
     benchmark::JSONReporter json_;
 };

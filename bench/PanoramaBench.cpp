@@ -4,13 +4,21 @@
 
 #include "bench/Benchmarks.h"
 #include "bench/Loops.h"
-#include "bench/workload/WidePicture.h"
+#include "bench/workload/ProcessMemory.h"
+#include "bench/workload/ScratchFolder.h"
 
+#include <roamscan/frame/bvbase/File.h>
+#include <roamscan/frame/bvbase/String.h>
 #include <roamscan/imagery/LargeImageSerialization.h>
 
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <filesystem>
+#include <random>
 #include <stdexcept>
 
 namespace bench
@@ -22,65 +30,109 @@ namespace
 using oV::Roamscan::LargeImageSerialization::readImage;
 using oV::Roamscan::LargeImageSerialization::serializeImage;
 
-cv::Mat readTiles(WidePictureFiles const& files)
+constexpr int pictureRows = 5'000;
+constexpr int pictureColumns = 20'000;
+
+// The bytes of its pixels.
+constexpr double pictureSize = 3.0 * pictureRows * pictureColumns;
+
+// A panorama in colour, three bytes per pixel. Its smooth shades and the noise of a sensor compress as those
+// of a photograph do. The same in each run.
+cv::Mat makePicture()
 {
-    return readImage(files.tiled);
+    std::array<double, 3> const channelPhase{0.0, 0.7, 1.9};
+    cv::Mat picture(pictureRows, pictureColumns, CV_8UC3);
+    std::minstd_rand noise(24);
+    for (int row = 0; row < picture.rows; ++row) {
+        auto* pixel = picture.ptr<std::uint8_t>(row);
+        double const vertical = 60.0 * std::sin(0.01 * row);
+        for (int column = 0; column < picture.cols; ++column) {
+            for (double const phase : channelPhase) {
+                double const shade = 128.0 + vertical + 40.0 * std::sin(0.003 * column + phase);
+                *pixel++ = static_cast<std::uint8_t>(shade + static_cast<double>(noise() % 8));
+            }
+        }
+    }
+    return picture;
 }
 
-cv::Mat readWhole(WidePictureFiles const& files)
+// A file of this process. Next to it, in a folder of the same name, are the tiles.
+std::string fileNamed(std::string const& name, std::string const& extension)
 {
-    return cv::imread(files.whole, cv::IMREAD_UNCHANGED);
+    static ScratchFolder const folder;
+    return (folder.path() / (name + "-" + extension + "." + extension)).string();
 }
 
-bool writeTiles(WidePictureFiles const& files, cv::Mat const& picture)
+cv::Mat readTiles(std::string const& file)
 {
-    serializeImage(picture, files.tiled);
-    return true;
+    return readImage(Bv_1_1::File::fromPath(Bv_1_1::String::fromNarrow(file.c_str())));
 }
 
-bool writeWhole(WidePictureFiles const& files, cv::Mat const& picture)
+cv::Mat readWhole(std::string const& file)
 {
-    return cv::imwrite(files.whole, picture);
+    return cv::imread(file, cv::IMREAD_UNCHANGED);
 }
 
-using Read = cv::Mat (*)(WidePictureFiles const&);
-using Write = bool (*)(WidePictureFiles const&, cv::Mat const&);
+void writeTiles(std::string const& file, cv::Mat const& picture)
+{
+    serializeImage(picture, Bv_1_1::File::fromPath(Bv_1_1::String::fromNarrow(file.c_str())));
+}
 
-// Files that were compared: the lossless format must give the same pixels either way.
+void writeWhole(std::string const& file, cv::Mat const& picture)
+{
+    if (!cv::imwrite(file, picture)) {
+        throw std::runtime_error("cannot write " + file);
+    }
+}
+
+// The picture in a format, in one file and in tiles, written by a child process when first used.
+std::string pictureFile(std::string const& extension)
+{
+    std::string file = fileNamed("picture", extension);
+    if (!std::filesystem::exists(file)) {
+        inChild([&file] {
+            cv::Mat const picture = makePicture();
+            writeTiles(file, picture);
+            writeWhole(file, picture);
+            return 0.0;
+        });
+    }
+    return file;
+}
+
+using Read = cv::Mat (*)(std::string const&);
+using Write = void (*)(std::string const&, cv::Mat const&);
+
+// A file that was read both ways: the lossless format must give the same pixels.
 struct Input
 {
-    explicit Input(std::string const& extension) : files(widePictureFiles(extension))
+    explicit Input(std::string const& extension) : file(pictureFile(extension))
     {
-        cv::Mat const tiles = readTiles(files);
-        cv::Mat const whole = readWhole(files);
-        if (tiles.size() != whole.size() || tiles.type() != whole.type() ||
-            whole.cols != widePictureColumns ||
+        cv::Mat const tiles = readTiles(file);
+        cv::Mat const whole = readWhole(file);
+        if (tiles.size() != whole.size() || tiles.type() != whole.type() || whole.cols != pictureColumns ||
             (extension == "png" && cv::norm(tiles, whole, cv::NORM_INF) != 0.0))
         {
             throw std::logic_error("the pictures from the tiles and from one file differ");
         }
     }
 
-    WidePictureFiles files;
+    std::string file;
 };
 
 Function reading(std::string const& extension, Read read)
 {
     return [extension, read](benchmark::State& state) {
-        auto const& files = inputFor<Input>(extension).files;
-        timeEach(state, [&files, read] { return read(files); });
+        timeEach(state, [&file = inputFor<Input>(extension).file, read] { return read(file); });
     };
 }
 
 Function writing(std::string const& extension, Write write)
 {
     return [extension, write](benchmark::State& state) {
-        static cv::Mat const picture = makeWidePicture();
-        auto const files = newPictureFiles(extension);
-        timeEach(state, [&files, write] {
-            if (!write(files, picture)) {
-                throw std::runtime_error("the picture could not be written");
-            }
+        static cv::Mat const picture = makePicture();
+        timeEach(state, [file = fileNamed("new", extension), write] {
+            write(file, picture);
             return true;
         });
     };
@@ -89,16 +141,15 @@ Function writing(std::string const& extension, Write write)
 Function peakOfReading(std::string const& extension, Read read)
 {
     return [extension, read](benchmark::State& state) {
-        auto const files = widePictureFiles(extension);
-        measurePeakMemory(
-            state, [&files] { return &files; }, read);
+        std::string const file = pictureFile(extension);
+        measurePeakMemory(state, [&file, read](auto const& /*nothing*/) { return read(file); });
     };
 }
 
 void twiceThePicture(benchmark::State& state)
 {
     for ([[maybe_unused]] auto _ : state) {
-        state.counters[peakMemoryCounter] = 2.0 * widePictureSize;
+        state.counters[peakMemoryCounter] = 2.0 * pictureSize;
     }
 }
 
@@ -107,7 +158,7 @@ Figure readingFigure(std::string const& extension, std::optional<double> target 
     return {"reading " + extension,
             milliseconds,
             {"readImage", reading(extension, readTiles)},
-            {{"cv::imread, one file", reading(extension, readWhole), Ratio::TimesAsFast, target}}};
+            {{"cv::imread, one file", reading(extension, readWhole), timesAsFast, target}}};
 }
 
 Figure writingFigure(std::string const& extension)
@@ -115,7 +166,7 @@ Figure writingFigure(std::string const& extension)
     return {"writing " + extension,
             milliseconds,
             {"serializeImage", writing(extension, writeTiles)},
-            {{"cv::imwrite, one file", writing(extension, writeWhole), Ratio::TimesTheTime}}};
+            {{"cv::imwrite, one file", writing(extension, writeWhole), timesTheTime}}};
 }
 
 Figure memoryFigure(std::string const& extension)
@@ -123,8 +174,8 @@ Figure memoryFigure(std::string const& extension)
     return {"reading " + extension,
             megabytes,
             {"readImage", peakOfReading(extension, readTiles)},
-            {{"twice the picture", twiceThePicture, Ratio::TimesTheMemory, 1.1},
-             {"cv::imread, one file", peakOfReading(extension, readWhole), Ratio::TimesTheMemory}}};
+            {{"twice the picture", twiceThePicture, timesTheMemory, 1.1},
+             {"cv::imread, one file", peakOfReading(extension, readWhole), timesTheMemory}}};
 }
 
 } // namespace

@@ -11,10 +11,11 @@
 #include <roamscan/trajectory/TrajectoryFromNodes.h>
 
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-#include "bench/baselines/Tf2Buffer.h"
+#include "bench/baselines/Tf2Lookup.h"
 #endif
 
 #include <stdexcept>
+#include <utility>
 
 namespace bench
 {
@@ -33,44 +34,27 @@ struct Case
 
     bool operator==(Case const&) const = default;
 
-    [[nodiscard]] std::string name() const
-    {
-        return (ascending ? "ascending times, " : "random times, ") + withCommas(poses) + " poses, " +
-               nameOf(spacing);
-    }
-
     [[nodiscard]] std::size_t queryCount() const
     {
-        if (poses < 1'000'000) {
-            return 100'000;
-        }
-        return ascending ? 1'000'000 : 400'000;
+        return poses < 1'000'000 ? 100'000 : ascending ? 1'000'000 : 400'000;
     }
 };
 
 // The same poses in each form that is measured, and the queries.
 struct Input
 {
-    explicit Input(Case const& which) : walk(makeWalk(which.poses, which.spacing))
+    explicit Input(Case const& which)
     {
+        auto const nodes = makeNodes(which.poses, which.spacing);
         support::MapPoseFunction plain;
-        for (std::size_t i = 0; i < walk.times.size(); ++i) {
-            plain.poses[TimeStamp(walk.times[i])] = walk.poses[i];
+        for (auto const& node : nodes) {
+            poses.push_back(node.pose);
+            plain.poses[TimeStamp(node.time)] = node.pose;
         }
         map = std::move(plain);
-        trajectory = oV::Roamscan::buildTrajectoryFromTrajectoryNodes(makeNodes(which.poses, which.spacing));
-        queries = makeQueries(walk.times, which.queryCount(), which.ascending);
-        requireAgreement();
-    }
-
-    [[nodiscard]] Pose interpolated(Query const& query) const
-    {
-        return walk.poses[query.lower].interpolate(walk.poses[query.lower + 1], query.fraction);
-    }
-
-    // Only methods that give the same poses can be compared.
-    void requireAgreement() const
-    {
+        trajectory = oV::Roamscan::buildTrajectoryFromTrajectoryNodes(nodes);
+        queries = makeQueries(nodes, which.queryCount(), which.ascending);
+        // Only methods that give the same poses can be compared.
         for (std::size_t i = 0; i < queries.size(); i += 101) {
             auto const pose = trajectory.sample(queries[i].time).serialize();
             if (pose != map(queries[i].time).serialize() || pose != interpolated(queries[i]).serialize()) {
@@ -79,7 +63,12 @@ struct Input
         }
     }
 
-    Walk walk;
+    [[nodiscard]] Pose interpolated(Query const& query) const
+    {
+        return poses[query.lower].interpolate(poses[query.lower + 1], query.fraction);
+    }
+
+    std::vector<Pose> poses;
     Trajectory::PoseFunction map;
     Trajectory trajectory;
     std::vector<Query> queries;
@@ -95,36 +84,35 @@ Function sampling(Case const& which, auto pose)
 }
 
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
+// A transform buffer of tf2 with the same poses.
 struct Tf2Input
 {
     explicit Tf2Input(Case const& which)
     {
-        auto const& input = inputFor<Input>(which);
-        std::vector<Tf2Buffer::FlatPose> poses;
-        for (Pose const& pose : input.walk.poses) {
-            poses.push_back(pose.serialize());
+        std::vector<double> times;
+        std::vector<FlatPose> poses;
+        for (auto const& node : makeNodes(which.poses, which.spacing)) {
+            times.push_back(node.time);
+            poses.push_back(node.pose.serialize());
         }
-        buffer = std::make_unique<Tf2Buffer>(input.walk.times, poses);
-        constexpr std::size_t count = 100'000; // of the queries, as tf2 is slow
-        for (std::size_t i = 0; i < count; ++i) {
-            times.push_back(input.queries[i * (input.queries.size() / count)].time);
-        }
+        lookup = makeTf2Lookup(times, poses);
     }
 
-    std::unique_ptr<Tf2Buffer> buffer;
-    std::vector<double> times;
+    std::function<FlatPose(double)> lookup;
 };
 
 Function tf2Sampling(Case const& which)
 {
     return [which](benchmark::State& state) {
-        auto const& input = inputFor<Tf2Input>(which);
-        measureEach(state, input.times, [&input](double time) { return input.buffer->sample(time); });
+        auto const& lookup = inputFor<Tf2Input>(which).lookup;
+        measureEach(state, inputFor<Input>(which).queries, [&lookup](Query const& query) {
+            return lookup(query.time);
+        });
     };
 }
 #endif
 
-Figure samplingFigure(Case const& which)
+Figure samplingFigure(std::string const& name, Case const& which)
 {
     auto const ours = [](Input const& input, Query const& query) {
         return input.trajectory.sample(query.time);
@@ -133,22 +121,18 @@ Figure samplingFigure(Case const& which)
     auto const bare = [](Input const& input, Query const& query) { return input.interpolated(query); };
 
     bool const isEven = which.spacing == Spacing::Even;
-    std::optional<double> mapTarget;
-    std::optional<double> bareTarget;
-    if (!which.ascending && which.poses == 1'000'000 && isEven) {
-        mapTarget = 2.5;
-    }
-    if (which.ascending && which.poses == 20'000) {
-        bareTarget = 1.3;
-    }
-    Figure figure{which.name(),
+    using Target = std::optional<double>;
+    Target const mapTarget =
+        !which.ascending && which.poses == 1'000'000 && isEven ? Target(2.5) : std::nullopt;
+    Target const bareTarget = which.ascending && which.poses == 20'000 ? Target(1.3) : std::nullopt;
+    Figure figure{name,
                   nanoseconds,
                   {"sample", sampling(which, ours)},
-                  {{"std::map", sampling(which, map), Ratio::TimesAsFast, mapTarget},
-                   {"bare interpolate", sampling(which, bare), Ratio::TimesTheTime, bareTarget}}};
+                  {{"std::map", sampling(which, map), timesAsFast, mapTarget},
+                   {"bare interpolate", sampling(which, bare), timesTheTime, bareTarget}}};
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
     if (isEven) {
-        figure.baselines.push_back(otherLibrary("tf2 lookup", tf2Sampling(which)));
+        figure.baselines.push_back({"tf2 lookup", tf2Sampling(which)});
     }
 #endif
     return figure;
@@ -159,11 +143,15 @@ Figure samplingFigure(Case const& which)
 Group poseSampling()
 {
     Group group{"One pose of a trajectory at a time", Cost::ProcessorTime, {}};
-    for (std::size_t const poses : {1'000U, 20'000U, 1'000'000U}) {
-        for (Spacing const spacing : {Spacing::Even, Spacing::Random, Spacing::Bursts}) {
-            for (bool const ascending : {false, true}) {
-                group.figures.push_back(samplingFigure({poses, spacing, ascending}));
-            }
+    using Sizes = std::pair<std::size_t, std::string>;
+    using Spacings = std::pair<Spacing, std::string>;
+    for (auto const& [poses, count] : {Sizes{1'000, "1,000"}, {20'000, "20,000"}, {1'000'000, "1,000,000"}}) {
+        for (auto const& [spacing, gaps] :
+             {Spacings{Spacing::Even, "even"}, {Spacing::Random, "random gaps"}, {Spacing::Bursts, "bursts"}})
+        {
+            std::string const rest = " times, " + count + " poses, " + gaps;
+            group.figures.push_back(samplingFigure("random" + rest, {poses, spacing, false}));
+            group.figures.push_back(samplingFigure("ascending" + rest, {poses, spacing, true}));
         }
     }
     return group;

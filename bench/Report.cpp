@@ -1,9 +1,9 @@
 #include "bench/Report.h"
 
+#include "tools/console/Text.h"
+
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
-#include <array>
 #include <cstdio>
 
 namespace bench
@@ -14,123 +14,83 @@ namespace
 
 using Json = nlohmann::ordered_json;
 
-std::string nameOf(Ratio ratio)
-{
-    switch (ratio) {
-    case Ratio::TimesAsFast:
-        return "as fast";
-    case Ratio::TimesTheTime:
-        return "the time";
-    case Ratio::TimesTheMemory:
-        break;
-    }
-    return "the memory";
-}
-
 // Three significant digits, and every digit before the decimal point.
 std::string numberText(double value)
 {
-    int const decimals = value < 10.0 ? 2 : value < 100.0 ? 1 : 0;
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.*f", decimals, value);
-    return text.data();
+    return oV::Roamscan::tool::fixed(value, value < 10.0 ? 2 : value < 100.0 ? 1 : 0);
 }
 
-std::string left(std::string text, std::size_t width)
+std::string quantity(Unit const& unit, Spread const& cost)
 {
-    text.resize(std::max(width, text.size()), ' ');
-    return text;
+    return numberText(unit.shown(cost.median)) + " " + unit.name;
 }
 
-std::string right(std::string const& text, std::size_t width)
+std::string targetText(Comparison const& comparison)
 {
-    return std::string(width - std::min(width, text.size()), ' ') + text;
-}
-
-std::string targetText(BaselineResult const& result)
-{
-    if (!result.baseline.target) {
+    auto const& target = comparison.baseline.target;
+    if (!target) {
         return "";
     }
-    std::string const bound = result.baseline.ratio == Ratio::TimesAsFast ? ">= " : "<= ";
-    return "target " + bound + numberText(*result.baseline.target) + "x" +
-           (*result.meetsTarget() ? ", met" : ", MISSED");
+    std::string const bound = comparison.baseline.ratio.isSpeedup ? ">= " : "<= ";
+    return "target " + bound + numberText(*target) + (comparison.meetsTarget() ? "x, met" : "x, MISSED");
 }
 
-std::string quantity(Unit const& unit, Series const& costs)
+Json toJson(Spread const& spread)
 {
-    return right(numberText(unit.shown(costs.median())), 8) + " " + left(unit.name, 6);
+    return {{"median", spread.median}, {"min", spread.smallest}, {"max", spread.largest}};
 }
 
-std::string rangeText(Series const& ratios)
+Json toJson(Comparison const& comparison)
 {
-    return std::string("(").append(numberText(ratios.smallest())) + " to " + numberText(ratios.largest()) +
-           ")";
-}
-
-Json toJson(Series const& series)
-{
-    return {{"median", series.median()},
-            {"min", series.smallest()},
-            {"max", series.largest()},
-            {"values", series.values}};
-}
-
-Json toJson(std::string const& label, Unit const& unit, Series const& costs)
-{
-    return {{"label", label},
-            {"shown", {{"value", unit.shown(costs.median())}, {"unit", unit.name}}},
-            {"cost", toJson(costs)}};
-}
-
-Json toJson(Result const& result, BaselineResult const& against)
-{
-    Json json{{"group", result.group},
-              {"figure", result.figure},
-              {"subject", toJson(result.label, result.unit, result.costs)},
-              {"baseline", toJson(against.baseline.label, result.unit, against.costs)},
-              {"ratio", toJson(against.ratios)}};
-    json["ratio"]["kind"] = "times " + nameOf(against.baseline.ratio);
-    if (against.baseline.target) {
-        json["target"] = {{"bound", against.baseline.ratio == Ratio::TimesAsFast ? "at least" : "at most"},
-                          {"value", *against.baseline.target},
-                          {"met", *against.meetsTarget()}};
+    auto const& [label, function, ratio, target] = comparison.baseline;
+    Json json{{"group", comparison.group},
+              {"figure", comparison.figure},
+              {"subject", comparison.subject},
+              {"subject_cost", toJson(comparison.subjectCost)},
+              {"baseline", label},
+              {"baseline_cost", toJson(comparison.baselineCost)},
+              {"ratio", toJson(comparison.ratio)},
+              {"ratio_kind", "times " + ratio.meaning}};
+    if (target) {
+        json["target"] = *target;
+        json["target_met"] = comparison.meetsTarget();
     }
     return json;
 }
 
 } // namespace
 
-std::string heading(std::string const& group)
+void printHeading(std::string const& group)
 {
-    return left("", 47) + left(" subject", 17) + left("baseline", 21) + left("its cost", 15) +
-           " ratio: median (range)\n" + group + "\n";
+    std::printf(
+        "\n%-54s%-14s%-22s%-14s%s\n", group.c_str(), "cost", "baseline", "its cost", "ratio: median (range)");
 }
 
-std::string rows(Result const& result)
+void printRows(std::vector<Comparison> const& comparisons)
 {
-    std::string text;
-    std::string start = left("  " + result.figure, 47) + left(quantity(result.unit, result.costs), 17);
-    for (BaselineResult const& against : result.baselines) {
-        std::string line =
-            start + left(against.baseline.label, 21) + left(quantity(result.unit, against.costs), 15) +
-            right(numberText(against.ratios.median()), 6) + left("x " + nameOf(against.baseline.ratio), 13) +
-            left(rangeText(against.ratios), 16) + targetText(against);
-        line.erase(line.find_last_not_of(' ') + 1);
-        text += line + "\n";
-        start.assign(start.size(), ' ');
+    bool isFirst = true;
+    for (Comparison const& comparison : comparisons) {
+        auto const& [smallest, median, largest] = comparison.ratio;
+        std::string const ratio = numberText(median) + "x " + comparison.baseline.ratio.meaning + " (" +
+                                  numberText(smallest) + " to " + numberText(largest) + ")";
+        std::printf("  %-52s%-14s%-22s%-14s%-36s%s\n",
+                    isFirst ? comparison.figure.c_str() : "",
+                    isFirst ? quantity(comparison.unit, comparison.subjectCost).c_str() : "",
+                    comparison.baseline.label.c_str(),
+                    quantity(comparison.unit, comparison.baselineCost).c_str(),
+                    ratio.c_str(),
+                    targetText(comparison).c_str());
+        isFirst = false;
     }
-    return text;
+    std::fflush(stdout);
 }
 
-std::string withRatios(std::string const& googleBenchmarkJson, std::vector<Result> const& results)
+std::string withRatios(std::string const& googleBenchmarkJson, std::vector<Comparison> const& comparisons)
 {
     Json json = Json::parse(googleBenchmarkJson);
     json["ratios"] = Json::array();
-    for (Result const& result : results) {
-        for (BaselineResult const& against : result.baselines) {
-            json["ratios"].push_back(toJson(result, against));
-        }
+    for (Comparison const& comparison : comparisons) {
+        json["ratios"].push_back(toJson(comparison));
     }
     return json.dump(2) + "\n";
 }

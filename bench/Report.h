@@ -8,15 +8,15 @@
 namespace bench
 {
 
-/// The heading of a group's rows.
-[[nodiscard]] std::string heading(std::string const& group);
+/// Prints the heading of the rows of a group.
+void printHeading(std::string const& group);
 
-/// A result as rows of a table, one for each baseline.
-[[nodiscard]] std::string rows(Result const& result);
+/// Prints the comparisons of a figure, one row for each.
+void printRows(std::vector<Comparison> const& comparisons);
 
-/// Google Benchmark's JSON with the list `ratios` added: for each baseline the costs of both sides, the
-/// ratios with their median and range, and the target. Costs are in seconds for one item, or in bytes.
+/// Google Benchmark's JSON with the list `ratios` added: for each comparison the costs, in seconds for one
+/// item or in bytes, the ratio, and the target, each with its median and range over the repetitions.
 [[nodiscard]] std::string withRatios(std::string const& googleBenchmarkJson,
-                                     std::vector<Result> const& results);
+                                     std::vector<Comparison> const& comparisons);
 
 } // namespace bench

@@ -34,12 +34,11 @@ std::unique_ptr<SensorData> twoSensors()
     return std::make_unique<SensorData>(store);
 }
 
-Function onTwoSensors(auto operation)
+template <auto operation>
+void onTwoSensors(benchmark::State& state)
 {
-    return [operation](benchmark::State& state) {
-        timeEach(state, twoSensors, operation);
-        state.SetItemsProcessed(state.iterations() * viewedSamples);
-    };
+    timeEach(state, twoSensors, operation);
+    state.SetItemsProcessed(state.iterations() * viewedSamples);
 }
 
 // The view and the shift, implemented plainly: each sample is looked up by its key.
@@ -88,25 +87,15 @@ bool shiftAllByLookup(SensorData& store)
     return true;
 }
 
-Figure viewFigure()
+auto view(SensorData const& store)
 {
-    auto const view = [](SensorData const& store) { return store.createTimedData(); };
-    return {"createTimedData, per sample",
-            nanoseconds,
-            {"createTimedData", onTwoSensors(view)},
-            {{"insertion by key", onTwoSensors(viewByLookup)}}};
+    return store.createTimedData();
 }
 
-Figure shiftFigure()
+bool shiftAll(SensorData& store)
 {
-    auto const modify = [](SensorData& store) {
-        store.modifyTime([](int64 time) { return time + shift; });
-        return true;
-    };
-    return {"modifyTime, per sample",
-            nanoseconds,
-            {"modifyTime", onTwoSensors(modify)},
-            {{"insertion by key", onTwoSensors(shiftAllByLookup)}}};
+    store.modifyTime([](int64 time) { return time + shift; });
+    return true;
 }
 
 // Range sensors with 2,000,000 points in total, the same number each.
@@ -125,27 +114,28 @@ struct EqualSensors
     SensorData store;
 };
 
-Function rotation(std::size_t sensors, std::size_t cores)
+bool rotate(SensorData& store)
 {
-    return [sensors, cores](benchmark::State& state) {
-        auto const& store = inputFor<EqualSensors>(sensors).store;
-        tbb::global_control const limit(tbb::global_control::max_allowed_parallelism, cores);
-        timeEach(
-            state,
-            [&store] { return std::make_unique<SensorData>(store); },
-            [](SensorData& copy) {
-                copy.applyPoses();
-                return true;
-            });
-    };
+    store.applyPoses();
+    return true;
 }
 
-Figure rotationFigure(std::size_t sensors, std::optional<double> target = std::nullopt)
+template <std::size_t sensors, std::size_t cores>
+void rotation(benchmark::State& state)
+{
+    auto const& store = inputFor<EqualSensors>(sensors).store;
+    tbb::global_control const limit(tbb::global_control::max_allowed_parallelism, cores);
+    timeEach(
+        state, [&store] { return std::make_unique<SensorData>(store); }, rotate);
+}
+
+template <std::size_t sensors>
+Figure rotationFigure(std::optional<double> target = std::nullopt)
 {
     return {"applyPoses, " + std::to_string(sensors) + (sensors == 1 ? " sensor" : " equal sensors"),
             milliseconds,
-            {"two cores", rotation(sensors, 2)},
-            {{"one core", rotation(sensors, 1), Ratio::TimesAsFast, target}}};
+            {"two cores", rotation<sensors, 2>},
+            {{"one core", rotation<sensors, 1>, timesAsFast, target}}};
 }
 
 // Merging: a million samples in total, in pairs of recordings of a given length. So the cache is as cold for
@@ -154,10 +144,11 @@ Figure rotationFigure(std::size_t sensors, std::optional<double> target = std::n
 constexpr std::size_t mergedSamples = 1'000'000;
 using Recordings = std::vector<std::pair<SensorData, SensorData>>;
 
-std::unique_ptr<Recordings> recordings(std::size_t samples, bool following)
+template <std::size_t samples, bool following>
+std::unique_ptr<Recordings> recordings()
 {
     constexpr int64 step = 10;
-    auto const fill = [samples](SampleMap<mapping::ScanningStatusData>& map, int64 origin) {
+    auto const fill = [](SampleMap<mapping::ScanningStatusData>& map, int64 origin) {
         for (std::size_t i = 0; i < samples; ++i) {
             int64 const key = origin + static_cast<int64>(i) * step;
             map.emplace_hint(map.end(), key, support::statusSample(support::secondsOf(key)));
@@ -171,29 +162,28 @@ std::unique_ptr<Recordings> recordings(std::size_t samples, bool following)
     return pairs;
 }
 
-Function merging(std::size_t samples, bool following)
+bool merge(Recordings& pairs)
 {
-    return [samples, following](benchmark::State& state) {
-        timeEach(
-            state,
-            [samples, following] { return recordings(samples, following); },
-            [](Recordings& pairs) {
-                for (auto& [receiver, other] : pairs) {
-                    receiver += other;
-                }
-                return true;
-            });
-        state.SetItemsProcessed(state.iterations() * std::int64_t{mergedSamples});
-    };
+    for (auto& [receiver, other] : pairs) {
+        receiver += other;
+    }
+    return true;
 }
 
-Figure mergingFigure(bool following)
+template <std::size_t samples, bool following>
+void merging(benchmark::State& state)
 {
-    std::string const which = following ? "a following" : "an interleaved";
-    return {"operator+= of " + which + " recording, per sample",
+    timeEach(state, recordings<samples, following>, merge);
+    state.SetItemsProcessed(state.iterations() * std::int64_t{mergedSamples});
+}
+
+template <bool following>
+Figure mergingFigure(std::string const& recording)
+{
+    return {"operator+= of " + recording + " recording, per sample",
             nanoseconds,
-            {"1,000,000 samples", merging(1'000'000, following)},
-            {{"10,000 samples", merging(10'000, following), Ratio::TimesTheTime}}};
+            {"1,000,000 samples", merging<1'000'000, following>},
+            {{"10,000 samples", merging<10'000, following>, timesTheTime}}};
 }
 
 } // namespace
@@ -202,13 +192,19 @@ Group sensorOperations()
 {
     return {"Operations on a sensor store",
             Cost::ReportedTime,
-            {viewFigure(),
-             shiftFigure(),
-             rotationFigure(1),
-             rotationFigure(2),
-             rotationFigure(8, 1.6),
-             mergingFigure(true),
-             mergingFigure(false)}};
+            {{"createTimedData, per sample",
+              nanoseconds,
+              {"createTimedData", onTwoSensors<view>},
+              {{"insertion by key", onTwoSensors<viewByLookup>}}},
+             {"modifyTime, per sample",
+              nanoseconds,
+              {"modifyTime", onTwoSensors<shiftAll>},
+              {{"insertion by key", onTwoSensors<shiftAllByLookup>}}},
+             rotationFigure<1>(),
+             rotationFigure<2>(),
+             rotationFigure<8>(1.6),
+             mergingFigure<true>("a following"),
+             mergingFigure<false>("an interleaved")}};
 }
 
 } // namespace bench

@@ -4,7 +4,7 @@
 
 #include "bench/Benchmarks.h"
 #include "bench/StreamFunctions.h"
-#include "bench/baselines/SensorObjectTree.h"
+#include "bench/baselines/ObjectTrees.h"
 #include "bench/workload/SensorArrays.h"
 
 #include <roamscan/sensors/SensorData.h>
@@ -31,7 +31,7 @@ struct Format
     static bool write(Store const& store, std::ostream& stream) { return store.write(stream); }
     static std::shared_ptr<Store> read(std::istream& stream) { return Store::read(stream); }
 
-    static constexpr auto writeThroughTree = writeSensorsThroughObjectTree;
+    static constexpr bool (*writeThroughTree)(Store const&, std::ostream&) = writeThroughObjectTree;
     static constexpr auto readThroughTree = readSensorsThroughObjectTree;
 };
 
@@ -59,13 +59,10 @@ void peakOfBufferAndStore(benchmark::State& state)
         WrittenStream<Format> stream;
         SensorArrays arrays = arraysOfStream();
     };
-    measurePeakMemory(
-        state,
-        [] { return std::make_unique<StreamAndArrays>(); },
-        [](StreamAndArrays const& all) {
-            auto const bytes = all.stream.memory.bytes().first(all.stream.size);
-            return std::pair(std::vector<char>(bytes.begin(), bytes.end()), storeFromArrays(all.arrays));
-        });
+    measurePeakMemory<StreamAndArrays>(state, [](StreamAndArrays& all) {
+        auto const bytes = all.stream.memory.bytes().first(all.stream.size);
+        return std::pair(std::vector<char>(bytes.begin(), bytes.end()), storeFromArrays(all.arrays));
+    });
 }
 
 } // namespace
@@ -76,15 +73,15 @@ Group sensorStream()
             Cost::ReportedTime,
             {{"writing",
               milliseconds,
-              {"write", writing<Format>(Format::write)},
-              {{"object tree", writing<Format>(Format::writeThroughTree), Ratio::TimesAsFast, 2.5},
-               {"memcpy of the bytes", copyingBytes, Ratio::TimesTheTime}}},
+              {"write", writing<Format, Format::write>},
+              {{"object tree", writing<Format, Format::writeThroughTree>, timesAsFast, 2.5},
+               {"memcpy of the bytes", copyingBytes, timesTheTime}}},
              {"reading",
               milliseconds,
-              {"read", reading<Format>(Format::read)},
-              {{"object tree", reading<Format>(Format::readThroughTree), Ratio::TimesAsFast, 2.5},
-               {"from arrays", fromArrays, Ratio::TimesTheTime, 1.3},
-               {"memcpy of the bytes", copyingBytes, Ratio::TimesTheTime}}}}};
+              {"read", reading<Format, Format::read>},
+              {{"object tree", reading<Format, Format::readThroughTree>, timesAsFast, 2.5},
+               {"from arrays", fromArrays, timesTheTime, 1.3},
+               {"memcpy of the bytes", copyingBytes, timesTheTime}}}}};
 }
 
 Group sensorStreamMemory()
@@ -93,13 +90,13 @@ Group sensorStreamMemory()
             Cost::PeakMemory,
             {{"writing",
               megabytes,
-              {"write", peakOfWriting<Format>(Format::write)},
-              {{"object tree", peakOfWriting<Format>(Format::writeThroughTree), Ratio::TimesTheMemory}}},
+              {"write", peakOfWriting<Format, Format::write>},
+              {{"object tree", peakOfWriting<Format, Format::writeThroughTree>, timesTheMemory}}},
              {"reading",
               megabytes,
-              {"read", peakOfReading<Format>(Format::read)},
-              {{"object tree", peakOfReading<Format>(Format::readThroughTree), Ratio::TimesTheMemory},
-               {"buffer + store", peakOfBufferAndStore, Ratio::TimesTheMemory, 1.2}}}}};
+              {"read", peakOfReading<Format, Format::read>},
+              {{"object tree", peakOfReading<Format, Format::readThroughTree>, timesTheMemory},
+               {"buffer + store", peakOfBufferAndStore, timesTheMemory, 1.2}}}}};
 }
 
 } // namespace bench

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "bench/Figure.h"
 #include "bench/Loops.h"
 #include "bench/workload/MemoryStream.h"
 
@@ -88,32 +87,18 @@ StreamInput<Format>& streamInput()
     return input;
 }
 
-template <typename Format>
-Function writing(Writer<Format> write)
+template <typename Format, Writer<Format> write>
+void writing(benchmark::State& state)
 {
-    return [write](benchmark::State& state) {
-        auto& input = streamInput<Format>();
-        timeEach(state, [&input, write] { return writeTo<Format>(input.memory, input.store, write); });
-    };
+    auto& input = streamInput<Format>();
+    timeEach(state, [&input] { return writeTo<Format>(input.memory, input.store, write); });
 }
 
-template <typename Format>
-Function reading(Reader<Format> read)
+template <typename Format, Reader<Format> read>
+void reading(benchmark::State& state)
 {
-    return [read](benchmark::State& state) {
-        auto& input = streamInput<Format>();
-        timeEach(state, [&input, read] { return readFrom<Format>(input.memory, read); });
-    };
-}
-
-/// The same function with the bytes of the stream as its items.
-template <typename Format>
-Function perByte(Function function)
-{
-    return [function = std::move(function)](benchmark::State& state) {
-        function(state);
-        state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(streamInput<Format>().size));
-    };
+    auto& input = streamInput<Format>();
+    timeEach(state, [&input] { return readFrom<Format>(input.memory, read); });
 }
 
 /// A stream in memory that was written by another process, so that writing it does not raise the peak of this
@@ -126,43 +111,32 @@ struct WrittenStream
         size = static_cast<std::size_t>(inChild([this] {
             return static_cast<double>(writeTo<Format>(memory.bytes(), Format::make(), Format::write));
         }));
-        // A page counts as memory of this process from its first use.
-        constexpr std::size_t page = 4096;
-        for (std::size_t i = 0; i < size; i += page) {
-            char volatile& byte = memory.bytes()[i];
-            byte = byte;
-        }
+        // A page counts as memory of this process once it was read.
+        auto const bytes = memory.bytes().first(size);
+        benchmark::DoNotOptimize(std::count(bytes.begin(), bytes.end(), 'x'));
     }
 
     SharedMemory memory{roomForStream};
     std::size_t size = 0;
 };
 
-template <typename Format>
-Function peakOfWriting(Writer<Format> write)
+template <typename Format, Writer<Format> write>
+void peakOfWriting(benchmark::State& state)
 {
     struct StoreAndRoom
     {
         typename Format::Store store = Format::make();
         std::vector<char> room = std::vector<char>(roomForStream);
     };
-    return [write](benchmark::State& state) {
-        measurePeakMemory(
-            state,
-            [] { return std::make_unique<StoreAndRoom>(); },
-            [write](StoreAndRoom& all) { return writeTo<Format>(all.room, all.store, write); });
-    };
+    measurePeakMemory<StoreAndRoom>(
+        state, [](StoreAndRoom& all) { return writeTo<Format>(all.room, all.store, write); });
 }
 
-template <typename Format>
-Function peakOfReading(Reader<Format> read)
+template <typename Format, Reader<Format> read>
+void peakOfReading(benchmark::State& state)
 {
-    return [read](benchmark::State& state) {
-        measurePeakMemory(
-            state,
-            [] { return std::make_unique<WrittenStream<Format>>(); },
-            [read](WrittenStream<Format>& stream) { return readFrom<Format>(stream.memory.bytes(), read); });
-    };
+    measurePeakMemory<WrittenStream<Format>>(
+        state, [](WrittenStream<Format>& stream) { return readFrom<Format>(stream.memory.bytes(), read); });
 }
 
 } // namespace bench

@@ -19,11 +19,8 @@ namespace bench
 namespace
 {
 
-using oV::Roamscan::TimeStamp;
 using oV::Roamscan::Trajectory;
 using Nodes = std::vector<oV::Roamscan::TrajectoryNode>;
-
-constexpr std::size_t nodeCount = 1'000'000;
 
 Trajectory build(Nodes const& nodes)
 {
@@ -37,10 +34,10 @@ Trajectory buildPlainly(Nodes const& nodes)
     Pose const left = poseOfWalk(2.0).inverse();
     support::MapPoseFunction plain;
     for (auto const& node : nodes) {
-        plain.poses[TimeStamp(node.time)] = (left * node.pose) * right;
+        plain.poses[oV::Roamscan::TimeStamp(node.time)] = (left * node.pose) * right;
     }
-    TimeStamp const start = plain.poses.begin()->first;
-    TimeStamp const stop = plain.poses.rbegin()->first;
+    auto const start = plain.poses.begin()->first;
+    auto const stop = plain.poses.rbegin()->first;
     return Trajectory(start, stop, Trajectory::PoseFunction(std::move(plain)));
 }
 
@@ -53,19 +50,14 @@ enum class Order
 
 struct Input
 {
-    explicit Input(Order order) : nodes(makeNodes(nodeCount, Spacing::Even))
+    explicit Input(Order order) : nodes(makeNodes(1'000'000, Spacing::Even))
     {
         if (order == Order::Reversed) {
             std::reverse(nodes.begin(), nodes.end());
         } else if (order == Order::Shuffled) {
             std::shuffle(nodes.begin(), nodes.end(), std::mt19937_64(22));
         }
-        requireAgreement();
-    }
-
-    // Only methods that give the same poses can be compared.
-    void requireAgreement() const
-    {
+        // Only methods that give the same poses can be compared.
         Trajectory const ours = build(nodes);
         Trajectory const plain = buildPlainly(nodes);
         for (std::size_t i = 0; i < nodes.size(); i += 1001) {
@@ -78,30 +70,26 @@ struct Input
     Nodes nodes;
 };
 
-using Builder = Trajectory (*)(Nodes const&);
-
-Function building(Order order, Builder make)
+template <Trajectory make(Nodes const&), Order order>
+void building(benchmark::State& state)
 {
-    return [order, make](benchmark::State& state) {
-        auto const& nodes = inputFor<Input>(order).nodes;
-        timeEach(state, [&nodes, make] { return make(nodes); });
-    };
+    timeEach(state, [&nodes = inputFor<Input>(order).nodes] { return make(nodes); });
 }
 
-Function copying(Builder make)
+template <Trajectory make(Nodes const&)>
+void copying(benchmark::State& state)
 {
-    return [make](benchmark::State& state) {
-        Trajectory const original = make(inputFor<Input>(Order::InOrder).nodes);
-        timeEach(state, [&original] { return Trajectory(original); });
-    };
+    static Trajectory const original = make(inputFor<Input>(Order::InOrder).nodes);
+    timeEach(state, [] { return Trajectory(original); });
 }
 
-Figure buildingFigure(std::string const& orderName, Order order, std::optional<double> target = std::nullopt)
+template <Order order>
+Figure buildingFigure(std::string const& orderName, std::optional<double> target = std::nullopt)
 {
-    return {"from " + withCommas(nodeCount) + " nodes, " + orderName,
+    return {"from 1,000,000 nodes, " + orderName,
             milliseconds,
-            {"build", building(order, build)},
-            {{"std::map", building(order, buildPlainly), Ratio::TimesAsFast, target}}};
+            {"build", building<build, order>},
+            {{"std::map", building<buildPlainly, order>, timesAsFast, target}}};
 }
 
 } // namespace
@@ -110,13 +98,13 @@ Group trajectoryBuilding()
 {
     return {"Making a trajectory",
             Cost::ReportedTime,
-            {buildingFigure("in order", Order::InOrder, 5.0),
-             {"copying one of " + withCommas(nodeCount) + " poses",
+            {buildingFigure<Order::InOrder>("in order", 5.0),
+             {"copying one of 1,000,000 poses",
               milliseconds,
-              {"copy", copying(build)},
-              {{"std::map", copying(buildPlainly)}}},
-             buildingFigure("reversed", Order::Reversed),
-             buildingFigure("shuffled", Order::Shuffled)}};
+              {"copy", copying<build>},
+              {{"std::map", copying<buildPlainly>}}},
+             buildingFigure<Order::Reversed>("reversed"),
+             buildingFigure<Order::Shuffled>("shuffled")}};
 }
 
 } // namespace bench

@@ -4,7 +4,7 @@
 
 #include "bench/Benchmarks.h"
 #include "bench/StreamFunctions.h"
-#include "bench/baselines/TrajectoryObjectTree.h"
+#include "bench/baselines/ObjectTrees.h"
 #include "bench/workload/Walk.h"
 
 #include <roamscan/trajectorydata/TrajectoryData.h>
@@ -15,8 +15,6 @@ namespace bench
 namespace
 {
 
-constexpr std::size_t nodeCount = 900'000; // 75 minutes
-
 struct Format
 {
     using Store = oV::Roamscan::TrajectoryData;
@@ -25,7 +23,7 @@ struct Format
     {
         using oV::Roamscan::Device;
         Store store;
-        store.nodes = makeNodes(nodeCount, Spacing::Even);
+        store.nodes = makeNodes(900'000, Spacing::Even); // 75 minutes
         for (Device const device : {Device::Device0, Device::Device1, Device::Device2, Device::Device3}) {
             store.devicePositions[device] = poseOfWalk(static_cast<double>(device));
         }
@@ -40,43 +38,46 @@ struct Format
         return store->readFromStream(stream) ? store : nullptr;
     }
 
-    static constexpr auto writeThroughTree = writeTrajectoryThroughObjectTree;
+    static constexpr bool (*writeThroughTree)(Store const&, std::ostream&) = writeThroughObjectTree;
     static constexpr auto readThroughTree = readTrajectoryThroughObjectTree;
 };
 
-std::string const count = withCommas(nodeCount) + " nodes";
+// With the bytes of the stream as items.
+template <void function(benchmark::State&)>
+void perByte(benchmark::State& state)
+{
+    function(state);
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(streamInput<Format>().size));
+}
 
 } // namespace
 
 Group trajectoryStream()
 {
-    auto const write = [](Writer<Format> writer) { return perByte<Format>(writing<Format>(writer)); };
-    auto const read = [](Reader<Format> reader) { return perByte<Format>(reading<Format>(reader)); };
     return {"A trajectory stream",
             Cost::ReportedTime,
-            {{"writing " + count,
+            {{"writing 900,000 nodes",
               megabytesPerSecond,
-              {"write", write(Format::write)},
-              {{"object tree", write(Format::writeThroughTree), Ratio::TimesAsFast, 2.0}}},
-             {"reading " + count,
+              {"write", perByte<writing<Format, Format::write>>},
+              {{"object tree", perByte<writing<Format, Format::writeThroughTree>>, timesAsFast, 2.0}}},
+             {"reading 900,000 nodes",
               megabytesPerSecond,
-              {"readFromStream", read(Format::read)},
-              {{"object tree", read(Format::readThroughTree), Ratio::TimesAsFast, 2.0}}}}};
+              {"readFromStream", perByte<reading<Format, Format::read>>},
+              {{"object tree", perByte<reading<Format, Format::readThroughTree>>, timesAsFast, 2.0}}}}};
 }
 
 Group trajectoryStreamMemory()
 {
-    return {
-        "Peak memory of a trajectory stream",
-        Cost::PeakMemory,
-        {{"writing " + count,
-          megabytes,
-          {"write", peakOfWriting<Format>(Format::write)},
-          {{"object tree", peakOfWriting<Format>(Format::writeThroughTree), Ratio::TimesTheMemory, 0.65}}},
-         {"reading " + count,
-          megabytes,
-          {"readFromStream", peakOfReading<Format>(Format::read)},
-          {{"object tree", peakOfReading<Format>(Format::readThroughTree), Ratio::TimesTheMemory, 0.65}}}}};
+    return {"Peak memory of a trajectory stream",
+            Cost::PeakMemory,
+            {{"writing 900,000 nodes",
+              megabytes,
+              {"write", peakOfWriting<Format, Format::write>},
+              {{"object tree", peakOfWriting<Format, Format::writeThroughTree>, timesTheMemory, 0.65}}},
+             {"reading 900,000 nodes",
+              megabytes,
+              {"readFromStream", peakOfReading<Format, Format::read>},
+              {{"object tree", peakOfReading<Format, Format::readThroughTree>, timesTheMemory, 0.65}}}}};
 }
 
 } // namespace bench

@@ -1,6 +1,6 @@
-#include "bench/baselines/SensorObjectTree.h"
-
 #include "bench/baselines/ObjectTreeBuffer.h"
+#include "bench/baselines/ObjectTrees.h"
+#include "tests/support/SensorRecords.h"
 
 #include <roamscan/sensors/SensorFile_generated.h>
 #include <roamscan/time/TimeConversion.h>
@@ -55,12 +55,11 @@ std::unique_ptr<schema::RangefinderSampleT> toTree(mapping::RangefinderData cons
 
 std::shared_ptr<mapping::ImuData const> fromTree(schema::ImuSampleT const& sample)
 {
-    mapping::TimeStamp const time(sample.time);
     auto const acceleration = fromRecord(*sample.linearAcceleration);
     auto const velocity = fromRecord(*sample.angularVelocity);
-    return sample.magneticField ? std::make_shared<mapping::ImuData const>(
-                                      time, acceleration, velocity, fromRecord(*sample.magneticField))
-                                : std::make_shared<mapping::ImuData const>(time, acceleration, velocity);
+    return sample.magneticField ? support::imuSampleWithField(
+                                      sample.time, acceleration, velocity, fromRecord(*sample.magneticField))
+                                : support::imuSample(sample.time, acceleration, velocity);
 }
 
 std::shared_ptr<mapping::RangefinderData const> fromTree(schema::RangefinderSampleT const& sample)
@@ -69,9 +68,7 @@ std::shared_ptr<mapping::RangefinderData const> fromTree(schema::RangefinderSamp
     for (auto const& point : sample.points) {
         points.push_back({{point.x(), point.y(), point.z()}, point.time(), {}});
     }
-    return std::make_shared<mapping::RangefinderData const>(mapping::TimeStamp(sample.time),
-                                                            fromRecord(*sample.origin),
-                                                            mapping::TimedPointCloud(std::move(points)));
+    return support::rangeSample(sample.time, fromRecord(*sample.origin), std::move(points));
 }
 
 template <typename Sensor, typename T>
@@ -99,7 +96,7 @@ void fillStore(SensorData::Samples<T>& sensors, std::vector<std::unique_ptr<Sens
 
 } // namespace
 
-bool writeSensorsThroughObjectTree(SensorData const& store, std::ostream& stream)
+bool writeThroughObjectTree(SensorData const& store, std::ostream& stream)
 {
     schema::SensorDataRootT tree;
     fillTree(tree.imuSensors, store.imuData);

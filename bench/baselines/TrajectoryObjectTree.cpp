@@ -1,6 +1,5 @@
-#include "bench/baselines/TrajectoryObjectTree.h"
-
 #include "bench/baselines/ObjectTreeBuffer.h"
+#include "bench/baselines/ObjectTrees.h"
 
 #include <roamscan/trajectorydata/TrajectoryFile_generated.h>
 
@@ -92,7 +91,7 @@ std::shared_ptr<TrajectoryData> fromTree(schema::TrajectoryFileT const& tree)
 
 } // namespace
 
-bool writeTrajectoryThroughObjectTree(TrajectoryData const& store, std::ostream& stream)
+bool writeThroughObjectTree(TrajectoryData const& store, std::ostream& stream)
 {
     return writeTree<schema::TrajectoryFile>(toTree(store), stream);
 }

@@ -5,7 +5,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <exception>
@@ -19,34 +18,11 @@
 namespace bench
 {
 
-namespace
-{
-
-[[noreturn]] void throwSystemError(char const* what)
-{
-    throw std::system_error(errno, std::generic_category(), what);
-}
-
-// Runs no destructors: the objects belong to the parent.
-[[noreturn]] void runChild(std::function<double()> const& work, int pipeEnd)
-{
-    try {
-        double const result = work();
-        bool const succeeded = write(pipeEnd, &result, sizeof result) == static_cast<ssize_t>(sizeof result);
-        _exit(succeeded ? 0 : 1);
-    } catch (std::exception const& failure) {
-        std::fprintf(stderr, "%s\n", failure.what());
-    }
-    _exit(1);
-}
-
-} // namespace
-
 SharedMemory::SharedMemory(std::size_t size) : size_(size)
 {
     void* const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) {
-        throwSystemError("mmap");
+        throw std::system_error(errno, std::generic_category(), "mmap");
     }
     data_ = static_cast<char*>(memory);
 }
@@ -58,24 +34,24 @@ SharedMemory::~SharedMemory()
 
 double inChild(std::function<double()> const& work)
 {
-    std::array<int, 2> ends{};
-    if (pipe(ends.data()) != 0) {
-        throwSystemError("pipe");
-    }
+    SharedMemory const shared(sizeof(double));
+    double& result = *reinterpret_cast<double*>(shared.bytes().data());
     pid_t const child = fork();
     if (child < 0) {
-        throwSystemError("fork");
+        throw std::system_error(errno, std::generic_category(), "fork");
     }
-    if (child == 0) {
-        runChild(work, ends[1]);
+    if (child == 0) { // ends without running destructors: the objects belong to the parent
+        try {
+            result = work();
+            _exit(0);
+        } catch (std::exception const& failure) {
+            std::fprintf(stderr, "%s\n", failure.what());
+            _exit(1);
+        }
     }
-    close(ends[1]);
-    double result = 0.0;
-    bool const succeeded = read(ends[0], &result, sizeof result) == static_cast<ssize_t>(sizeof result);
-    close(ends[0]);
     int status = 0;
     waitpid(child, &status, 0);
-    if (!succeeded || status != 0) {
+    if (status != 0) {
         throw std::runtime_error("a child process failed");
     }
     return result;

@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace bench
@@ -21,25 +20,12 @@ enum class Spacing
     Bursts  ///< Evenly spaced bursts of 2 to 10 s, and pauses of 20 to 120 s between them.
 };
 
-[[nodiscard]] std::string nameOf(Spacing spacing);
-
-/// A number with a comma before each group of three digits: 1,000,000.
-[[nodiscard]] std::string withCommas(std::size_t count);
-
 /// The pose at a time of the simulator's walk, along a rectangle of 60 m by 36 m. It pitches, rolls and yaws
 /// with the steps.
 [[nodiscard]] Pose poseOfWalk(double seconds);
 
-/// Poses with their times in ascending order, the same in each run.
-struct Walk
-{
-    std::vector<double> times;
-    std::vector<Pose> poses;
-};
-
-[[nodiscard]] Walk makeWalk(std::size_t count, Spacing spacing);
-
-/// The same poses as nodes with all fields set. Allocates only the result.
+/// Nodes of a walk in the order of their times, with all fields set. The same in each run. Allocates only the
+/// result.
 [[nodiscard]] std::vector<oV::Roamscan::TrajectoryNode> makeNodes(std::size_t count, Spacing spacing);
 
 /// A time to query, and where it lies between the poses.
@@ -53,6 +39,6 @@ struct Query
 /// Random queries, distributed evenly over the gaps between poses whatever their lengths, so that few lie in
 /// pauses.
 [[nodiscard]] std::vector<Query>
-makeQueries(std::vector<double> const& poseTimes, std::size_t count, bool ascending);
+makeQueries(std::vector<oV::Roamscan::TrajectoryNode> const& nodes, std::size_t count, bool ascending);
 
 } // namespace bench

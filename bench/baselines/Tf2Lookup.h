@@ -1,0 +1,22 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <vector>
+
+namespace bench
+{
+
+/// Translation x, y, z, then rotation w, x, y, z.
+using FlatPose = std::array<double, 7>;
+
+/// Makes the lookup of a pose in a transform buffer of tf2 that discards none. The headers of tf2 do not
+/// compile as C++20, so this header compiles as C++17 too.
+/// @param times  seconds, ascending, above 0
+/// @param poses  one for each time
+/// @return a function of the time in seconds, which tf2 rounds to whole nanoseconds; outside the times it
+/// throws tf2::TransformException
+[[nodiscard]] std::function<FlatPose(double)> makeTf2Lookup(std::vector<double> const& times,
+                                                            std::vector<FlatPose> const& poses);
+
+} // namespace bench
