@@ -1,6 +1,5 @@
-// The classes whose tables of virtual operations .ci/check-virtual-tables compares with
-// .ci/virtual-tables.txt. Calling an operation that a class itself declares makes the compiler lay out the
-// table of that class.
+// The classes whose virtual tables .ci/check-virtual-tables compares with .ci/virtual-tables.txt. A call of a
+// virtual function that a class itself declares makes the compiler lay out the table of that class.
 
 #include <roamscan/frame/bvbase/BaseNode.h>
 #include <roamscan/frame/bvbase/oVClass.h>

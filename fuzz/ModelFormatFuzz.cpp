@@ -3,7 +3,7 @@
 /// otherwise. Reading ends with success or with a status that no reader tolerates. What was read is written,
 /// and comes out the same when that is read and written again.
 
-#include "FrameInput.h"
+#include "StreamInput.h"
 
 #include <roamscan/frame/bvbase/String.h>
 #include <roamscan/frame/formats/DataInFormat.h>
