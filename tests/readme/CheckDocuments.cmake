@@ -1,5 +1,5 @@
-# Checks that README.md and CONTRIBUTING.md name only files and folders that exist, in the table of folders, too. Lists the
-# folders of the library that have no row in the table.
+# Checks that README.md and CONTRIBUTING.md name only files and folders that exist, and that the table in CONTRIBUTING.md
+# has one row for each folder of the library.
 #   cmake -DSOURCE_DIR= -P CheckDocuments.cmake
 
 cmake_minimum_required(VERSION 3.25)
@@ -26,7 +26,7 @@ foreach(line IN LISTS lines)
 endforeach()
 foreach(folder IN LISTS folders)
     if(NOT folder IN_LIST rows)
-        message("CONTRIBUTING.md has no row for `${folder}`, a folder of roamscan/")
+        list(APPEND missing "CONTRIBUTING.md has no row for `${folder}`, a folder of roamscan/")
     endif()
 endforeach()
 
