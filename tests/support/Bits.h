@@ -10,13 +10,13 @@
 namespace support
 {
 
-/// The bit pattern of a number: tells -0.0 from 0.0 and one NaN from another.
+/// The bit pattern of a number. It distinguishes -0.0 from 0.0, and NaNs from each other.
 inline std::uint64_t bits(double value)
 {
     return std::bit_cast<std::uint64_t>(value);
 }
 
-/// Whether two poses are the same to the last bit, flag included.
+/// Whether two poses are bitwise equal, including the flag.
 inline testing::AssertionResult sameBits(oV::Roamscan::TrafoT<double> const& a,
                                          oV::Roamscan::TrafoT<double> const& b)
 {

@@ -9,7 +9,7 @@
 #include <streambuf>
 #include <string>
 
-/// Bytes of files, written down in tests.
+/// Literal bytes of files, for tests.
 namespace support
 {
 
@@ -62,7 +62,7 @@ inline std::string f32(std::initializer_list<float> values)
     return result;
 }
 
-/// The byte count of a buffer and the buffer.
+/// A buffer with its length prefix.
 inline std::string framed(std::string const& buffer)
 {
     return u64(buffer.size()) + buffer;
@@ -78,7 +78,7 @@ inline std::string withU32(std::string frame, std::size_t position, std::uint32_
     return frame.replace(position, 4, u32(value));
 }
 
-/// Takes so many bytes and no more; counts being flushed.
+/// A stream buffer of limited capacity that counts its flushes.
 class LimitedBuffer : public std::streambuf
 {
 public:

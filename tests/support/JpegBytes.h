@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// JPEG files and their EXIF blocks, made for tests.
+/// JPEG files and EXIF blocks, built in tests.
 namespace support
 {
 
@@ -23,7 +23,7 @@ inline std::string number(ByteOrder order, std::uint64_t value, std::size_t coun
     return order == ByteOrder::Little ? bytes : std::string(bytes.rbegin(), bytes.rend());
 }
 
-/// An entry of a directory. `value` is the offset of what does not fit into four bytes.
+/// A directory entry. `value` is an offset if the value does not fit into four bytes.
 struct TiffEntry
 {
     std::uint16_t tag = 0;
@@ -38,7 +38,7 @@ inline std::string entryBytes(ByteOrder order, TiffEntry const& entry)
            number(order, entry.value, 4);
 }
 
-/// The count of entries, and the entries; not the offset of the next directory.
+/// The number of entries and the entries, without the offset of the next directory.
 inline std::string directoryBytes(ByteOrder order, std::vector<TiffEntry> const& entries)
 {
     std::string bytes = number(order, entries.size(), 2);
@@ -48,26 +48,26 @@ inline std::string directoryBytes(ByteOrder order, std::vector<TiffEntry> const&
     return bytes;
 }
 
-/// The first eight bytes of a block: byte order, 42, and where the directory is.
+/// The eight-byte header of a block: byte order, 42 and the offset of the directory.
 inline std::string tiffHeader(ByteOrder order, std::uint32_t directory = 8)
 {
     return (order == ByteOrder::Little ? "II" : "MM") + number(order, 42, 2) + number(order, directory, 4);
 }
 
-/// Where the bytes behind a directory begin in the blocks of tiffBlock().
+/// The offset of the bytes after the directory in blocks of tiffBlock().
 constexpr std::uint32_t placeBehind(std::uint32_t entries)
 {
     return 8 + 2 + 12 * entries + 4;
 }
 
-/// A block with one directory, no next one, and the bytes behind it.
+/// A block with one directory and the bytes after it.
 inline std::string
 tiffBlock(ByteOrder order, std::vector<TiffEntry> const& entries, std::string const& behind = {})
 {
     return tiffHeader(order) + directoryBytes(order, entries) + number(order, 0, 4) + behind;
 }
 
-/// 0xFF, the marker, and the length that a segment with this payload has.
+/// The header of a segment with this payload: 0xFF, marker and length.
 inline std::string segment(int marker, std::string const& payload)
 {
     return bytes({0xFF, marker}) + number(ByteOrder::Big, payload.size() + 2, 2) + payload;
@@ -83,7 +83,7 @@ inline std::string startOfImage()
     return bytes({0xFF, 0xD8});
 }
 
-/// An APP1 segment that says it has such a length, whatever follows.
+/// An APP1 segment that claims the given length.
 inline std::string app1(std::size_t length, std::string const& following)
 {
     return bytes({0xFF, 0xE1}) + number(ByteOrder::Big, length, 2) + following;

@@ -11,8 +11,7 @@
 namespace support
 {
 
-/// The pose function over an ordered map: what a table of poses must equal, answer by answer. Written down
-/// plainly, to be tested against.
+/// A naive pose function on a std::map, as the reference for tables of poses.
 struct MapPoseFunction
 {
     std::map<oV::Roamscan::TimeStamp, oV::Roamscan::TrafoT<double>> poses;

@@ -7,7 +7,7 @@
 namespace support
 {
 
-/// Whether two vectors are no farther apart than this.
+/// Whether the distance of two vectors is at most `within`.
 inline testing::AssertionResult near(Eigen::Matrix<double, 3, 1> const& actual,
                                      Eigen::Matrix<double, 3, 1> const& expected,
                                      double within = 1e-14)

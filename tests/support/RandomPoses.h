@@ -8,8 +8,7 @@
 namespace support
 {
 
-/// Random poses for laws that must hold for any pose. The seed is part of the test, so a failure can be
-/// repeated.
+/// Random poses for tests of properties. The seed is part of the test, so failures are repeatable.
 class RandomPoses
 {
 public:

@@ -66,7 +66,7 @@ Value readFrom(json const& j)
     return value;
 }
 
-/// The metadata that comes of a document whose key holds something else.
+/// The metadata read from a document in which one key has another value.
 inline AnchorScanMetadata metadataWith(char const* key, json const& value)
 {
     json j = metadataJson();
@@ -81,7 +81,7 @@ inline Picture pictureWith(char const* key, json const& value)
     return readFrom<Picture>(j);
 }
 
-/// Which of the picture's parts differ from those of a default one, in the order of reading.
+/// The members of a picture that differ from the defaults, in reading order.
 inline std::string changedIn(Picture const& picture)
 {
     std::string changed;

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-/// Sensor samples in few words.
+/// Short constructors for sensor samples.
 namespace support
 {
 
@@ -55,7 +55,7 @@ statusSample(double seconds, bool stationary = true, bool startNewSubmap = false
         mapping::TimeStamp(seconds), stationary, startNewSubmap);
 }
 
-/// Puts a record in its place: the key that belongs to its time.
+/// Inserts a record under the key of its time.
 template <typename T>
 void store(oV::Roamscan::SampleMap<T>& samples, std::shared_ptr<T const> record)
 {
@@ -63,7 +63,7 @@ void store(oV::Roamscan::SampleMap<T>& samples, std::shared_ptr<T const> record)
     samples[key] = std::move(record);
 }
 
-/// One sample of every kind at one time.
+/// One sample of each kind, all at the same time.
 inline oV::Roamscan::SensorData oneSampleOfEachKind(double seconds)
 {
     oV::Roamscan::SensorData data;

@@ -8,7 +8,7 @@
 namespace support
 {
 
-/// The pointer that a string is.
+/// The pointer inside a string.
 inline void const* sharedValue(Bv_1_1::String const& string)
 {
     static_assert(sizeof(Bv_1_1::String) == sizeof(void*));
@@ -17,7 +17,7 @@ inline void const* sharedValue(Bv_1_1::String const& string)
     return value;
 }
 
-/// The reference count at the beginning of a string's value. Not for NIL.
+/// The reference count of a string's value. The string must not be NIL.
 inline std::uint32_t referenceCount(Bv_1_1::String const& string)
 {
     std::uint32_t count = 0;

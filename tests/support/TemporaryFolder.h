@@ -14,7 +14,7 @@
 namespace support
 {
 
-/// A folder of the running test's own, which goes away afterwards.
+/// A temporary folder for the running test. It is removed afterwards.
 class TemporaryFolder
 {
 public:
@@ -57,7 +57,7 @@ public:
         return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     }
 
-    /// The names of what is in the folder or in a folder of it, in order.
+    /// The sorted names of all entries in the folder and its sub-folders.
     [[nodiscard]] std::vector<std::string> names(std::string const& inside = {}) const
     {
         std::vector<std::string> found;

@@ -17,7 +17,7 @@
 #include <string>
 #include <utility>
 
-/// What the tests of pictures in tiles share.
+/// Shared helpers for tests of tiled pictures.
 namespace support
 {
 
@@ -34,7 +34,7 @@ inline std::string narrow(String const& string)
     return string.stringAnsi();
 }
 
-/// Pixels that say where they are, with noise, so that tiles in another order or shifted by a column show.
+/// Pixels that encode their position, with noise, so that swapped or shifted tiles are detected.
 inline cv::Mat makeImage(int rows, int columns, int type = CV_8UC3)
 {
     cv::Mat image(rows, columns, type);
@@ -51,7 +51,7 @@ inline bool sameImage(cv::Mat const& a, cv::Mat const& b)
     return a.empty() || cv::norm(a, b, cv::NORM_INF) == 0.0;
 }
 
-/// A test with a folder of its own, and the log to itself.
+/// A test with its own folder and log.
 class TiledPictures : public testing::Test
 {
 protected:
@@ -86,7 +86,7 @@ protected:
     support::TemporaryFolder folder;
 };
 
-/// What a call throws, kept to look at.
+/// The exception that a call throws.
 struct Failure
 {
     bool isVisible = false;
@@ -142,7 +142,7 @@ inline void expectInputOutput(Failure const& failure, std::string const& message
     CV_Error(cv::Error::StsNoMem, "scarce");
 }
 
-/// While it lives, OpenCV has no memory for a picture of more bytes than these.
+/// While it exists, OpenCV cannot allocate pictures larger than the given number of bytes.
 class ScarceMemory : public cv::MatAllocator
 {
 public:

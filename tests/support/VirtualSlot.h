@@ -14,7 +14,7 @@ inline constexpr bool virtualSlotsAreKnown = true;
 inline constexpr bool virtualSlotsAreKnown = false;
 #endif
 
-/// The place of a virtual operation in its class's table. A destructor takes two places.
+/// The index of a virtual function in the virtual table of its class. A destructor takes two entries.
 template <typename Operation>
 std::size_t virtualSlot(Operation operation)
 {

@@ -51,7 +51,7 @@ TEST(TimeConversion, TheLargestSecondsAreTheLastThatIntegerTimeCounts)
     EXPECT_GT((largestSeconds + 1.0) * timeResolution, 0x1p63);
 }
 
-TEST(TimeConversion, HalfATickGoesAwayFromZero)
+TEST(TimeConversion, HalfATickRoundsAwayFromZero)
 {
     ASSERT_EQ(0.000000005 * 100000000.0, 0.5);
     EXPECT_EQ(convertToIntegerTime(0.000000005), 1);

@@ -12,7 +12,7 @@ namespace
 using oV::Roamscan::Duration;
 using oV::Roamscan::TimeStamp;
 
-TEST(TimeStamp, HoldsOneDoubleAndNothingElse)
+TEST(TimeStamp, ContainsOnlyOneDouble)
 {
     static_assert(sizeof(TimeStamp) == sizeof(double) && sizeof(Duration) == sizeof(double));
     static_assert(std::is_trivially_copyable_v<TimeStamp> && std::is_trivially_copyable_v<Duration>);
@@ -21,7 +21,7 @@ TEST(TimeStamp, HoldsOneDoubleAndNothingElse)
     EXPECT_EQ(static_cast<double>(TimeStamp(1.5)), 1.5);
 }
 
-TEST(TimeStamp, InstantsSpansAndNumbersDoNotMix)
+TEST(TimeStamp, InstantsDurationsAndNumbersDoNotMix)
 {
     static_assert(!std::is_convertible_v<double, TimeStamp>);
     static_assert(!std::is_convertible_v<TimeStamp, double>);
@@ -30,20 +30,20 @@ TEST(TimeStamp, InstantsSpansAndNumbersDoNotMix)
     SUCCEED();
 }
 
-TEST(TimeStamp, InstantPlusOrMinusSpanIsAnInstant)
+TEST(TimeStamp, InstantPlusOrMinusDurationIsAnInstant)
 {
     static_assert(std::is_same_v<decltype(TimeStamp() + Duration()), TimeStamp>);
     EXPECT_EQ(TimeStamp(1.5) + Duration(0.25), TimeStamp(1.75));
     EXPECT_EQ(TimeStamp(1.5) - Duration(0.25), TimeStamp(1.25));
 }
 
-TEST(TimeStamp, InstantMinusInstantIsASpan)
+TEST(TimeStamp, InstantMinusInstantIsADuration)
 {
     static_assert(std::is_same_v<decltype(TimeStamp() - TimeStamp()), Duration>);
     EXPECT_EQ(TimeStamp(1.5) - TimeStamp(1.0), Duration(0.5));
 }
 
-TEST(TimeStamp, SpansAddUp)
+TEST(TimeStamp, DurationsAddUp)
 {
     Duration total(1.0);
     (total += Duration(0.5)) += Duration(0.25);
@@ -59,7 +59,7 @@ void expectTotalOrder()
     EXPECT_FALSE(two < one || two <= one || one > two || one >= two || one == two || one != one || one < one);
 }
 
-TEST(TimeStamp, InstantsAndSpansAreOrdered)
+TEST(TimeStamp, InstantsAndDurationsAreOrdered)
 {
     expectTotalOrder<TimeStamp>();
     expectTotalOrder<Duration>();

@@ -151,7 +151,7 @@ TYPED_TEST(TrafoTExtremeTranslations, OtherwiseTheFormulaDecides)
 {
     using T = TypeParam;
     using Limits = std::numeric_limits<T>;
-    // With exponents within a fifth of the type's range no square and no product underflows or overflows.
+    // With exponents within a sixth of the type's range no square and no product underflows or overflows.
     constexpr std::uint64_t seed = 20;
     RandomComparisons<T> random(seed, Limits::max_exponent / 6);
     std::array<T, 9> const specials{

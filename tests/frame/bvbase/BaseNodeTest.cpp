@@ -24,7 +24,7 @@ public:
     virtual void firstOfItsOwn() {}
 };
 
-// Notes what its count looks like while it goes down.
+// Records its reference count during destruction.
 class Witness : public BaseNode
 {
 public:
@@ -43,7 +43,7 @@ private:
     int& destroyed_;
 };
 
-TEST(BaseNode, BeginsWithTheTableOfOperationsAndThenTheCount)
+TEST(BaseNode, StartsWithTheVirtualTableAndTheReferenceCount)
 {
     SmartPtr<Node> const node(new Node);
     SmartPtr<Node> const second(node);
@@ -54,13 +54,13 @@ TEST(BaseNode, BeginsWithTheTableOfOperationsAndThenTheCount)
     EXPECT_EQ(count, 2U);
 }
 
-TEST(BaseNode, OrdersItsVirtualOperationsAndHasNoThird)
+TEST(BaseNode, HasExactlyTwoVirtualFunctionsInOrder)
 {
     if (!support::virtualSlotsAreKnown) {
         GTEST_SKIP() << "The places of virtual operations are not known here";
     }
     EXPECT_EQ(support::virtualSlot(&BaseNode::getClassType), 0U);
-    EXPECT_EQ(support::virtualSlot(&Node::firstOfItsOwn), 3U); // behind the destructor's two
+    EXPECT_EQ(support::virtualSlot(&Node::firstOfItsOwn), 3U); // after the destructor's two entries
 }
 
 TEST(BaseNode, DerivesFromTheVisitorCore)
@@ -85,7 +85,7 @@ TEST(BaseNode, ACopyStartsWithoutReferences)
     EXPECT_EQ(node->referenceCount(), 1U);
 }
 
-TEST(BaseNode, AssignmentLeavesTheReferencesWhereTheyAre)
+TEST(BaseNode, AssignmentKeepsBothReferenceCounts)
 {
     SmartPtr<Node> const first(new Node);
     SmartPtr<Node> const second(new Node);
@@ -95,7 +95,7 @@ TEST(BaseNode, AssignmentLeavesTheReferencesWhereTheyAre)
     EXPECT_EQ(second->referenceCount(), 2U);
 }
 
-TEST(BaseNode, TheCountIsTheMarkWhileTheNodeGoesDown)
+TEST(BaseNode, TheCountIsTheMarkDuringDestruction)
 {
     std::uint32_t seen = 0;
     int destroyed = 0;
@@ -109,7 +109,7 @@ TEST(BaseNode, TheCountIsTheMarkWhileTheNodeGoesDown)
     EXPECT_EQ(seen, 0xF000DEADU);
 }
 
-TEST(BaseNode, AReferenceTakenWhileTheNodeGoesDownReleasesNothingTwice)
+TEST(BaseNode, AReferenceAddedDuringDestructionDestroysNothingTwice)
 {
     std::uint32_t seen = 0;
     int destroyed = 0;
@@ -117,7 +117,7 @@ TEST(BaseNode, AReferenceTakenWhileTheNodeGoesDownReleasesNothingTwice)
     EXPECT_EQ(destroyed, 1);
 }
 
-TEST(BaseNode, KnowsTheRootOfAllClasses)
+TEST(BaseNode, HasTheRecordOfTheRootClass)
 {
     SmartPtr<Node> const node(new Node);
     EXPECT_EQ(node->getClassType(), BaseNode::Class());

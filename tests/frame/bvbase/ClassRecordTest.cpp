@@ -28,7 +28,7 @@ using Calls = std::vector<std::string>;
 class Node : public BaseNode
 {};
 
-// Notes the calls it gets.
+// Records the calls of its virtual functions.
 class Record : public oVClass
 {
 public:
@@ -58,7 +58,7 @@ oV::Roamscan::ImageHandle const otherImage = reinterpret_cast<oV::Roamscan::Imag
 
 // oVClass
 
-TEST(ClassRecord, KeepsWhatItWasEnteredWith)
+TEST(ClassRecord, KeepsItsConstructorArguments)
 {
     Module const module;
     oVClass const parent(L"Parent", nullptr, module, ClassVersion{0});
@@ -69,7 +69,7 @@ TEST(ClassRecord, KeepsWhatItWasEnteredWith)
     EXPECT_EQ(record.version().number, 3U);
 }
 
-TEST(ClassRecord, TheNameStandsBehindTheTableOfOperations)
+TEST(ClassRecord, TheNameFollowsTheVirtualTable)
 {
     Module const module;
     wchar_t const* const name = L"Class";
@@ -79,12 +79,12 @@ TEST(ClassRecord, TheNameStandsBehindTheTableOfOperations)
     EXPECT_EQ(second, name);
 }
 
-TEST(ClassRecord, OrdersItsVirtualOperations)
+TEST(ClassRecord, HasItsVirtualFunctionsInOrder)
 {
     if (!support::virtualSlotsAreKnown) {
         GTEST_SKIP() << "The places of virtual operations are not known here";
     }
-    EXPECT_EQ(support::virtualSlot(&oVClass::create), 2U); // behind the destructor's two
+    EXPECT_EQ(support::virtualSlot(&oVClass::create), 2U); // after the destructor's two entries
     EXPECT_EQ(support::virtualSlot(&oVClass::initClassStatics), 3U);
     EXPECT_EQ(support::virtualSlot(&oVClass::clearClassStatics), 4U);
 }
@@ -101,11 +101,11 @@ TEST(ClassRecord, AClassDerivesFromItselfAndItsAncestors)
     EXPECT_TRUE(grandchild.isDerivedFrom(&root));
     EXPECT_TRUE(grandchild.isDerivedFrom(&child));
     EXPECT_FALSE(root.isDerivedFrom(&child));
-    EXPECT_FALSE(child.isDerivedFrom(&sibling)); // of the same name, yet another class
+    EXPECT_FALSE(child.isDerivedFrom(&sibling)); // another class with the same name
     EXPECT_FALSE(grandchild.isDerivedFrom(nullptr));
 }
 
-TEST(ClassRecord, APlainRecordMakesNothingAndHasNothingToSetUp)
+TEST(ClassRecord, ABaseRecordCreatesNothingAndSetsUpNothing)
 {
     Module const module;
     oVClass record(L"Class", nullptr, module, ClassVersion{0});
@@ -114,7 +114,7 @@ TEST(ClassRecord, APlainRecordMakesNothingAndHasNothingToSetUp)
     record.clearClassStatics();
 }
 
-TEST(ClassRecord, MakesAnInstanceWithoutAReference)
+TEST(ClassRecord, CreatesAnInstanceWithoutAReference)
 {
     Module const module;
     Calls calls;
@@ -127,7 +127,7 @@ TEST(ClassRecord, MakesAnInstanceWithoutAReference)
 
 // Module
 
-TEST(Module, KeepsTheRecordsInTheOrderOfTheirEntry)
+TEST(Module, KeepsTheRecordsInOrderOfRegistration)
 {
     Module const module;
     EXPECT_TRUE(module.classes().empty());
@@ -139,7 +139,7 @@ TEST(Module, KeepsTheRecordsInTheOrderOfTheirEntry)
     EXPECT_EQ(module.classes(), (std::vector<oVClass const*>{&first, &third}));
 }
 
-TEST(Module, TheLibraryHasOneThatHoldsTheRootClass)
+TEST(Module, TheLibrarysModuleContainsTheRootClass)
 {
     EXPECT_EQ(&Module::library(), &Module::library());
     EXPECT_EQ(&BaseNode::Class()->module(), &Module::library());
@@ -147,7 +147,7 @@ TEST(Module, TheLibraryHasOneThatHoldsTheRootClass)
     EXPECT_NE(std::find(classes.begin(), classes.end(), BaseNode::Class()), classes.end());
 }
 
-TEST(Module, AttachingSetsUpTheClassesInTheOrderOfTheirEntry)
+TEST(Module, AttachingSetsUpTheClassesInOrderOfRegistration)
 {
     Module module;
     Calls calls;
@@ -196,7 +196,7 @@ TEST(Module, CannotBeAttachedToTwoImages)
     EXPECT_TRUE(module.internalInit(otherImage));
 }
 
-TEST(Module, CannotBeAttachedToNothing)
+TEST(Module, CannotBeAttachedToANullHandle)
 {
     Module module;
     EXPECT_FALSE(module.internalInit(nullptr));
@@ -205,7 +205,7 @@ TEST(Module, CannotBeAttachedToNothing)
     EXPECT_FALSE(module.internalInit(nullptr));
 }
 
-TEST(Module, AFailedSetUpPassesThroughAndLeavesTheModuleDetached)
+TEST(Module, AnExceptionDuringSetUpReachesTheCallerAndLeavesTheModuleDetached)
 {
     Module module;
     FailingRecord const record(L"Class", nullptr, module, ClassVersion{0});
@@ -213,7 +213,7 @@ TEST(Module, AFailedSetUpPassesThroughAndLeavesTheModuleDetached)
     EXPECT_FALSE(module.isAttached());
 }
 
-TEST(Module, RecordsMayComeAndGoOnManyThreads)
+TEST(Module, RecordsMayBeAddedAndRemovedOnManyThreads)
 {
     Module const module;
     std::vector<std::thread> threads;
@@ -230,7 +230,7 @@ TEST(Module, RecordsMayComeAndGoOnManyThreads)
     EXPECT_TRUE(module.classes().empty());
 }
 
-TEST(ClassVersion, IsItsNumber)
+TEST(ClassVersion, ComparesByNumber)
 {
     EXPECT_EQ(ClassVersion{}, ClassVersion{0});
     EXPECT_NE(ClassVersion{0}, ClassVersion{1});

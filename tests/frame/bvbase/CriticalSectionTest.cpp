@@ -27,7 +27,7 @@ bool otherThreadCanEnter(CriticalSection& lock)
     return entered;
 }
 
-// Reads and writes the 32-bit words of a guard behind the lock's pointer.
+// Reads and writes the 32-bit words of a guard after its pointer to the lock.
 std::uint32_t word(Access const& access, std::size_t index)
 {
     std::uint32_t value = 0;
@@ -43,7 +43,7 @@ void setWord(Access& access, std::size_t index, std::uint32_t value)
 constexpr std::size_t mode = 0;
 constexpr std::size_t heldFlag = 1;
 
-TEST(CriticalSection, IsFreeAtFirst)
+TEST(CriticalSection, IsInitiallyNotHeld)
 {
     CriticalSection lock;
     EXPECT_EQ(lock.holdCount(), 0U);
@@ -52,17 +52,17 @@ TEST(CriticalSection, IsFreeAtFirst)
     EXPECT_TRUE(otherThreadCanEnter(withSpinCount));
 }
 
-TEST(CriticalSection, KeepsOtherThreadsOut)
+TEST(CriticalSection, BlocksOtherThreads)
 {
     CriticalSection lock;
     lock.enter();
     EXPECT_FALSE(otherThreadCanEnter(lock));
-    EXPECT_EQ(lock.holdCount(), 1U); // the attempt of the other thread counts nothing
+    EXPECT_EQ(lock.holdCount(), 1U); // the failed attempt of the other thread is not counted
     lock.leave();
     EXPECT_TRUE(otherThreadCanEnter(lock));
 }
 
-TEST(CriticalSection, CountsHowOftenItIsHeld)
+TEST(CriticalSection, CountsItsHolds)
 {
     CriticalSection lock;
     lock.enter();
@@ -80,7 +80,7 @@ TEST(CriticalSection, CountsHowOftenItIsHeld)
     EXPECT_TRUE(otherThreadCanEnter(lock));
 }
 
-TEST(CriticalSection, TellsAThreadWhetherItHeldTheLockBefore)
+TEST(CriticalSection, TheCountShowsWhetherAThreadHeldTheLockBefore)
 {
     CriticalSection lock;
     ASSERT_TRUE(lock.tryEnter());
@@ -91,7 +91,7 @@ TEST(CriticalSection, TellsAThreadWhetherItHeldTheLockBefore)
     lock.leave();
 }
 
-TEST(CriticalSection, ExcludesThreadsFromEachOther)
+TEST(CriticalSection, ProvidesMutualExclusion)
 {
     CriticalSection lock;
     int total = 0;
@@ -135,7 +135,7 @@ TEST(CriticalSectionAccess, HoldsTheLockForItsScope)
     EXPECT_TRUE(otherThreadCanEnter(lock));
 }
 
-TEST(CriticalSectionAccess, IsThePointerTheModeAndTheFlag)
+TEST(CriticalSectionAccess, ConsistsOfThePointerTheModeAndTheFlag)
 {
     CriticalSection lock;
     Access const access(lock);

@@ -64,7 +64,7 @@ INSTANTIATE_TEST_SUITE_P(Paths,
                                          Parts{"walk/", "walk", "", ""},
                                          Parts{"", "", "", ""}));
 
-TEST(File, OfNoPathHasNoParts)
+TEST(File, OfAnEmptyPathHasNoParts)
 {
     auto const file = File::fromPath(String::NIL);
     EXPECT_EQ(narrow(file->getName()), "");
@@ -72,7 +72,7 @@ TEST(File, OfNoPathHasNoParts)
     EXPECT_FALSE(file->exists());
 }
 
-TEST(File, FromANameStandsInTheDirectory)
+TEST(File, FromANameIsInTheDirectory)
 {
     auto const directory = Directory::fromPath(L"walk");
     EXPECT_EQ(narrow(File::fromString(*directory, L"0.png")->getPath()), "walk/0.png");
@@ -85,12 +85,12 @@ TEST(File, FromANameIsInTheDirectoryAlsoIfTheNameIsAnAbsolutePath)
     EXPECT_EQ(narrow(File::fromString(*directory, L"/0.png")->getPath()), "walk/0.png");
 }
 
-TEST(File, FromANameInTheCurrentDirectoryIsTheNameAlone)
+TEST(File, FromANameInTheCurrentDirectoryHasThatNameAsPath)
 {
     EXPECT_EQ(narrow(File::fromString(*Directory::fromPath(L""), L"0.png")->getPath()), "0.png");
 }
 
-TEST(File, ExistsWhenItIsThere)
+TEST(File, ExistsIfThereIsAFile)
 {
     support::TemporaryFolder const folder;
     auto const file = File::fromPath(pathString(folder.file("Größe 1.txt")));
@@ -101,14 +101,14 @@ TEST(File, ExistsWhenItIsThere)
     EXPECT_FALSE(file->exists());
 }
 
-TEST(File, ADirectoryOfTheNameIsNoFile)
+TEST(File, ADirectoryDoesNotExistAsAFile)
 {
     support::TemporaryFolder const folder;
     std::filesystem::create_directory(folder.file("0.png"));
     EXPECT_FALSE(File::fromPath(pathString(folder.file("0.png")))->exists());
 }
 
-TEST(File, ALinkToAFileCountsAndABrokenOneDoesNot)
+TEST(File, ALinkToAFileExistsAndABrokenLinkDoesNot)
 {
     support::TemporaryFolder const folder;
     folder.write("file", "text");
@@ -118,7 +118,7 @@ TEST(File, ALinkToAFileCountsAndABrokenOneDoesNot)
     EXPECT_FALSE(File::fromPath(pathString(folder.file("broken")))->exists());
 }
 
-TEST(File, WhatCannotBeLookedAtDoesNotExist)
+TEST(File, AFileThatCannotBeAccessedDoesNotExist)
 {
     support::TemporaryFolder const folder;
     std::filesystem::create_symlink(folder.file("loop"), folder.file("loop"));
@@ -133,7 +133,7 @@ TEST(File, APathThroughAFileDoesNotExist)
     EXPECT_FALSE(File::fromPath(pathString(folder.file("file") / "0.png"))->exists());
 }
 
-TEST(File, ALonelySurrogateInAPathIsReplacedAndDoesNoHarm)
+TEST(File, AnUnpairedSurrogateInAPathIsReplaced)
 {
     char16_t const units[] = {u'a', 0xD800, u'.', u'p', 0};
     auto const file = File::fromPath(String::fromUtf16(units));
@@ -141,7 +141,7 @@ TEST(File, ALonelySurrogateInAPathIsReplacedAndDoesNoHarm)
     EXPECT_FALSE(file->exists());
 }
 
-TEST(File, KnowsItsClass)
+TEST(File, HasItsClassRecord)
 {
     SmartPtr<File> const file = File::fromPath(L"a");
     EXPECT_EQ(file->getClassType(), File::Class());
@@ -151,7 +151,7 @@ TEST(File, KnowsItsClass)
     EXPECT_EQ(std::wstring(Directory::Class()->name()), L"Directory");
 }
 
-TEST(File, LivesAsLongAsItIsHeld)
+TEST(File, IsDestroyedWithItsLastReference)
 {
     SmartPtr<File> const file = File::fromPath(L"a");
     EXPECT_EQ(file->referenceCount(), 1U);
@@ -159,7 +159,7 @@ TEST(File, LivesAsLongAsItIsHeld)
     EXPECT_EQ(file->referenceCount(), 2U);
 }
 
-TEST(Directory, CreateMakesItWithThoseAboveIt)
+TEST(Directory, CreateMakesTheDirectoryAndItsParents)
 {
     support::TemporaryFolder const folder;
     auto const directory = Directory::fromPath(pathString(folder.file("a b") / "в"));
@@ -167,7 +167,7 @@ TEST(Directory, CreateMakesItWithThoseAboveIt)
     EXPECT_TRUE(std::filesystem::is_directory(folder.file("a b") / "в"));
 }
 
-TEST(Directory, CreateOfOneThatIsThereSucceeds)
+TEST(Directory, CreateOfAnExistingDirectorySucceeds)
 {
     support::TemporaryFolder const folder;
     folder.write("kept", "text");
@@ -175,13 +175,13 @@ TEST(Directory, CreateOfOneThatIsThereSucceeds)
     EXPECT_EQ(folder.read("kept"), "text");
 }
 
-TEST(Directory, CreateOfTheCurrentOneSucceeds)
+TEST(Directory, CreateOfTheCurrentDirectorySucceeds)
 {
     EXPECT_TRUE(Directory::fromPath(L"")->create());
     EXPECT_TRUE(Directory::fromPath(L".")->create());
 }
 
-TEST(Directory, CreateFailsWhereAFileStands)
+TEST(Directory, CreateFailsIfAFileHasTheName)
 {
     support::TemporaryFolder const folder;
     folder.write("file", "text");
@@ -203,12 +203,12 @@ TEST(Directory, AppendLevelOfAnAbsolutePathStaysInside)
     EXPECT_EQ(narrow(Directory::fromPath(L"walk")->appendLevel(L"/pano")->getPath()), "walk/pano");
 }
 
-TEST(Directory, AppendLevelOfTwoPointsGoesUp)
+TEST(Directory, AppendLevelOfTwoDotsIsTheParent)
 {
     EXPECT_EQ(narrow(Directory::fromPath(L"walk")->appendLevel(L"..")->getPath()), "walk/..");
 }
 
-TEST(Directory, AppendLevelOfNoNameIsTheDirectoryItself)
+TEST(Directory, AppendLevelOfAnEmptyNameIsTheDirectoryItself)
 {
     EXPECT_EQ(narrow(Directory::fromPath(L"walk")->appendLevel(String::EMPTY)->getPath()), "walk");
     EXPECT_EQ(narrow(Directory::fromPath(L"walk")->appendLevel(String::NIL)->getPath()), "walk");

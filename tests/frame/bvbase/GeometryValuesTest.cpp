@@ -19,7 +19,7 @@ using Bv_1_1::Vec3d;
 
 using Point = ScanPtColor<Vec3d<float>>;
 
-// An object made by default in memory that held something else.
+// A default-initialized object in memory that is not zero.
 template <typename T>
 T madeInDirtyMemory()
 {
@@ -27,7 +27,7 @@ T madeInDirtyMemory()
     for (unsigned char& byte : memory) {
         byte = 0xAB;
     }
-    return *new (memory) T; // no parentheses: those would zero what the type leaves open
+    return *new (memory) T; // without parentheses, which would zero uninitialized members
 }
 
 TEST(Vec3d, IsThreeConsecutiveValues)
@@ -39,7 +39,7 @@ TEST(Vec3d, IsThreeConsecutiveValues)
     EXPECT_EQ(sizeof(Vec3d<float>), 12U);
 }
 
-TEST(Vec3d, IsAValueThatStartsAtZero)
+TEST(Vec3d, IsZeroByDefault)
 {
     EXPECT_EQ(madeInDirtyMemory<Vec3d<double>>(), (Vec3d<double>{0, 0, 0}));
     constexpr Vec3d<double> vector{1, 2, 3};
@@ -79,7 +79,7 @@ TEST(Mat4d, IsSixteenConsecutiveValues)
     EXPECT_NE(copy, matrix);
 }
 
-TEST(Mat4d, StartsAtZeroAndTakesItsElementsInStorageOrder)
+TEST(Mat4d, IsZeroByDefaultAndIndexedInStorageOrder)
 {
     EXPECT_EQ(madeInDirtyMemory<Mat4d<double>>(), Mat4d<double>{});
     EXPECT_EQ(Mat4d<double>{}[15], 0.0);

@@ -56,7 +56,7 @@ TEST_F(SmartPtrTest, MayBeNull)
     EXPECT_FALSE(copy);
 }
 
-TEST_F(SmartPtrTest, TakesAReferenceOnAPlainPointer)
+TEST_F(SmartPtrTest, AddsAReferenceToAPlainPointer)
 {
     SmartPtr<Node> const first(new Node(alive));
     EXPECT_EQ(first->referenceCount(), 1U);
@@ -82,7 +82,7 @@ TEST_F(SmartPtrTest, DestroysThroughTheVirtualDestructor)
     EXPECT_EQ(alive, 0);
 }
 
-TEST_F(SmartPtrTest, CopyingRaisesTheCount)
+TEST_F(SmartPtrTest, CopyingAddsAReference)
 {
     SmartPtr<Node> const first(new Node(alive));
     {
@@ -123,12 +123,12 @@ TEST_F(SmartPtrTest, ConvertsToTheBaseAndToConst)
     EXPECT_FALSE((std::is_convertible_v<SmartPtr<Node const>, SmartPtr<Node>>));
 }
 
-TEST_F(SmartPtrTest, PlainPointersDoNotTurnIntoOwnersUnasked)
+TEST_F(SmartPtrTest, PlainPointersDoNotConvertImplicitly)
 {
     EXPECT_FALSE((std::is_convertible_v<Node*, SmartPtr<Node>>));
 }
 
-TEST_F(SmartPtrTest, AssigningAPlainPointerTakesItsReferenceAndDropsTheOld)
+TEST_F(SmartPtrTest, AssigningAPlainPointerAddsItsReferenceAndReleasesTheOld)
 {
     SmartPtr<Node> first(new Node(alive));
     auto* const node = new Node(alive);
@@ -151,7 +151,7 @@ TEST_F(SmartPtrTest, AssigningAPointerToItselfKeepsTheNode)
     EXPECT_EQ(node->referenceCount(), 1U);
 }
 
-TEST_F(SmartPtrTest, ANodeMayBeReplacedByOneThatItAloneHolds)
+TEST_F(SmartPtrTest, ANodeMayBeReplacedByOneThatOnlyItKeepsAlive)
 {
     SmartPtr<Node> head(new Node(alive));
     head->next = SmartPtr<Node>(new Node(alive));
@@ -162,7 +162,7 @@ TEST_F(SmartPtrTest, ANodeMayBeReplacedByOneThatItAloneHolds)
     EXPECT_EQ(second->referenceCount(), 1U);
 }
 
-TEST_F(SmartPtrTest, ReachesTheNode)
+TEST_F(SmartPtrTest, DereferencesToTheNode)
 {
     SmartPtr<Node> const node(new Node(alive));
     node->number = 8;
@@ -171,7 +171,7 @@ TEST_F(SmartPtrTest, ReachesTheNode)
     EXPECT_EQ(node.get(), &*node);
 }
 
-TEST_F(SmartPtrTest, EqualMeansTheSameNode)
+TEST_F(SmartPtrTest, ComparesByNode)
 {
     SmartPtr<Node> const first(new Node(alive));
     SmartPtr<Node> const second(new Node(alive));
@@ -182,7 +182,7 @@ TEST_F(SmartPtrTest, EqualMeansTheSameNode)
     EXPECT_TRUE(first != nullptr);
 }
 
-TEST_F(SmartPtrTest, SwapsWithoutTouchingTheCounts)
+TEST_F(SmartPtrTest, SwapKeepsTheReferenceCounts)
 {
     SmartPtr<Node> first(new Node(alive));
     SmartPtr<Node> second;
@@ -193,7 +193,7 @@ TEST_F(SmartPtrTest, SwapsWithoutTouchingTheCounts)
     EXPECT_EQ(node->referenceCount(), 1U);
 }
 
-TEST_F(SmartPtrTest, ManyThreadsMayTakeAndDropReferences)
+TEST_F(SmartPtrTest, ManyThreadsMayAddAndReleaseReferences)
 {
     SmartPtr<Node> shared(new Node(alive));
     std::vector<std::thread> threads;

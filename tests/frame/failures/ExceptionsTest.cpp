@@ -47,7 +47,7 @@ VisibleException visible()
     return {L"Title", L"", L"Function", L"File", 42, nullptr, -5, L"Message", L""};
 }
 
-// Whether a handler for `Caught` takes the failure.
+// Whether a handler for `Caught` catches the failure.
 template <typename Caught, typename Failure>
 bool catchTakes(Failure const& failure)
 {
@@ -114,7 +114,7 @@ TEST(InternalErrorException, ACopyKeepsItsStringsAndItsLine)
     EXPECT_STREQ(copy.what(), "Message. (oV::Roamscan::Class::operation, Class:42)");
 }
 
-// The five strings stand behind the part of `std::exception`, which is the table of operations alone.
+// The five strings follow the `std::exception` base, which consists of the pointer to the virtual table.
 String const* stringsOf(ThrowableException const& failure)
 {
     return reinterpret_cast<String const*>(reinterpret_cast<char const*>(&failure) + sizeof(std::exception));
@@ -145,7 +145,7 @@ TEST(InternalErrorException, ACopySharesAllFiveStringsByCountAndCopiesNoText)
     EXPECT_EQ(sizeof(InternalErrorException), sizeof(ThrowableException));
 }
 
-TEST(InternalErrorException, AssignmentTakesEverythingOver)
+TEST(InternalErrorException, AssignmentCopiesEverything)
 {
     InternalErrorException failure(L"Other", L"other", L"Other", 1);
     failure = internalError();
@@ -154,7 +154,7 @@ TEST(InternalErrorException, AssignmentTakesEverythingOver)
     EXPECT_STREQ(failure.what(), "Message. (oV::Roamscan::Class::operation, Class:42)");
 }
 
-TEST(InternalErrorException, CopiesCannotFail)
+TEST(InternalErrorException, CopiesAreNoexcept)
 {
     EXPECT_TRUE(std::is_nothrow_copy_constructible_v<InternalErrorException>);
     EXPECT_TRUE(std::is_nothrow_copy_assignable_v<InternalErrorException>);
@@ -175,7 +175,7 @@ TEST(InternalErrorException, IsNotCaughtAsAVisibleFailure)
     EXPECT_FALSE(catchTakes<VisibleException>(internalError()));
 }
 
-TEST(InternalErrorException, AnOutOfRangeIsNoneOfTheFamily)
+TEST(InternalErrorException, AnOutOfRangeIsNotAThrowableException)
 {
     EXPECT_FALSE(catchTakes<ThrowableException>(std::out_of_range("Time point before the trajectory begin")));
     EXPECT_FALSE(catchTakes<ExceptionBase>(std::out_of_range("Time point before the trajectory begin")));
@@ -191,21 +191,21 @@ TEST(InternalErrorException, HasTheDestructorAndThenWhat)
         using InternalErrorException::InternalErrorException;
         virtual void firstOfItsOwn() {}
     };
-    EXPECT_EQ(support::virtualSlot(&ThrowableException::what), 2U); // behind the destructor's two
+    EXPECT_EQ(support::virtualSlot(&ThrowableException::what), 2U); // after the destructor's two entries
     EXPECT_EQ(support::virtualSlot(&Derived::firstOfItsOwn), 3U);
-    // All three take the operation from their common base.
+    // All three inherit the function from their common base.
     EXPECT_TRUE((std::is_same_v<decltype(&InternalErrorException::what),
                                 char const* (ThrowableException::*)() const noexcept>));
 }
 
 // what()
 
-TEST(ThrowableException, WhatTellsTheDescriptionAndThePlace)
+TEST(ThrowableException, WhatContainsTheDescriptionAndTheLocation)
 {
     EXPECT_STREQ(internalError().what(), "Message. (oV::Roamscan::Class::operation, Class:42)");
 }
 
-TEST(ThrowableException, WhatLeavesOutWhatIsMissing)
+TEST(ThrowableException, WhatOmitsMissingParts)
 {
     EXPECT_STREQ(InternalErrorException(L"Message", String::NIL, L"Class", 42).what(), "Message (Class:42)");
     EXPECT_STREQ(InternalErrorException(L"Message", L"f", String::EMPTY, 42).what(), "Message (f)");
@@ -221,7 +221,7 @@ TEST(ThrowableException, WhatIsNarrowText)
                  "e");
 }
 
-TEST(ThrowableException, WhatStaysWhileTheFailureOrACopyLives)
+TEST(ThrowableException, WhatIsValidWhileTheFailureOrACopyExists)
 {
     auto original = std::make_unique<InternalErrorException>(internalError());
     char const* const text = original->what();
@@ -232,7 +232,7 @@ TEST(ThrowableException, WhatStaysWhileTheFailureOrACopyLives)
 }
 
 // The header of a text is the count, the length and a pointer to the narrow text once that was made.
-TEST(ThrowableException, WhatNeedsNoMemoryAnyMore)
+TEST(ThrowableException, WhatAllocatesNoMemory)
 {
     InternalErrorException const failure = internalError();
     bool found = false;
@@ -264,7 +264,7 @@ TEST(ThrowableException, ManyThreadsMayReadOneFailure)
     }
 }
 
-TEST(ThrowableException, CopiesOfAFailureTravelBetweenThreads)
+TEST(ThrowableException, CopiesOfAFailureMayBeRethrownOnOtherThreads)
 {
     std::exception_ptr const failure = std::make_exception_ptr(internalError());
     std::string text;
@@ -293,14 +293,14 @@ TEST(VisibleException, TakesItsArgumentsInTheirOrder)
     EXPECT_STREQ(failure.what(), "Title: Second: Message: Last [code -5] (Function, File:42)");
 }
 
-TEST(VisibleException, WhatLeavesOutEmptyParts)
+TEST(VisibleException, WhatOmitsEmptyParts)
 {
     EXPECT_STREQ(visible().what(), "Title: Message [code -5] (Function, File:42)");
     String const& nil = String::NIL;
     EXPECT_STREQ(VisibleException(nil, nil, nil, nil, 0, nullptr, 18, nil, nil).what(), "[code 18]");
 }
 
-TEST(VisibleException, AsksTheExtractorOnceForItsWords)
+TEST(VisibleException, CallsTheExtractorOnce)
 {
     Words words;
     VisibleException const failure(L"Title", L"", L"f", L"File", 42, &words, 7, L"Message", L"");
@@ -310,7 +310,7 @@ TEST(VisibleException, AsksTheExtractorOnceForItsWords)
     EXPECT_EQ(words.calls, 1);
 }
 
-TEST(VisibleException, ShowsTheMessageToUsersAndTheTitleWhereThereIsNone)
+TEST(VisibleException, ExtractsTheMessageOrTheTitleWithoutOne)
 {
     EXPECT_EQ(narrow(visible().extractMessage()), "Message");
     VisibleException const bare(L"Title", L"", L"f", L"File", 42, nullptr, 7, String::NIL, L"");
@@ -327,7 +327,7 @@ TEST(VisibleException, IsCaughtAsItselfAndBothBases)
     EXPECT_FALSE(catchTakes<IntException>(visible()));
 }
 
-TEST(VisibleException, BothBasesReachTheSameFailure)
+TEST(VisibleException, BothBasesReferToTheSameFailure)
 {
     VisibleException const failure = visible();
     ThrowableException const& first = failure;

@@ -42,7 +42,7 @@ void append(Models& models, int number)
     models.appendLogMsgExt(text, 1, "File", number, "function");
 }
 
-// Sets the global list aside for the time of a test.
+// Replaces the global list during a test.
 class GlobalList : public testing::Test
 {
 protected:
@@ -61,7 +61,7 @@ private:
 
 // The accessor
 
-TEST_F(GlobalList, IsMadeWhenItIsFirstAskedFor)
+TEST_F(GlobalList, IsCreatedAtTheFirstCall)
 {
     ASSERT_EQ(Models::list.load(), nullptr);
     Models& models = Models::the();
@@ -77,7 +77,7 @@ TEST_F(GlobalList, IsTheSameEveryTime)
     EXPECT_EQ(models.referenceCount(), 1U);
 }
 
-TEST_F(GlobalList, AListThatIsThereAlreadyIsTaken)
+TEST_F(GlobalList, UsesAnExistingList)
 {
     SmartPtr<Models> const own = newModels();
     own->addReference();
@@ -86,7 +86,7 @@ TEST_F(GlobalList, AListThatIsThereAlreadyIsTaken)
     EXPECT_EQ(own->referenceCount(), 2U);
 }
 
-TEST_F(GlobalList, ThreadsThatComeFirstAtOnceGetOneList)
+TEST_F(GlobalList, ConcurrentFirstCallsGetTheSameList)
 {
     constexpr std::size_t threadCount = 4;
     for (int round = 0; round < 200; ++round) {
@@ -128,7 +128,7 @@ TEST(Models, IsANodeWithItsOwnClass)
     EXPECT_EQ(Models::Class()->version().number, 0U);
 }
 
-TEST(Models, CanBeMadeFromItsRecord)
+TEST(Models, CanBeCreatedFromItsRecord)
 {
     SmartPtr<BaseNode> const made(Models::Class()->create());
     ASSERT_TRUE(made);
@@ -143,7 +143,7 @@ TEST(Models, InitIsVirtual)
     EXPECT_EQ(support::virtualSlot(&Models::init), 3U);
 }
 
-TEST(Models, InitTakesTheMessagesOfItsSource)
+TEST(Models, InitCopiesTheMessagesOfItsSource)
 {
     SmartPtr<Models> const source = newModels();
     append(*source, 1);
@@ -185,7 +185,7 @@ TEST(ModelsLog, KeepsEveryPartOfAMessage)
     EXPECT_EQ(narrow(messages[0].function), "oV::Roamscan::TrajectoryData::readFromStream");
 }
 
-TEST(ModelsLog, ANullMessageStaysNullAndIsNotEmpty)
+TEST(ModelsLog, ANullMessageStaysNull)
 {
     SmartPtr<Models> const models = newModels();
     models->appendLogMsgExt(String::NIL, 1, nullptr, 0, nullptr);
@@ -217,7 +217,7 @@ TEST(ModelsLog, KeepsTheNewestMessagesOldestFirst)
     EXPECT_EQ(messages.back().line, 10001);
 }
 
-TEST(ModelsLog, IsClearedAndGoesOn)
+TEST(ModelsLog, CanBeClearedAndUsedAgain)
 {
     SmartPtr<Models> const models = newModels();
     int calls = 0;
@@ -230,7 +230,7 @@ TEST(ModelsLog, IsClearedAndGoesOn)
     EXPECT_EQ(calls, 2);
 }
 
-TEST(ModelsLog, PrintsNothingByItself)
+TEST(ModelsLog, PrintsNothing)
 {
     SmartPtr<Models> const models = newModels();
     testing::internal::CaptureStdout();
@@ -240,7 +240,7 @@ TEST(ModelsLog, PrintsNothingByItself)
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-TEST(ModelsLog, HandsEachMessageToTheSink)
+TEST(ModelsLog, PassesEachMessageToTheSink)
 {
     SmartPtr<Models> const models = newModels();
     std::vector<LogMessage> received;
@@ -257,7 +257,7 @@ TEST(ModelsLog, HandsEachMessageToTheSink)
     EXPECT_EQ(models->logMessages().size(), 3U);
 }
 
-TEST(ModelsLog, ASinkIsReplacedAndRemoved)
+TEST(ModelsLog, ASinkCanBeReplacedAndRemoved)
 {
     SmartPtr<Models> const models = newModels();
     int first = 0;
@@ -287,7 +287,7 @@ TEST(ModelsLog, ASinkMayUseTheLog)
     EXPECT_EQ(models->logMessages()[1].line, 2);
 }
 
-TEST(ModelsLog, WhatTheSinkThrowsPassesThroughAndTheMessageIsKept)
+TEST(ModelsLog, AnExceptionOfTheSinkReachesTheCallerAndTheMessageIsKept)
 {
     SmartPtr<Models> const models = newModels();
     models->setLogSink([](LogMessage const&) { throw std::runtime_error("sink"); });
@@ -297,7 +297,7 @@ TEST(ModelsLog, WhatTheSinkThrowsPassesThroughAndTheMessageIsKept)
     EXPECT_EQ(models->logMessages().size(), 2U);
 }
 
-TEST(ModelsLog, TakesMessagesFromManyThreads)
+TEST(ModelsLog, AcceptsMessagesFromManyThreads)
 {
     SmartPtr<Models> const models = newModels();
     std::atomic<int> received = 0;

@@ -18,7 +18,7 @@ TEST(LittleEndian, TheLeastSignificantByteComesFirst)
               (std::array<char, 8>{1, 2, 3, 4, 5, 6, 7, '\x88'}));
 }
 
-TEST(LittleEndian, BytesGiveTheirNumber)
+TEST(LittleEndian, BytesConvertToTheirNumber)
 {
     using namespace std::string_view_literals;
     EXPECT_EQ(fromLittleEndian(""sv), 0U);

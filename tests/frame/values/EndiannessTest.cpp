@@ -17,7 +17,7 @@ TEST(Endianness, StartsWithThePlatformsByteOrder)
     EXPECT_EQ(Endianness::bigEndian, *reinterpret_cast<char const*>(&number) == 0);
 }
 
-TEST(Endianness, IsAFlagThatKeepsWhatIsStored)
+TEST(Endianness, KeepsTheStoredValue)
 {
     bool const former = Endianness::bigEndian;
     Endianness::bigEndian = true;

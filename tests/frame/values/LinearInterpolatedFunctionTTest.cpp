@@ -42,7 +42,7 @@ TEST(LinearInterpolatedFunctionT, HasNoValueWithoutSamples)
     EXPECT_EQ(valueAt(Function(), 0), std::nullopt);
 }
 
-TEST(LinearInterpolatedFunctionT, RunsStraightBetweenSamples)
+TEST(LinearInterpolatedFunctionT, IsLinearBetweenSamples)
 {
     Function const function = functionOf({{0, 10}, {4, 30}, {5, -10}});
     EXPECT_EQ(valueAt(function, 1), 15);
@@ -68,7 +68,7 @@ TEST(LinearInterpolatedFunctionT, HasNoValueOutsideItsSamples)
     EXPECT_EQ(valueAt(function, nan), std::nullopt);
 }
 
-TEST(LinearInterpolatedFunctionT, LeavesTheResultAloneWithoutAValue)
+TEST(LinearInterpolatedFunctionT, LeavesTheResultUnchangedWithoutAValue)
 {
     double y = 7;
     EXPECT_FALSE(functionOf({{1, 10}, {2, 20}}).evaluateAt(3, y));
@@ -79,7 +79,7 @@ TEST(LinearInterpolatedFunctionT, LeavesTheResultAloneWithoutAValue)
     EXPECT_EQ(y, 7);
 }
 
-TEST(LinearInterpolatedFunctionT, OneSampleHasAValueAtItsPlaceOnly)
+TEST(LinearInterpolatedFunctionT, OneSampleHasAValueOnlyAtItsX)
 {
     Function const function = functionOf({{1, 10}});
     EXPECT_EQ(valueAt(function, 1), 10);
@@ -87,7 +87,7 @@ TEST(LinearInterpolatedFunctionT, OneSampleHasAValueAtItsPlaceOnly)
     EXPECT_EQ(valueAt(function, 1.5), std::nullopt);
 }
 
-TEST(LinearInterpolatedFunctionT, TakesSamplesInAnyOrder)
+TEST(LinearInterpolatedFunctionT, AcceptsSamplesInAnyOrder)
 {
     Function const function = functionOf({{5, -10}, {0, 10}, {4, 30}});
     EXPECT_EQ(valueAt(function, 1), 15);
@@ -95,7 +95,7 @@ TEST(LinearInterpolatedFunctionT, TakesSamplesInAnyOrder)
     EXPECT_EQ(valueAt(function, -1), std::nullopt);
 }
 
-TEST(LinearInterpolatedFunctionT, ALaterSampleAtTheSamePlaceReplacesTheEarlierOne)
+TEST(LinearInterpolatedFunctionT, ALaterSampleAtTheSameXReplacesTheEarlierOne)
 {
     Function const function = functionOf({{0, 10}, {2, 20}, {4, 40}, {2, 0}, {4, 4}, {0, 6}});
     EXPECT_EQ(valueAt(function, 0), 6);
@@ -104,12 +104,12 @@ TEST(LinearInterpolatedFunctionT, ALaterSampleAtTheSamePlaceReplacesTheEarlierOn
     EXPECT_EQ(valueAt(function, 4), 4);
 }
 
-TEST(LinearInterpolatedFunctionT, NegativeZeroIsTheSamePlaceAsZero)
+TEST(LinearInterpolatedFunctionT, NegativeZeroIsTheSameXAsZero)
 {
     EXPECT_EQ(valueAt(functionOf({{0.0, 1}, {-0.0, 2}}), 0.0), 2);
 }
 
-TEST(LinearInterpolatedFunctionT, LeavesOutASampleAtNaN)
+TEST(LinearInterpolatedFunctionT, IgnoresASampleAtNaN)
 {
     Function const function = functionOf({{nan, 1}, {0, 10}, {nan, 2}, {4, 30}, {2, 0}, {nan, 3}});
     EXPECT_EQ(valueAt(function, 0), 10);
@@ -120,7 +120,7 @@ TEST(LinearInterpolatedFunctionT, LeavesOutASampleAtNaN)
     EXPECT_EQ(valueAt(functionOf({{nan, 1}}), 0), std::nullopt);
 }
 
-TEST(LinearInterpolatedFunctionT, LeavesOutASampleAtInfinity)
+TEST(LinearInterpolatedFunctionT, IgnoresASampleAtInfinity)
 {
     Function const function = functionOf({{-infinity, 1}, {0, 10}, {4, 30}, {infinity, 2}});
     EXPECT_EQ(valueAt(function, -1), std::nullopt);
@@ -150,21 +150,21 @@ TEST(LinearInterpolatedFunctionT, InfiniteValuesReachUpToTheNextSample)
     EXPECT_EQ(valueAt(function, 3), 20);
 }
 
-TEST(LinearInterpolatedFunctionT, DoesNotOverflowBetweenTheGreatestNumbers)
+TEST(LinearInterpolatedFunctionT, DoesNotOverflowBetweenTheLargestNumbers)
 {
     Function const function = functionOf({{-greatest, -greatest}, {greatest, greatest}});
     EXPECT_EQ(valueAt(function, 0), 0);
     EXPECT_DOUBLE_EQ(valueAt(function, greatest / 2).value_or(nan), greatest / 2);
 }
 
-TEST(LinearInterpolatedFunctionT, RunsStraightBetweenTheLeastNumbersToo)
+TEST(LinearInterpolatedFunctionT, IsLinearBetweenSubnormalNumbers)
 {
     double const least = std::numeric_limits<double>::denorm_min();
     Function const function = functionOf({{3 * least, 10}, {5 * least, 30}});
     EXPECT_EQ(valueAt(function, 4 * least), 20);
 }
 
-TEST(LinearInterpolatedFunctionT, StaysAtAValueThatTwoSamplesShareToTheLastBit)
+TEST(LinearInterpolatedFunctionT, IsExactBetweenSamplesOfEqualValue)
 {
     Function const function = functionOf({{0, 0.9}, {5, 0.9}}); // by weights it would be off at 1, 2 and 3
     for (double const x : {1.0, 2.0, 3.0, 4.0}) {
@@ -172,7 +172,7 @@ TEST(LinearInterpolatedFunctionT, StaysAtAValueThatTwoSamplesShareToTheLastBit)
     }
 }
 
-TEST(LinearInterpolatedFunctionT, FunctionsThatLieOneAboveTheOtherAtEachSampleDoSoBetween)
+TEST(LinearInterpolatedFunctionT, FunctionsOrderedAtEachSampleAreOrderedBetween)
 {
     std::mt19937_64 generator(1);
     std::uniform_real_distribution<double> value(-1, 1);
@@ -187,7 +187,7 @@ TEST(LinearInterpolatedFunctionT, FunctionsThatLieOneAboveTheOtherAtEachSampleDo
     }
 }
 
-TEST(LinearInterpolatedFunctionT, AnswersAsTheSamplesInAMapDo)
+TEST(LinearInterpolatedFunctionT, EqualsAReferenceOnAMap)
 {
     for (std::uint64_t seed = 1; seed <= 100; ++seed) {
         SCOPED_TRACE(seed);

@@ -31,7 +31,7 @@ TEST(StreamFrame, IsALittleEndianCountAndTheBytes)
     EXPECT_EQ(written(std::string(0x10203, 'x')).substr(0, 8), std::string("\x03\x02\x01\0\0\0\0\0", 8));
 }
 
-TEST(StreamFrame, ReadsBackWhatWasWrittenAndNoMore)
+TEST(StreamFrame, ReadsExactlyTheWrittenBytes)
 {
     std::istringstream stream(written("abc") + written("") + "rest");
     auto const first = readLengthPrefixed(stream);
@@ -45,16 +45,16 @@ TEST(StreamFrame, ReadsBackWhatWasWrittenAndNoMore)
     EXPECT_TRUE(stream.good());
 }
 
-TEST(StreamFrame, ACountAcrossAllEightBytesIsReadInFull)
+TEST(StreamFrame, AllEightBytesOfTheCountAreRead)
 {
-    // 2^56 + 1: no allocator gives that, and a count that lost its upper bytes would be read as 1.
+    // 2^56 + 1 bytes cannot be allocated. Without its upper bytes the count would be 1.
     std::istringstream stream(std::string("\x01\0\0\0\0\0\0\x01x", 9));
     EXPECT_THROW((void)readLengthPrefixed(stream), std::bad_alloc);
     EXPECT_EQ(stream.tellg(), 8);
     EXPECT_TRUE(stream.good());
 }
 
-TEST(StreamFrame, AStreamThatEndsInsideTheCountOrTheBytesGivesNothing)
+TEST(StreamFrame, ATruncatedCountOrBufferGivesNothing)
 {
     std::string const whole = written("abc");
     for (std::size_t length = 0; length < whole.size(); ++length) {
@@ -64,7 +64,7 @@ TEST(StreamFrame, AStreamThatEndsInsideTheCountOrTheBytesGivesNothing)
     }
 }
 
-TEST(StreamFrame, TheByteOrderFlagIsClearedAlsoWhereTheStreamEndsInsideTheCount)
+TEST(StreamFrame, ATruncatedCountClearsTheByteOrderFlag)
 {
     oV::Endianness::bigEndian = true;
     std::istringstream stream(std::string(4, '\0'));
@@ -72,7 +72,7 @@ TEST(StreamFrame, TheByteOrderFlagIsClearedAlsoWhereTheStreamEndsInsideTheCount)
     EXPECT_FALSE(oV::Endianness::bigEndian);
 }
 
-TEST(StreamFrame, AStreamThatIsNotGoodIsNeitherReadNorWrittenNorTouched)
+TEST(StreamFrame, AStreamThatIsNotGoodStaysUnchanged)
 {
     for (auto const state : {std::ios::eofbit, std::ios::failbit, std::ios::badbit}) {
         std::stringstream stream(written("abc"));
@@ -86,7 +86,7 @@ TEST(StreamFrame, AStreamThatIsNotGoodIsNeitherReadNorWrittenNorTouched)
     }
 }
 
-TEST(StreamBuffer, RefusesWhatNoObjectCanBe)
+TEST(StreamBuffer, RefusesASizeBeyondAnyObject)
 {
     std::istringstream stream(std::string(8, '\xFF'));
     EXPECT_THROW((void)readLengthPrefixed(stream), std::length_error);
@@ -97,9 +97,9 @@ struct AnyTable
     [[nodiscard]] bool Verify(flatbuffers::Verifier& /*verifier*/) const { return true; }
 };
 
-TEST(FlatBufferRoot, ABufferBeyondTheReachOfItsOffsetsIsRefused)
+TEST(FlatBufferRoot, ABufferBeyondTheRangeOfItsOffsetsIsRefused)
 {
-    // Only the first bytes are ever looked at, so the spans may claim more than there is.
+    // Only the first bytes are read, so the span may be larger than the array.
     alignas(8) std::byte const bytes[16] = {std::byte{8}}; // the root lies at 8
     EXPECT_NE(verifiedRoot<AnyTable>(bytes), nullptr);
     EXPECT_NE(verifiedRoot<AnyTable>(std::span(&bytes[0], largestFlatBuffer)), nullptr);

@@ -65,7 +65,7 @@ TEST(IOCodeException, KeepsTheCodeInItselfAndInItsBase)
     EXPECT_EQ(ownField, -18);
 }
 
-TEST(IOCodeException, TheTitleIsTheSameWhateverTheCodeAndTheMessage)
+TEST(IOCodeException, TheTitleIsTheSameForAllCodesAndMessages)
 {
     EXPECT_EQ(narrow(writeFailure().getTitle()), "IOCode-Exception");
     EXPECT_EQ(narrow(IOCodeException(L"f", L"File", 1, 0, String::NIL).getTitle()), "IOCode-Exception");
@@ -87,7 +87,7 @@ TEST(IOCodeException, IsNotCaughtAsAnInternalFailure)
     EXPECT_FALSE(catchTakes<oV::InternalErrorException>());
 }
 
-TEST(IOCodeException, WhatTellsEverythingInOneLine)
+TEST(IOCodeException, WhatContainsEverythingInOneLine)
 {
     EXPECT_STREQ(writeFailure().what(),
                  "IOCode-Exception: Error writing image to 0.png [code 18] "
