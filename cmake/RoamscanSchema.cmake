@@ -28,5 +28,9 @@ function(roamscan_schema target schema)
         COMMENT "Compiling ${relative}"
         VERBATIM)
     target_sources(${target} PRIVATE "${header}")
+    # With a target of its own, the header is generated without building the libraries that `target` links.
+    string(MAKE_C_IDENTIFIER "schema_${target}_${relative}" schemaTarget)
+    add_custom_target(${schemaTarget} DEPENDS "${header}")
+    add_dependencies(${target} ${schemaTarget})
     target_include_directories(${target} SYSTEM PRIVATE "${includeDir}")
 endfunction()
