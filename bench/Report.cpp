@@ -62,8 +62,8 @@ Json toJson(Comparison const& comparison)
 
 void printHeading(std::string const& group)
 {
-    std::printf(
-        "\n%-54s%-14s%-22s%-14s%s\n", group.c_str(), "cost", "baseline", "its cost", "ratio: median (range)");
+    constexpr char const* columns = "cost          baseline              its cost      ratio: median (range)";
+    std::printf("\n%-54s%s\n%s\n", "", columns, group.c_str());
 }
 
 void printRows(std::vector<Comparison> const& comparisons)

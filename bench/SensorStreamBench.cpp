@@ -10,7 +10,6 @@
 #include <roamscan/sensors/SensorData.h>
 
 #include <cstring>
-#include <utility>
 
 namespace bench
 {
@@ -59,9 +58,14 @@ void peakOfBufferAndStore(benchmark::State& state)
         WrittenStream<Format> stream;
         SensorArrays arrays = arraysOfStream();
     };
+    struct BufferAndStore
+    {
+        std::vector<char> buffer;
+        Format::Store store;
+    };
     measurePeakMemory<StreamAndArrays>(state, [](StreamAndArrays& all) {
         auto const bytes = all.stream.memory.bytes().first(all.stream.size);
-        return std::pair(std::vector<char>(bytes.begin(), bytes.end()), storeFromArrays(all.arrays));
+        return BufferAndStore{{bytes.begin(), bytes.end()}, storeFromArrays(all.arrays)};
     });
 }
 

@@ -2,43 +2,60 @@
 
 #include "tests/support/SensorRecords.h"
 
+#include <roamscan/time/TimeConversion.h>
+
+#include <utility>
+
 namespace bench
 {
 
+using oV::Roamscan::SensorData;
 using oV::Roamscan::TimeConversion::convertToIntegerTime;
 
 SensorArrays recordedArrays(std::size_t imuSamples, std::size_t bursts, std::size_t pointsPerBurst)
 {
     // All numbers are representable in single precision, so that a stream preserves them.
     SensorArrays arrays;
+    arrays.pointsPerBurst = pointsPerBurst;
     for (std::size_t i = 0; i < imuSamples; ++i) {
         auto const wave = static_cast<double>(i % 1000) / 1024;
-        arrays.imu.push_back({0.005 * static_cast<double>(i), {wave, -wave, 9.8125}, {0.25, wave, -0.5}});
+        arrays.imuTimes.push_back(0.005 * static_cast<double>(i));
+        arrays.accelerations.push_back({wave, -wave, 9.8125});
+        arrays.velocities.push_back({0.25, wave, -0.5});
     }
     for (std::size_t i = 0; i < bursts; ++i) {
-        auto& burst = arrays.lidar.emplace_back();
-        burst = {0.01 * static_cast<double>(i), {0, 0, 0.5}, {}};
-        burst.points.reserve(pointsPerBurst);
+        arrays.burstTimes.push_back(0.01 * static_cast<double>(i));
+        arrays.origins.push_back({0, 0, 0.5});
         for (std::size_t j = 0; j < pointsPerBurst; ++j) {
-            auto const x = static_cast<float>(j);
-            burst.points.push_back({{x, static_cast<float>(i % 100), 1.5F}, 0.0001F * x, {}});
+            arrays.positions.push_back({static_cast<float>(j), static_cast<float>(i % 100), 1.5F});
+            arrays.pointTimes.push_back(0.0001F * static_cast<float>(j));
         }
     }
     return arrays;
 }
 
-oV::Roamscan::SensorData storeFromArrays(SensorArrays const& arrays)
+SensorData storeFromArrays(SensorArrays const& arrays)
 {
-    oV::Roamscan::SensorData store;
+    SensorData store;
     auto& imu = store.imuData["imu"];
-    for (auto const& [time, acceleration, velocity] : arrays.imu) {
-        imu.emplace_hint(
-            imu.end(), convertToIntegerTime(time), support::imuSample(time, acceleration, velocity));
+    for (std::size_t i = 0; i < arrays.imuTimes.size(); ++i) {
+        double const time = arrays.imuTimes[i];
+        imu.emplace_hint(imu.end(),
+                         convertToIntegerTime(time),
+                         support::imuSample(time, arrays.accelerations[i], arrays.velocities[i]));
     }
     auto& lidar = store.rangefinderData["lidar"];
-    for (auto const& [time, origin, points] : arrays.lidar) {
-        lidar.emplace_hint(
-            lidar.end(), convertToIntegerTime(time), support::rangeSample(time, origin, points));
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < arrays.burstTimes.size(); ++i) {
+        double const time = arrays.burstTimes[i];
+        std::vector<mapping::TimedRangefinderPoint> points;
+        points.reserve(arrays.pointsPerBurst);
+        for (std::size_t j = 0; j < arrays.pointsPerBurst; ++j, ++next) {
+            points.push_back({arrays.positions[next], arrays.pointTimes[next], {}});
+        }
+        lidar.emplace_hint(lidar.end(),
+                           convertToIntegerTime(time),
+                           support::rangeSample(time, arrays.origins[i], std::move(points)));
     }
     store.sensorPoses["imu"] = {{0, 0, 0.25F}, {0, 0, 0.5F, 0.75F}};
     store.sensorPoses["lidar"] = {{0, 0, 0.5F}, {0.5F, 0, 0, 0.75F}};

@@ -8,25 +8,18 @@
 namespace bench
 {
 
-/// The samples of a recording as a recording program holds them in memory: of an inertial unit, and of a
-/// range sensor, which gives bursts of points.
+/// The samples of a recording as plain arrays, as a recording program holds them in memory: of an inertial
+/// unit, and of a range sensor with bursts of a fixed number of points.
 struct SensorArrays
 {
-    struct ImuSample
-    {
-        double time;
-        mapping::Vector3<double> acceleration;
-        mapping::Vector3<double> velocity;
-    };
-    struct Burst
-    {
-        double time;
-        mapping::Vector3<double> origin;
-        std::vector<mapping::TimedRangefinderPoint> points;
-    };
-
-    std::vector<ImuSample> imu;
-    std::vector<Burst> lidar;
+    std::vector<double> imuTimes;
+    std::vector<mapping::Vector3<double>> accelerations;
+    std::vector<mapping::Vector3<double>> velocities;
+    std::vector<double> burstTimes;
+    std::vector<mapping::Vector3<double>> origins;
+    std::size_t pointsPerBurst = 0;
+    std::vector<mapping::Vector3<float>> positions; ///< In the order of the bursts.
+    std::vector<float> pointTimes;                  ///< Likewise.
 };
 
 [[nodiscard]] SensorArrays
