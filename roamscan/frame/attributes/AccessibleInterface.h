@@ -10,11 +10,11 @@ namespace oV
 class ROAMSCAN_EXPORT AccessibleInterface
 {
 public:
-    /// Whether it can be used as it is.
-    [[nodiscard]] virtual bool isAccessible() const = 0;
+    /// Whether it can be used as it is. Here: true.
+    [[nodiscard]] virtual bool isAccessible() const;
 
-    /// Makes it usable. @return whether it is
-    virtual bool makeAccessible() = 0;
+    /// Makes it usable. @return whether it is. Here: true
+    virtual bool makeAccessible();
 
 protected:
     AccessibleInterface() = default;

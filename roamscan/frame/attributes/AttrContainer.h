@@ -166,13 +166,6 @@ public:
     /// Whether the container has an identity of its own. @return false
     [[nodiscard]] virtual bool hasUuid() const;
 
-    /// Containers are always accessible. @return true
-    [[nodiscard]] bool isAccessible() const override;
-    bool makeAccessible() override;
-    /// Containers are always valid. @return true
-    [[nodiscard]] bool isValid() const override;
-    bool makeValid() override;
-
     /// Makes the static attributes of a definition table, as copies of those of `source` with the same tokens
     /// if it has them.
     /// @param definitions a table that ends at the row with the NIL name and outlives the container. The

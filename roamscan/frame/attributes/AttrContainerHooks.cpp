@@ -102,24 +102,4 @@ bool AttrContainer::hasUuid() const
     return false;
 }
 
-bool AttrContainer::isAccessible() const
-{
-    return true;
-}
-
-bool AttrContainer::makeAccessible()
-{
-    return true;
-}
-
-bool AttrContainer::isValid() const
-{
-    return true;
-}
-
-bool AttrContainer::makeValid()
-{
-    return true;
-}
-
 } // namespace oV

@@ -10,11 +10,11 @@ namespace oV
 class ROAMSCAN_EXPORT ValidationInterface
 {
 public:
-    /// Whether it is valid.
-    [[nodiscard]] virtual bool isValid() const = 0;
+    /// Whether it is valid. Here: true.
+    [[nodiscard]] virtual bool isValid() const;
 
-    /// Makes it valid. @return whether it is
-    virtual bool makeValid() = 0;
+    /// Makes it valid. @return whether it is. Here: true
+    virtual bool makeValid();
 
 protected:
     ValidationInterface() = default;
