@@ -13,6 +13,7 @@ template <typename T>
 class ROAMSCAN_EXPORT AttrVal
 {
 public:
+    /// Holds `initial`.
     explicit AttrVal(T initial);
     AttrVal& operator=(AttrVal const&) = delete;
     virtual ~AttrVal();
@@ -26,6 +27,7 @@ public:
     /// Lets the value know its container. Here: does nothing and returns false.
     virtual bool setLocation(AttrContainer* container);
 
+    /// The value.
     T value; // NOLINT(misc-non-private-member-variables-in-classes): a holder is its value
 
 protected:

@@ -45,6 +45,7 @@ public:
 
     /// Whether CachedAttributeInfo records may hold pending values; a flag of the thread.
     [[nodiscard]] static bool isCachedAttributePending() noexcept;
+    /// Sets that flag.
     static void setIsCachedAttributePending(bool pending) noexcept;
 
     /// Whether any modified listener exists in the process. Safe on any thread.
@@ -57,13 +58,15 @@ public:
     /// @return false if it was not added
     static bool removeModifiedListener(ModifiedListener const* listener);
 
-    // The memory of attributes: one that is made at a given place, as in a container's block, is destroyed
-    // but not freed. The thread's data carries the mark from and to the object
-    // (ThreadDataType::attributeInBlock).
+    /// @name Memory
+    /// An attribute that is made at a given place, as in a container's block, is destroyed but not freed. The
+    /// thread's data carries the mark from and to the object (ThreadDataType::attributeInBlock).
+    /// @{
     [[nodiscard]] static void* operator new(std::size_t size);
     [[nodiscard]] static void* operator new(std::size_t size, void* place) noexcept;
     static void operator delete(void* memory) noexcept;
     static void operator delete(void* memory, void* place) noexcept;
+    /// @}
 
     [[nodiscard]] Bv_1_1::oVClass const* getClassType() const override;
 
@@ -137,6 +140,7 @@ public:
 
     /// The flag word.
     [[nodiscard]] std::uint16_t flags() const noexcept { return flags_; }
+    /// Whether any of these bits of the flag word is set.
     [[nodiscard]] bool hasFlag(std::uint16_t flag) const noexcept { return (flags_ & flag) != 0; }
     /// Sets or clears bits of the flag word; not the one of the memory that the attribute lives in.
     void setFlag(std::uint16_t flag, bool value) noexcept;

@@ -13,6 +13,7 @@ template <typename T>
 class ROAMSCAN_EXPORT NewValueInfo : public Bv_1_1::ObserverInfo
 {
 public:
+    /// A record of the proposed value.
     explicit NewValueInfo(T newValue);
 
     /// The record of this class.
