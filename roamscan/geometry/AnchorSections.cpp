@@ -12,22 +12,21 @@ namespace
 using Iterator = std::vector<TimeWindow>::iterator;
 using ConstIterator = std::vector<TimeWindow>::const_iterator;
 
-// Empty and reversed windows contain no instant.
-bool holdsAnInstant(TimeWindow const& window)
+bool containsAnInstant(TimeWindow const& window)
 {
     return window.start < window.end;
 }
 
-// The first section that starts after the time. Windows most often come in order, so the end is tried first.
-// After that either half of what is left is as likely, and a branch would be foreseen wrongly every other
-// time: the outcome is multiplied instead, which leaves the compiler none.
+// The first section that starts after the time: std::upper_bound by start, but branchless. The comparison is
+// unpredictable, so a branch would mispredict half the time. The end is tested first, because windows are
+// mostly inserted in order.
 template <typename Position>
 Position firstStartingAfter(int64 time, Position begin, Position end)
 {
     if (begin == end || (end - 1)->start <= time) {
         return end;
     }
-    // Among `count` sections from `begin` there is one to be found: the last of them, if no other.
+    // The result is one of the `count` sections from `begin`.
     std::ptrdiff_t count = end - begin;
     while (count > 1) {
         std::ptrdiff_t const half = count / 2;
@@ -37,15 +36,14 @@ Position firstStartingAfter(int64 time, Position begin, Position end)
     return begin;
 }
 
-// Whether a section starts in the window, and ends in it or where it ends.
-bool isSwallowedBy(TimeWindow const& window, TimeWindow const& section)
+// Whether the window contains the section, which may end where the window ends.
+bool contains(TimeWindow const& window, TimeWindow const& section)
 {
     return window.contains(section.start) && (window.contains(section.end) || section.end == window.end);
 }
 
-// Whether the section holds or touches an end of the window, which then reaches to the section's own end. The
-// start is looked at first, and alone if it is so.
-bool fuses(TimeWindow& window, TimeWindow const& section)
+// Extends the window by a section that contains or touches the window's start or, if it does not, its end.
+bool extendBy(TimeWindow& window, TimeWindow const& section)
 {
     if (section.contains(window.start) || section.end == window.start) {
         window.start = section.start;
@@ -64,28 +62,27 @@ struct Range
     Iterator last;
 };
 
-// A range of sections outside of which none is swallowed by the window or fuses with it. Sections that hold
-// an instant are disjoint, so it is short, unless the window or one of the later sections is reversed.
+// The sections that the window can contain, overlap or touch. By the invariant these are few, unless the
+// window or a later section is reversed.
 Range withinReach(TimeWindow const& window, Iterator begin, Iterator end)
 {
-    if (!holdsAnInstant(window)) {
+    if (!containsAnInstant(window)) {
         return {begin, end};
     }
-    // Sections that hold an instant never touch each other, and no empty one touches them. So only the last
-    // of those that start no later than the window can reach it.
+    // Of the sections that start at or before the window's start, only the last one with an instant can reach
+    // it.
     Iterator first = firstStartingAfter(window.start, begin, end);
     while (first != begin) {
         --first;
-        if (holdsAnInstant(*first)) {
+        if (containsAnInstant(*first)) {
             break;
         }
     }
-    // For the same reason no section that makes the window longer brings another one into its reach.
     Iterator last = first;
     while (last != end && last->start <= window.end) {
         ++last;
     }
-    // A reversed section ends before it starts, and so may end where the window starts.
+    // A reversed section may end where the window starts.
     bool const anyReversed =
         std::any_of(last, end, [](TimeWindow const& section) { return section.end < section.start; });
     return {first, anyReversed ? end : last};
@@ -115,11 +112,11 @@ void AnchorSections::insertSection(TimeWindow window)
     }
     auto const [first, last] = withinReach(window, sections_.begin(), sections_.end());
 
-    // The sections fuse in their order, each with the window as those before have left it.
-    TimeWindow fused = window;
+    // In order, each section is merged with the window as extended so far.
+    TimeWindow merged = window;
     Iterator kept = first;
     for (Iterator section = first; section != last; ++section) {
-        if (!isSwallowedBy(window, *section) && !fuses(fused, *section)) {
+        if (!contains(window, *section) && !extendBy(merged, *section)) {
             *kept++ = *section;
         }
     }
@@ -127,10 +124,10 @@ void AnchorSections::insertSection(TimeWindow window)
         sections_.insert(firstStartingAfter(window.start, sections_.begin(), sections_.end()), window);
         return;
     }
-    // One of those that it replaces leaves it the room. Those out of its reach start later.
-    Iterator const place = firstStartingAfter(fused.start, sections_.begin(), kept);
+    // Reuses the room of a removed section, so nothing is allocated.
+    Iterator const place = firstStartingAfter(merged.start, sections_.begin(), kept);
     std::move_backward(place, kept, kept + 1);
-    *place = fused;
+    *place = merged;
     sections_.erase(kept + 1, last);
 }
 
@@ -158,11 +155,12 @@ bool AnchorSections::isAnchor(int64 time) const
 
 AnchorSections::const_iterator AnchorSections::getAnchorSection(int64 time) const
 {
-    // Sections that hold an instant are disjoint: only the last of those that have started can hold this one.
+    // By the invariant only the last section with an instant that starts at or before the time can contain
+    // it.
     ConstIterator section = firstStartingAfter(time, begin(), end());
     while (section != begin()) {
         --section;
-        if (holdsAnInstant(*section)) {
+        if (containsAnInstant(*section)) {
             return section->contains(time) ? section : end();
         }
     }
@@ -184,7 +182,7 @@ bool AnchorSections::containsAnyAnchorMarker(TimeWindow window) const
 
 bool AnchorSections::containsStartXorEndMarkerOfOneSequence(TimeWindow window) const
 {
-    // Disjoint as they are, at most one section holds each of the two.
+    // By the invariant at most one section contains each of the two.
     return getAnchorSection(window.start) != getAnchorSection(window.end);
 }
 

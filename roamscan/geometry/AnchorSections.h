@@ -10,19 +10,20 @@
 namespace oV::Roamscan
 {
 
-/// The anchor sections of a recording: windows of integer time (ticks of 10 ns) in ascending order of their
-/// starts.
+/// The anchor sections of a recording, in which the scanner stood still: an ordered set of disjoint windows
+/// of integer time (ticks of 10 ns). An inserted window is merged with the sections that it overlaps or
+/// touches.
 ///
-/// Windows that are inserted fuse with the sections that they overlap or touch, so valid sections are
-/// disjoint and never touch. Nothing checks TimeWindow::valid(): an empty, reversed or unset window goes
-/// through the same steps and may stay as a section, which a caller that wants valid ones only tests first.
+/// An insertion may throw std::bad_alloc; nothing else throws.
 ///
-/// Nothing but memory running out makes an insertion throw, and no question throws. Many threads may read it;
-/// writing needs the caller's own exclusion.
+/// Thread safety: concurrent reads are safe; a write needs exclusive access.
+///
+/// @note TimeWindow::valid() is not tested. An empty, reversed or unset window is inserted by the same rules
+/// and may remain as a section. To have valid sections only, test before inserting.
 class ROAMSCAN_EXPORT AnchorSections
 {
 public:
-    /// Over the sections, in ascending order of their starts.
+    /// Iterates over the sections in ascending order of their starts.
     using const_iterator = std::vector<TimeWindow>::const_iterator;
 
     [[nodiscard]] const_iterator begin() const;
@@ -31,26 +32,29 @@ public:
     /// The number of sections.
     [[nodiscard]] std::size_t size() const;
 
-    /// Adds a window. One that lies inside a section, its end before the section's, changes nothing.
-    /// Otherwise it takes the place of all sections that lie within it, or that it overlaps or touches,
-    /// grown by those. Invalidates all iterators. If memory runs out, the sections are as they were.
+    /// Inserts the union of the window and all sections that it contains, overlaps or touches, in place of
+    /// these sections. Does nothing if the window lies inside a section.
+    ///
+    /// Invalidates all iterators.
+    /// @throws std::bad_alloc the sections are then unchanged
     void insertSection(TimeWindow window);
 
-    /// Inserts each section of `other`, in its order. `other` may be this object. If memory runs out, some of
-    /// them may be in it.
+    /// Inserts each section of `other`, in order. `other` may be this object.
+    /// @throws std::bad_alloc some of the sections may then have been inserted
     void includeAnchorSections(AnchorSections const& other);
 
-    /// includeAnchorSections().
+    /// The same as includeAnchorSections().
     AnchorSections& operator+=(AnchorSections const& other);
 
     /// Whether some section contains the time.
     [[nodiscard]] bool isAnchor(int64 time) const;
 
-    /// The first section that contains the time, or end().
+    /// @return the section that contains the time, or end(); found by binary search
     [[nodiscard]] const_iterator getAnchorSection(int64 time) const;
 
-    /// Whether some section contains both the window's start and its end. A section does not contain its own
-    /// end, so a window that ends where the section does is not in it.
+    /// Whether one section contains both the window's start and its end.
+    /// @note A section does not contain its own end, so this is false for a window that ends where the
+    /// section ends.
     [[nodiscard]] bool isInAnchorSection(TimeWindow window) const;
 
     /// Whether the window contains the start or the end of some section.
@@ -60,6 +64,9 @@ public:
     [[nodiscard]] bool containsStartXorEndMarkerOfOneSequence(TimeWindow window) const;
 
 private:
+    // Invariant: sorted by start; the sections that contain an instant (start < end) are disjoint and do not
+    // touch each other. Empty and reversed sections may lie between them; an empty one touches no other
+    // section, a reversed one may end anywhere before its start.
     std::vector<TimeWindow> sections_;
 };
 

@@ -15,14 +15,13 @@
 namespace oV::Roamscan
 {
 
-/// One recorded data set, as a plug-in presents it. A point of the set is named by two indices, whose meaning
-/// is the implementation's.
+/// Interface to one recorded data set, implemented by plug-ins. Two indices identify a point of the set;
+/// their meaning is up to the implementation.
 ///
-/// The order of the virtual operations is part of the binary interface; the reserved ones are never called by
-/// this library. Derive from RoamscanDataAdapter to implement the two that matter.
+/// Derive from RoamscanDataAdapter, which implements the reserved operations. The order of the virtual
+/// operations is part of the binary interface. This library never calls the reserved ones.
 ///
-/// Nothing here keeps state or locks: getGlobalScanPt() may run on many threads at once if the implementation
-/// of getScanPtTime() and getLocalScanPt() allows it.
+/// Thread safety: getGlobalScanPt() may run concurrently if getScanPtTime() and getLocalScanPt() may.
 class ROAMSCAN_EXPORT IRoamscanData
 {
 public:
@@ -38,12 +37,13 @@ public:
     virtual void reserved1() = 0; ///< @copybrief reserved21
     virtual void reserved2() = 0; ///< @copybrief reserved21
 
-    /// The time of a point in ticks of 10 ns, written through `time`. False, and `time` untouched, if it has
-    /// none.
+    /// The time of a point.
+    /// @param time receives the time in ticks of 10 ns; not written if the point has none
+    /// @return whether the point has a time
     [[nodiscard]] virtual bool getScanPtTime(int first, int second, int64* time) = 0;
 
-    /// A point in the scanner's own frame, in metres. `parameters` are the caller's, handed on untouched;
-    /// they may be null.
+    /// A point in the scanner's frame, in metres.
+    /// @param parameters those given to getGlobalScanPt(); may be null
     [[nodiscard]] virtual ScanPoint getLocalScanPt(int first, int second, double const* parameters) = 0;
 
     virtual void reserved3() = 0;  ///< @copybrief reserved21
@@ -65,28 +65,28 @@ public:
     virtual void reserved19() = 0; ///< @copybrief reserved21
     virtual void reserved20() = 0; ///< @copybrief reserved21
 
-    /// The direction of gravity in each anchor section: by device, then by integer time. Empty unless
-    /// overridden.
+    /// The direction of gravity in each anchor section, by device, then by integer time. The default
+    /// implementation returns an empty map.
     [[nodiscard]] virtual std::map<Device, std::map<int64, Eigen::Matrix<double, 3, 1>>>
     getGravityAxisOfAnchorSections() const;
 
-    /// A place in the table of virtual operations that this library never calls.
+    /// Reserves an entry of the virtual table. This library never calls it.
     virtual void reserved21() = 0;
 
-    /// A point in the global frame: the local point, moved by the trajectory's pose at the point's time.
-    /// Intensity and colour are those of the local point.
+    /// A point in the global frame: the local point, transformed by the trajectory's pose at the point's
+    /// time. Intensity and colour are those of the local point.
     ///
-    /// All zero if the point has no time, or if the trajectory does not contain it; the local point is not
-    /// asked for then. Callers may rely on a local position of exactly zero, which marks a point without a
-    /// measurement, coming back as zero with its intensity and colour: it is not moved and the trajectory is
-    /// not sampled.
-    ///
-    /// What the trajectory's pose function throws passes through.
+    /// Exceptions of the trajectory's pose function pass through.
+    /// @param parameters passed on to getLocalScanPt() unchanged; may be null
+    /// @return a point of zeros if the point has no time or the trajectory does not contain it;
+    ///         getLocalScanPt() is not called then
+    /// @note A local position of exactly zero marks a point without a measurement. It is returned unchanged,
+    /// with its intensity and colour, and the trajectory is not sampled.
     [[nodiscard]] ScanPoint
     getGlobalScanPt(int first, int second, Trajectory const& trajectory, double const* parameters);
 
 protected:
-    // Not virtual: the table has its 24 entries and no more. Nothing is deleted through this interface.
+    // Not virtual: the virtual table has exactly 24 entries. Objects are not deleted through this interface.
     ~IRoamscanData();
 };
 

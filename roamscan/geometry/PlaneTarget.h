@@ -12,14 +12,14 @@
 namespace oV::Roamscan
 {
 
-/// The id of a target that has no identity yet: -1.
+/// The id of a target that has not been identified: -1.
 extern ROAMSCAN_EXPORT int const invalidTarget;
 
 /// A bounded planar target in space: its centre, its orientation, and the lengths of its two axes in the
-/// plane. Positions and lengths are in one unit, the one of whoever fills it in.
+/// plane. Positions and lengths share one unit, which the caller chooses.
 ///
-/// A plain value. Nothing fails: zero vectors and numbers that are not finite flow through the formulas. Many
-/// threads may read a target; writing needs the caller's own exclusion.
+/// No operation throws or tests its arguments: zero vectors and numbers that are not finite give results
+/// without a meaning.
 class ROAMSCAN_EXPORT PlaneTarget
 {
 public:
@@ -27,26 +27,24 @@ public:
     using Quaternion = Eigen::Quaternion<double>;    ///< Coefficients held in the order x, y, z, w.
     using ParamMatrix = Eigen::Matrix<double, 3, 4>; ///< Columns: position, normal, major, minor axis.
 
-    /// A target without an identity and with zero lengths, turned by a normal. The normal counts by its
-    /// direction alone while its length is between 1e-75 and 1e75; beyond that, and for zero, the rotation
-    /// has no meaning.
-    ///
-    /// Callers may rely on the rotation being the conjugate of the one that takes Z to the normal: normal()
-    /// is `normal` again if that lies along Z, and another vector in general. To have a frame as it is, use
-    /// planeParams() or setFromPlaneFit().
-    // NOLINTNEXTLINE(google-explicit-constructor): the interface has it implicit
+    /// A target with id `invalidTarget` and zero lengths.
+    /// @param normal of any length from 1e-75 to 1e75; otherwise the rotation has no meaning
+    /// @warning The rotation is the inverse of the one that takes Z to the normal. So normal() does not
+    /// return `normal`, unless that is along Z. To set the orientation directly, use planeParams() or
+    /// setFromPlaneFit().
+    // NOLINTNEXTLINE(google-explicit-constructor): implicit in the interface
     PlaneTarget(Vector const& normal = Vector::UnitZ(), Vector const& position = Vector::Zero());
 
-    /// A target without an identity from the result of a plane fit.
-    // NOLINTNEXTLINE(google-explicit-constructor): the interface has it implicit
+    /// A target with id `invalidTarget` from the result of a plane fit; see setFromPlaneFit().
+    // NOLINTNEXTLINE(google-explicit-constructor): implicit in the interface
     PlaneTarget(BvFitPlane::PlaneParam const& param);
 
-    /// Takes position, axes and lengths of a plane fit. The first axis is negated if the fit's frame is
-    /// left-handed. Normal and axes are taken as they stand: the fit brings them perpendicular to each other
-    /// and with unit length. The id stays.
+    /// Takes position, axes and lengths of a plane fit. Negates the first axis if the fit's axes are
+    /// left-handed. The id does not change.
+    /// @param param its normal and axes must be of unit length and perpendicular to each other
     void setFromPlaneFit(BvFitPlane::PlaneParam const& param);
 
-    /// The identifier, `invalidTarget` until it is set.
+    /// The identifier; `invalidTarget` until it is set.
     [[nodiscard]] int const& id() const { return id_; }
     /// Sets the identifier.
     void id(int const& value) { id_ = value; }
@@ -56,9 +54,10 @@ public:
     /// Sets the centre.
     void position(Vector const& value) { position_ = value; }
 
-    /// Target frame to space: X is the major axis, Y the minor axis, Z the normal.
+    /// Rotates from the target's frame to space. In the target's frame X is the major axis, Y the minor axis
+    /// and Z the normal.
     [[nodiscard]] Quaternion const& rotation() const { return rotation_; }
-    /// Sets the rotation as it is, without normalising it.
+    /// Sets the rotation without normalising it.
     void rotation(Quaternion const& value) { rotation_ = value; }
 
     /// The length along the major axis.
@@ -71,22 +70,22 @@ public:
     /// Sets the length along the minor axis.
     void minAxisLength(double const& value) { minAxisLength_ = value; }
 
-    /// The direction of the major axis in space; unit length as rotation() has it, whatever majAxisLength()
-    /// is.
+    /// The direction of the major axis in space. Of unit length if rotation() is.
     [[nodiscard]] Vector majAxis() const;
 
-    /// The direction of the minor axis in space, likewise.
+    /// The direction of the minor axis in space. Of unit length if rotation() is.
     [[nodiscard]] Vector minAxis() const;
 
-    /// The direction of the normal in space, likewise.
+    /// The direction of the normal in space. Of unit length if rotation() is.
     [[nodiscard]] Vector normal() const;
 
-    /// Position, normal, and the major and the minor axis in their lengths.
+    /// @return position, normal, major axis and minor axis; the axes have the target's lengths
     [[nodiscard]] std::array<Vector, 4> planeParams() const;
 
-    /// Takes what the other planeParams() gives, as the columns of a matrix. The axes may have any length,
-    /// which becomes the target's; the normal is taken as it stands, and nothing looks at the handedness: the
-    /// caller brings a right-handed frame with a unit normal. The id stays.
+    /// Sets position, orientation and lengths. The id does not change.
+    /// @param params position, normal, major axis and minor axis as columns. The axes' lengths become the
+    ///        target's. The normal must be of unit length, and major axis, minor axis and normal must be
+    ///        right-handed; neither is tested.
     void planeParams(ParamMatrix const& params);
 
 private:

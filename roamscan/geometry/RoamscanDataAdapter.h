@@ -6,8 +6,8 @@
 namespace oV::Roamscan
 {
 
-/// A data set that implements the reserved operations of IRoamscanData with nothing, so that a plug-in writes
-/// getScanPtTime() and getLocalScanPt() alone.
+/// Base class for data sets. It implements the reserved operations of IRoamscanData, so a plug-in only
+/// implements getScanPtTime() and getLocalScanPt().
 class ROAMSCAN_EXPORT RoamscanDataAdapter : public IRoamscanData
 {
 public:

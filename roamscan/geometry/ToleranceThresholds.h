@@ -12,14 +12,13 @@
 namespace oV::Roamscan
 {
 
-/// How far the spherical angles of a point may stray while the pose of the scanner varies, by the distance of
-/// the point. Distances come in bins of one hundredth of the coordinate unit, rounded to the nearest one.
+/// The range of a point's spherical angles over a set of poses of the scanner, as a function of the point's
+/// distance. Distances are rounded to bins of one hundredth of the coordinate unit.
 ///
-/// The angles are those of a point in the frame of a pose, in radians: the azimuth phi, from -pi to pi, is
-/// `atan2(y, x)`, the polar angle theta, from 0 to pi, is `acos(z / r)`.
+/// The angles are those of the point in the scanner's frame, in radians: azimuth phi = `atan2(y, x)` from -pi
+/// to pi, polar angle theta = `acos(z / r)` from 0 to pi.
 ///
-/// The table is made once, at construction. Looking a bound up may write, so threads that share an object
-/// need the caller's own exclusion.
+/// Thread safety: getThreshold() may write, so all use of an object needs exclusive access.
 class ROAMSCAN_EXPORT ToleranceThresholds
 {
 public:
@@ -34,35 +33,39 @@ public:
         MinTheta = 3  ///< Smallest polar angle.
     };
 
-    /// Finds the bounds of each sample point over all poses, and draws straight lines through them from bin
-    /// to bin of distance.
+    /// Computes the bounds of each point over all poses, and interpolates them linearly over the bins of
+    /// distance between the points.
     ///
-    /// The table has an entry for each bin from the nearest point's to the farthest one's, but none as far as
-    /// the last point or farther: it is the last of the points that says how far the table goes. It takes
-    /// some 350 bytes of memory for each bin. Of several points in one bin, the last counts. A point whose
-    /// distance is NaN or beyond 21474836.47 is in no bin and left out. Without poses the largest angles are
-    /// -1000 and the smallest 1000. The table is empty without points, and if the last one is no farther away
-    /// than the first bin.
-    ///
-    /// No azimuth is turned across pi and -pi. A point at a pose's own place has no polar angle there: both
-    /// its bounds of theta are NaN.
-    /// @param trafos  the allowed poses of the scanner, scanner frame to the frame of the points
-    /// @param points  at growing distance from the origin, the farthest one last
+    /// The table has an entry for each bin from the first point's up to, but not including, the last point's.
+    /// It takes about 350 bytes for each bin.
+    /// @param trafos the possible poses of the scanner; they transform from the scanner's frame to that of
+    /// the
+    ///        points
+    /// @param points in ascending order of their distance from the origin. The table ends before the distance
+    ///        of the last point, which must be the farthest.
+    /// @note Of several points in one bin, the last one is used. A point whose distance is NaN or above
+    /// 21474836.47 is ignored. The table is empty if there are no points, or if the last one is in the first
+    /// bin. Without poses the maxima are -1000 and the minima 1000.
+    /// @warning Azimuths are compared as plain numbers, so the bounds of a point near phi = pi span almost
+    /// the full circle. The bounds of theta are NaN for a point at the position of a pose.
     ToleranceThresholds(std::vector<TrafoT<double>> const& trafos, std::vector<Vector> const& points);
 
-    /// Copies the table, also from an object that is about to go.
+    /// Copies the table. Moving copies, too.
     ToleranceThresholds(ToleranceThresholds const& other);
     ~ToleranceThresholds();
 
     /// Copies the table.
     ToleranceThresholds& operator=(ToleranceThresholds const& other);
 
-    /// A bound for points at a distance.
-    ///
-    /// Callers may rely on the answer being one bin behind: it is the value of the bin before the first one
-    /// at the distance or beyond it. Nearer than the table, and for NaN, it is the value of the first bin;
-    /// farther, of the last one. A name that an entry lacks is entered with 0.0; this is why it is not const.
+    /// Looks up a bound.
+    /// @param distance of a point from the origin, in the coordinate unit
+    /// @return the value of the last bin below the distance. Of the first bin if there is none or the
+    /// distance
+    ///         is NaN.
     /// @throws std::out_of_range if the table is empty
+    /// @note The value is that of the bin before the distance's own, also if the distance is exactly that of
+    /// a bin. A `name` that is none of the four bounds gives 0.0 and is entered into the table; therefore the
+    /// function is not const.
     [[nodiscard]] double getThreshold(ThresholdName name, double distance);
 
 private:
