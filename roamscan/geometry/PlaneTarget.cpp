@@ -25,8 +25,7 @@ bool isLeftHanded(Vector const& xAxis, Vector const& yAxis, Vector const& zAxis)
     return zAxis.dot(xAxis.cross(yAxis)) < 0.0;
 }
 
-// The coordinate axis that is farthest from the vector's direction. Of equally far ones X comes before Y, and
-// Y before Z.
+// The coordinate axis with the largest angle to the vector. If several have it, the first one.
 Vector farthestAxis(Vector const& vector)
 {
     Vector const size = vector.cwiseAbs();
@@ -41,15 +40,14 @@ Quaternion rotationFromNormal(Vector normal)
 {
     Vector major = normal.cross(farthestAxis(normal));
     Vector minor = normal.cross(major);
-    // A zero vector stays one.
+    // normalize() leaves a zero vector unchanged.
     major.normalize();
     minor.normalize();
     normal.normalize();
     if (isLeftHanded(major, minor, normal)) {
-        major = -major; // only rounding can bring it here
+        major = -major; // possible by rounding only
     }
-    // Conjugated, unlike every other rotation of a target. Stored targets and those who read them count on
-    // it.
+    // Conjugated, unlike every other rotation of a target. Kept for compatibility with stored targets.
     return rotationTo(major, minor, normal).conjugate();
 }
 
@@ -108,7 +106,7 @@ void PlaneTarget::planeParams(ParamMatrix const& params)
     Vector minor = params.col(3);
     majAxisLength_ = major.norm();
     minAxisLength_ = minor.norm();
-    // A zero vector stays one.
+    // normalize() leaves a zero vector unchanged.
     major.normalize();
     minor.normalize();
     rotation_ = rotationTo(major, minor, params.col(1));

@@ -20,7 +20,7 @@ using Thresholds = std::map<ThresholdName, double>;
 
 constexpr double binsPerUnit = 100.0;
 
-// Nothing for NaN and for what is beyond the range of bins: converting it would not be defined.
+// Nothing for NaN and for distances beyond the range of `int`, whose conversion would be undefined.
 std::optional<int> binOf(double distance)
 {
     double const bin = std::round(distance * binsPerUnit);
@@ -30,7 +30,7 @@ std::optional<int> binOf(double distance)
     return static_cast<int>(bin);
 }
 
-// A NaN replaces a bound and then stays: what one pose leaves unknown, the others cannot tell.
+// NaN propagates: the bound is unknown once one of the angles is.
 double larger(double bound, double angle)
 {
     return bound >= angle || std::isnan(bound) ? bound : angle;
@@ -44,7 +44,7 @@ double smaller(double bound, double angle)
 double polarAngleOf(ToleranceThresholds::Vector const& point)
 {
     double const theta = std::acos(point.z() / point.norm());
-    // For acos alone there is nothing to fold back; it makes sure of the range whatever gives the angle.
+    // acos never exceeds pi; kept so that the range does not depend on it.
     return theta > std::numbers::pi ? 2 * std::numbers::pi - theta : theta;
 }
 
@@ -83,8 +83,8 @@ double ToleranceThresholds::getThreshold(ThresholdName name, double distance)
     } else if (distance > 0.0) {
         entry = table_.end();
     }
-    // The entry before it, even if this one is the bin of the distance itself: a lookup lags one bin behind,
-    // and tolerances in use were settled with that lag.
+    // The entry before it, even if this one is the bin of the distance itself. The lag of one bin is kept for
+    // compatibility: tolerances in use were chosen with it.
     if (entry != table_.begin()) {
         --entry;
     }
@@ -100,8 +100,8 @@ void ToleranceThresholds::calculateThresholds(std::vector<TrafoT<double>> const&
     if (table_.empty()) {
         return;
     }
-    // There are values only between the first and the last sampled bin, so no more is asked for, however far
-    // the last point may be. Counted in 64 bits, to get past the last bin of all.
+    // Outside the first and the last sampled bin there are no values. 64 bits, so that the counter can pass
+    // the largest bin.
     std::int64_t const firstBin = table_.begin()->first;
     std::int64_t const lastBin = table_.rbegin()->first;
     double const extent = points.back().norm() * binsPerUnit;

@@ -59,13 +59,12 @@ public:
 
     /// Looks up a bound.
     /// @param distance of a point from the origin, in the coordinate unit
-    /// @return the value of the last bin below the distance. Of the first bin if there is none or the
-    /// distance
-    ///         is NaN.
+    /// @return the value of the last bin before the one that the distance is rounded to; the value of the
+    ///         first bin if there is none before it, or if the distance is NaN
     /// @throws std::out_of_range if the table is empty
-    /// @note The value is that of the bin before the distance's own, also if the distance is exactly that of
-    /// a bin. A `name` that is none of the four bounds gives 0.0 and is entered into the table; therefore the
-    /// function is not const.
+    /// @note The value lags one bin behind the distance, also for a distance that has a bin of its own. A
+    /// `name` that is none of the four bounds gives 0.0 and is entered into the table, so the function is not
+    /// const.
     [[nodiscard]] double getThreshold(ThresholdName name, double distance);
 
 private:

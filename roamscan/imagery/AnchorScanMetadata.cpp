@@ -23,8 +23,8 @@ using ImageOrientation = PanoramaPicture::ImageOrientation;
 // boolean.
 static_assert(std::is_same_v<int64, json::number_integer_t>);
 
-/// The lowest 64 bits of what is left of a number towards zero, in two's complement. A cast alone is not
-/// defined for numbers out of range.
+/// The lowest 64 bits of a number rounded towards zero, in two's complement. A plain cast is undefined for
+/// numbers out of range.
 std::uint64_t wholePart(double number)
 {
     if (!std::isfinite(number)) {
@@ -79,7 +79,7 @@ void writeText(json& j, char const* key, Enumeration value)
     }
 }
 
-/// That of the values 1 and 2 which has the text at the key, else 0.
+/// The value, 1 or 2, of the string at the key; 0 for any other string and without the key.
 template <typename Enumeration>
 void readText(json const& j, char const* key, Enumeration& target)
 {

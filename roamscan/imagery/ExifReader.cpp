@@ -21,7 +21,7 @@ namespace
 
 using Bytes = std::vector<unsigned char>;
 
-// Something in the stream or the block is out of bounds. readExifMetaData() catches it.
+// Thrown if an offset or a length is out of bounds. Caught by readExifMetaData().
 struct ExifParsingError
 {};
 
@@ -32,7 +32,7 @@ void require(bool holds)
     }
 }
 
-// Takes a JPEG file apart into segments.
+// Reads the segments of a JPEG file.
 class SegmentReader
 {
 public:
@@ -40,7 +40,7 @@ public:
 
     [[nodiscard]] bool isAtEnd() const { return stream_.eof(); }
 
-    // How many bytes there were to fill `bytes` with.
+    // Returns the number of bytes read.
     std::size_t read(std::span<unsigned char> bytes)
     {
         stream_.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
@@ -57,9 +57,9 @@ public:
         return length;
     }
 
-    // A file's buffer drops what it holds when it is told to move, and reads it again; that costs more than
-    // all the rest, so where the bytes are there already they are stepped over. A stream that cannot seek is
-    // refused all the same, whatever its buffer holds.
+    // Seeking makes a file stream discard and refill its buffer, which takes most of the time. So bytes that
+    // are already in the buffer are skipped without seeking. A stream that cannot seek is refused in any
+    // case.
     void seekForward(std::size_t count)
     {
         auto const distance = static_cast<std::streamsize>(count);
@@ -76,7 +76,7 @@ private:
     {
         NotAskedYet,
         InFile,
-        InAnythingElse // of which nobody knows whether it can, unless it does
+        InAnythingElse // must seek to show that it can
     };
 
     bool isSeekableFile()
@@ -104,8 +104,8 @@ bool isApp1(unsigned char marker)
     return marker == 0xE1;
 }
 
-// RST and SOS are taken for segments with a length: an EXIF block comes before the first scan, and nothing
-// behind it matters.
+// RST and SOS are treated as segments with a length: an EXIF block comes before the first scan, and nothing
+// after it is read.
 bool canBeSkipped(unsigned char marker)
 {
     switch (marker) {
@@ -128,20 +128,19 @@ void skipSegment(SegmentReader& reader)
     reader.seekForward(reader.readLength(lengthSize) - lengthSize);
 }
 
-// What follows the name in the segment, and the two bytes behind the segment: only the name is taken off the
-// length. Callers rely on what a value that reaches so far comes out as. Bytes that the stream does not have
-// are zero.
+// The segment after its name, and the two bytes after the segment: the length is reduced by the name only.
+// Kept for compatibility, because values may extend that far. A truncated block is padded with zeros.
 Bytes takeBlock(SegmentReader& reader)
 {
-    constexpr std::size_t nameSize = 6; // "Exif" and two zeros, as a rule
+    constexpr std::size_t nameSize = 6; // usually "Exif" and two zeros
     Bytes block(reader.readLength(nameSize + 1) - nameSize);
     reader.seekForward(nameSize);
     reader.read(block);
     return block;
 }
 
-// The block of the first APP1 segment, whatever it is; empty if there is none. Of the two bytes of a marker
-// only the second one is looked at.
+// The block of the first APP1 segment of any kind; empty if there is none. Only the second byte of a marker
+// is tested.
 Bytes findBlock(std::istream& stream)
 {
     SegmentReader reader(stream);
@@ -162,8 +161,8 @@ Bytes findBlock(std::istream& stream)
     return {};
 }
 
-// Numbers and texts of a TIFF block, by their offset from its first byte. Offsets of the block are 32 bits
-// wide; 64 have room for what is added to them.
+// Numbers and strings of a TIFF block, by their offset from its first byte. Offsets in the block have 32
+// bits, so sums of them do not overflow 64 bits.
 class TiffBlock
 {
 public:
@@ -192,10 +191,10 @@ public:
 
 private:
     std::span<unsigned char const> bytes_;
-    bool isLittleEndian_; // big-endian also where the block says neither
+    bool isLittleEndian_; // false also if the block names no byte order
 };
 
-// The tags that are looked into. All others count as one and the same tag.
+// The tags that are read. All others count as one tag.
 enum class Tag : std::uint16_t
 {
     ImageDescription = 270,
@@ -215,13 +214,13 @@ enum class Tag : std::uint16_t
     Copyright = 33432
 };
 
-// A place in an entry of a directory, and the entry's size.
+// Offsets within an entry of a directory, and the entry's size.
 constexpr std::uint64_t countPlace = 4;
 constexpr std::uint64_t valuePlace = 8;
 constexpr std::uint64_t entrySize = 12;
 
-// Four bytes or less would fit into the entry itself, and are yet taken from where the first directory
-// usually begins. Callers know short texts in this form.
+// Values of four bytes or fewer are stored in the entry itself, but are read from offset 8, where the first
+// directory usually begins. Kept for compatibility.
 constexpr std::uint32_t longestShortText = 4;
 constexpr std::uint64_t placeOfShortTexts = 8;
 
@@ -239,8 +238,8 @@ void requireRationals(TiffBlock const& block, std::uint64_t entry, std::uint64_t
     static_cast<void>(block.slice(block.read32(entry + valuePlace), count * rationalSize));
 }
 
-// The value of an entry if it is a text, else an empty one. What no caller gets to see must still be sound.
-// The tag alone says what the value is; the type that the entry names is not asked.
+// The value of an entry if it is a string, otherwise empty. Bounds are checked also for values that are not
+// returned. Only the tag decides which type the value has; the entry's own type field is ignored.
 std::string_view readValue(TiffBlock const& block, std::uint64_t entry, Tag tag)
 {
     switch (tag) {
@@ -274,7 +273,7 @@ std::string_view readValue(TiffBlock const& block, std::uint64_t entry, Tag tag)
     return {};
 }
 
-// What is kept of a directory: the texts, in the block, of the first entry of each tag.
+// The strings of a directory: views into the block, of the first entry of each tag.
 struct Directory
 {
     std::optional<std::string_view> dateTime;
@@ -300,7 +299,7 @@ void addEntry(Directory& directory, Tag tag, std::string_view text)
     }
 }
 
-// The first directory of the block, and only that; without entries if the block is not of TIFF.
+// Reads the first directory of the block only. Without entries if the block is not TIFF.
 Directory readDirectory(TiffBlock const& block)
 {
     constexpr std::uint16_t magic = 42;

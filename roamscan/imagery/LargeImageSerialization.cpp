@@ -31,7 +31,7 @@ using Bv_1_1::String;
 
 constexpr int tileWidth = 1000;
 
-// Whose fault a failure is.
+// The cause of an error.
 constexpr int inputOutputFailure = 18;
 constexpr int mismatchOfTiles = 3;
 
@@ -56,7 +56,7 @@ public:
         extension_ = file->getExtension();
     }
 
-    // A directory that cannot be made shows when the first tile is written.
+    // If the directory cannot be created, writing the first tile fails.
     void makeDirectories() const
     {
         (void)directory_->create();
@@ -96,12 +96,12 @@ private:
     return paths;
 }
 
-// Decodes the tiles of a picture, several at a time, and puts them side by side.
+// Decodes the tiles of a picture in parallel and joins them side by side.
 //
-// All tiles of a picture but the last are full, so the last one tells how wide the picture is. It is decoded
-// first, and full ones that come after it are put into their places at once: their memory is free for the
-// next ones while it is still at hand, and a read holds the picture once. As soon as a tile is not full after
-// all, no more are put in place, and the picture is composed anew in the end.
+// Usually all tiles except the last are full, so the last one gives the width of the picture. It is decoded
+// first, and each full tile is copied into the picture as soon as it is decoded. That frees its memory for
+// the next tile and keeps only one picture in memory. If a tile turns out not to be full, no more are copied,
+// and the picture is composed at the end.
 class TileReader
 {
 public:
@@ -116,7 +116,7 @@ public:
         detail::inParallel(paths_.size(), [this, last](std::size_t i) { takeTile(i == 0 ? last : i - 1); });
     }
 
-    // Throws the error that was filed first, here where the caller can catch it.
+    // Rethrows the first error on the caller's thread.
     void throwFirstError() const
     {
         if (errors_.empty()) {
@@ -131,7 +131,7 @@ public:
             String::fromNarrow(reading), String::fromNarrow(source), __LINE__, code, message);
     }
 
-    // Side by side, in the order of their numbers.
+    // Joins the tiles in the order of their numbers.
     [[nodiscard]] cv::Mat compose()
     {
         if (totalWidth_ > widest) {
@@ -171,7 +171,7 @@ private:
     void decodeOrFile(std::size_t index)
     {
         if (!errors_.empty()) {
-            return; // the picture is lost; what is under way elsewhere comes to its own end
+            return; // the read has failed; tiles that are being decoded run to their end
         }
         try {
             decode(index);
@@ -188,7 +188,7 @@ private:
     {
         cv::Mat tile = cv::imread(paths_[index].stringAnsi(), cv::IMREAD_UNCHANGED);
         if (tile.empty()) {
-            tile = cv::Mat(); // of a picture that breaks off, OpenCV leaves the type
+            tile = cv::Mat(); // OpenCV keeps the type of a truncated picture
         }
         totalWidth_ += tile.cols;
         if (!agrees(height_, tile.rows)) {
@@ -202,8 +202,8 @@ private:
 
     [[nodiscard]] static bool isFull(cv::Mat const& tile) { return tile.cols == tileWidth; }
 
-    // For the whole picture, if all tiles before the last one are full. They need not be: where there is no
-    // memory for so much, there may be enough for what they are.
+    // Allocates the whole picture, assuming that all tiles before the last one are full. If that fails, the
+    // picture may still fit into memory, because tiles may be narrower.
     void makeRoom(cv::Mat const& lastTile)
     {
         auto const width = static_cast<std::int64_t>(tiles_.size() - 1) * tileWidth + lastTile.cols;
@@ -218,13 +218,13 @@ private:
         hasRoom_.store(true, std::memory_order_release);
     }
 
-    // Only for a full tile. It agrees with the last one, or one of them would not have been kept.
+    // Precondition: the tile is full. Tiles that do not match the last one have been rejected before.
     void putInPlace(std::size_t index)
     {
         cv::Mat& tile = tiles_[index];
         cv::Mat view = room_(cv::Rect(static_cast<int>(index) * tileWidth, 0, tile.cols, tile.rows));
         tile.copyTo(view);
-        tile = view; // and the decoded one goes
+        tile = view; // frees the decoded one
     }
 
     [[nodiscard]] bool fitsTheRoom() const
@@ -232,7 +232,7 @@ private:
         return hasRoom_ && std::all_of(tiles_.begin(), tiles_.end() - 1, isFull);
     }
 
-    // Whether the tile's value is that of the tile that came first, which sets it.
+    // Whether the tile's value equals that of the first tile, which sets it.
     static bool agrees(std::atomic<int>& common, int value)
     {
         int first = unknown;
@@ -246,10 +246,10 @@ private:
 
     std::vector<String> paths_;
     std::vector<cv::Mat>
-        tiles_;    // each place is one task's own; a view of the room once the tile is in its place
+        tiles_;    // each element belongs to one task; a view of room_ once the tile has been copied
     cv::Mat room_; // set before hasRoom_ is
     std::atomic<bool> hasRoom_ = false;
-    std::atomic<bool> areFull_ = true; // as far as is known, all tiles but the last
+    std::atomic<bool> areFull_ = true; // all tiles decoded so far, except the last one
     tbb::concurrent_vector<std::pair<int, String>> errors_;
     std::atomic<std::int64_t> totalWidth_ = 0;
     std::atomic<int> height_ = unknown;

@@ -6,39 +6,43 @@
 
 #include <opencv2/core/mat.hpp>
 
-/// Pictures that are too wide for one file, kept as a folder of tiles.
+/// Stores pictures that are too wide for one file as a folder of tiles.
 ///
-/// The file that the functions are given is never made or read: it gives the place. Through "walk/pano.png" a
-/// picture is kept in the folder "walk/pano", as "0.png", "1.png" and so on: tile i holds the columns from
-/// 1000 * i on, at most 1000 of them, and all rows. Nothing else is written, so the size of the picture, its
-/// depth and its channels come back from the tiles.
+/// The `file` argument names the folder and the format; it is not a file that is written or read itself. The
+/// picture "walk/pano.png" is stored in the folder "walk/pano" as "0.png", "1.png" and so on. Tile i holds
+/// all rows of the columns from 1000 * i, at most 1000 columns. There are no other files: size, depth and
+/// channels follow from the tiles.
 ///
-/// What OpenCV says when it fails, and which tiles do not match, goes to the log with severity 1. The codecs
-/// that OpenCV uses may write warnings of their own to the standard error stream.
+/// OpenCV's error messages, and which tiles do not match, go to the log with severity 1. OpenCV's codecs may
+/// write warnings to standard error.
 ///
-/// Include this header with the component Imagery of the package: it needs OpenCV.
+/// This header needs OpenCV: link the package's component Imagery.
 namespace oV::Roamscan::LargeImageSerialization
 {
 
-/// Writes the picture, one tile after the other. The file's extension alone chooses the format, with OpenCV's
-/// own settings for it; a format that cannot hold the picture's depth converts it.
+/// Writes a picture, one tile after the other, on the caller's thread. Creates missing directories.
 ///
-/// Makes the directories that are missing. Nothing is deleted: tiles of a wider picture that was there before
-/// stay behind the new ones. A picture without columns makes the directory and no tile.
+/// Thread safety: different folders may be written concurrently.
 ///
-/// Runs on the caller's thread. Different places may be written at the same time.
+/// @param image a picture without columns creates the folder and no tile
+/// @param file  its extension selects the format, with OpenCV's default settings. A format that does not
+///        support the picture's depth converts it.
+/// @warning Existing tiles are not deleted: those of a wider picture remain after the new ones.
 /// @throws oV::VisibleException if a tile cannot be written, with code 18, "Error writing image to " and the
-///     path of the tile; those before it stay
+///     path of the tile; the tiles before it remain
 /// @throws oV::InternalErrorException if `file` is null
 ROAMSCAN_EXPORT void serializeImage(cv::Mat const& image, Bv_1_1::SmartPtr<Bv_1_1::File const> file);
 
-/// Reads a picture. The first number without a tile ends it. A tile that OpenCV cannot make out counts as an
-/// empty one: alone it gives an empty picture, beside others it does not match.
+/// Reads a picture. Decodes the tiles in parallel on TBB's threads and joins them side by side, up to the
+/// first number that has no tile.
 ///
-/// The tiles are decoded on several threads, and then put side by side. Of several failures, the one that
-/// comes first is thrown. The picture is held once, and with it the last tile and those that are being
-/// decoded; twice at its peak if tiles before the last one are not full, or if there is but one. What a tile
-/// may cost at most is OpenCV's limit: 2^30 pixels.
+/// Needs memory for the picture, the last tile, and the tiles that are being decoded; for two pictures if a
+/// tile before the last one is narrower than 1000 columns, or if there is only one tile. OpenCV limits a tile
+/// to 2^30 pixels.
+///
+/// Of several errors, the one that occurs first is thrown.
+/// @note A tile that OpenCV cannot decode counts as an empty one: as the only tile it gives an empty picture,
+/// together with other tiles it does not match.
 /// @throws oV::VisibleException if OpenCV fails on a tile, with code 18, "Error reading image from " and the
 ///     path of the tile
 /// @throws oV::InternalErrorException "Img dimensions mismatch." or "Img types mismatch." if tiles differ in

@@ -7,8 +7,8 @@ namespace oV::Roamscan
 namespace
 {
 
-// The first entry at or behind `key`, from a position before it. A few steps lead there when two recordings
-// interleave; a search does otherwise.
+// The first entry at or after `key`, starting from a position before it: a few steps, which suffice when two
+// recordings interleave, then a search.
 template <typename T>
 typename SampleMap<T>::iterator
 positionOf(int64 key, SampleMap<T>& samples, typename SampleMap<T>::iterator position)
@@ -65,7 +65,7 @@ SensorData& SensorData::operator+=(SensorData const& other)
                                    __LINE__);
     }
     if (&other == this) {
-        return *this; // every sample and pose is there already
+        return *this; // nothing to add
     }
     mergeSensors(imuData, other.imuData);
     mergeSensors(absolutePoseData, other.absolutePoseData);

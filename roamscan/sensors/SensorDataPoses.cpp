@@ -20,8 +20,8 @@ namespace
 
 using Pose = mapping::Rigid3<float>;
 
-// By a proper rotation, also where the quaternion is not of unit length. Callers may rely on the magnetic
-// field being dropped and not rotated.
+// Rotates by the nearest rotation matrix (by SVD), also if the quaternion is not of unit length. Drops the
+// magnetic field; kept for compatibility.
 void rotateSamples(SampleMap<mapping::ImuData>& samples, Pose const& pose)
 {
     Eigen::Matrix3f const block = TrafoT<float>(pose, true).ToEigen().linear();
@@ -34,8 +34,8 @@ void rotateSamples(SampleMap<mapping::ImuData>& samples, Pose const& pose)
     }
 }
 
-// By the quaternion as it stands. Callers may rely on the origin staying where it is, and on the auxiliaries
-// being dropped.
+// Rotates by the quaternion without normalising it. Keeps the origin and drops the auxiliaries; kept for
+// compatibility.
 void rotateSamples(SampleMap<mapping::RangefinderData>& samples, Pose const& pose)
 {
     Eigen::Quaternionf const rotation = toEigen(pose.rotation);
@@ -69,8 +69,8 @@ void SensorData::applyPoses()
     if (posesApplied) {
         return;
     }
-    // Each name is looked up in one sample map alone, and no map changes its shape, so the tasks share
-    // nothing that is written.
+    // Each task replaces the records of one sensor only and changes no container, so the tasks do not share
+    // anything that is written.
     std::vector<decltype(sensorPoses)::const_pointer> sensors;
     for (auto const& sensor : sensorPoses) {
         sensors.push_back(&sensor);

@@ -1,5 +1,5 @@
 /// @file
-/// SensorData to and from a stream, straight between store and buffer.
+/// Reads and writes SensorData, directly between store and buffer.
 
 #include <roamscan/sensors/SensorData.h>
 #include <roamscan/sensors/SensorFile_generated.h>
@@ -46,7 +46,7 @@ schema::SensorPoseRecord toRecord(mapping::Rigid3<float> const& pose)
     return {translation.x, translation.y, translation.z, rotation.w, rotation.x, rotation.y, rotation.z};
 }
 
-// Without text there is no string, not an empty one; likewise for vectors.
+// An empty string or vector is left out.
 flatbuffers::Offset<flatbuffers::String> packName(flatbuffers::FlatBufferBuilder& builder,
                                                   std::string const& name)
 {
@@ -66,8 +66,8 @@ packPoints(flatbuffers::FlatBufferBuilder& builder, std::vector<mapping::TimedRa
     if (points.empty()) {
         return 0;
     }
-    // By way of an array of records: the builder's own uninitialized vectors are aligned more strictly than
-    // the schema.
+    // Copies into an array first: the builder's CreateUninitializedVectorOfStructs() would align the vector
+    // more strictly than the schema.
     std::vector<schema::RangePoint> records;
     records.reserve(points.size());
     for (auto const& point : points) {
@@ -181,8 +181,8 @@ std::uint64_t sizeInStore(flatbuffers::String const* name)
     return sizeof(std::string) + sizeOf(name);
 }
 
-// Makes records a block at a time: one allocation serves many, and so does one count of owners. A record
-// keeps its block alive, so blocks are small.
+// Allocates records in blocks that share one allocation and one reference count. Blocks are small, because
+// one record keeps its whole block alive.
 template <typename T>
 class RecordBlocks
 {
@@ -207,7 +207,7 @@ private:
     std::shared_ptr<std::vector<T>> block_;
 };
 
-// Each gives null if the sample lacks one of its vectors.
+// These return null if the sample lacks a required vector.
 
 std::shared_ptr<mapping::ImuData const> unpackSample(RecordBlocks<mapping::ImuData>& records,
                                                      schema::ImuSample const& sample)
@@ -241,8 +241,8 @@ std::shared_ptr<mapping::RangefinderData const> unpackSample(RecordBlocks<mappin
                         mapping::TimedPointCloud(std::move(points)));
 }
 
-// False if a sample lacks one of its vectors, or if it all is too much. A sensor without samples leaves no
-// entry.
+// Returns false if a sample lacks a required vector, or if the contents are too large. A sensor without
+// samples gets no entry.
 template <typename T, typename Sensor>
 bool unpackSensors(SensorData::Samples<T>& sensors,
                    TableVector<Sensor> const* tables,
@@ -263,8 +263,8 @@ bool unpackSensors(SensorData::Samples<T>& sensors,
             if (!record) {
                 return false;
             }
-            // In the order of time as a rule, so behind the last one; a tick that is there already takes the
-            // later record.
+            // The hint is right for samples in the order of time. A later record of a tick replaces the
+            // earlier one.
             target.insert_or_assign(
                 target.end(), TimeConversion::convertToIntegerTime(sample->time()), std::move(record));
         }
@@ -272,7 +272,7 @@ bool unpackSensors(SensorData::Samples<T>& sensors,
     return true;
 }
 
-// False if a pose table lacks its pose, or if it all is too much.
+// Returns false if a pose table lacks its pose, or if the contents are too large.
 bool unpackPoses(std::unordered_map<std::string, mapping::Rigid3<float>>& poses,
                  TableVector<schema::SensorPose> const* tables,
                  detail::UnpackedSize& size)

@@ -1,5 +1,5 @@
 /// @file
-/// Moving a store along the time axis.
+/// Mapping the times of a store.
 
 #include <roamscan/sensors/SensorData.h>
 #include <roamscan/time/TimeConversion.h>
@@ -45,7 +45,7 @@ mapping::ScanningStatusData movedRecord(mapping::ScanningStatusData const& recor
     return {time, record.getStationary(), record.getStartNewSubmap()};
 }
 
-// All or nothing: what `f` throws leaves the sensors as they were.
+// If `f` throws, the sensors are unchanged.
 template <typename T>
 void moveSensors(SensorData::Samples<T>& sensors, TickFunction const& f)
 {
@@ -59,7 +59,7 @@ void moveSensors(SensorData::Samples<T>& sensors, TickFunction const& f)
             if (target == nullptr) {
                 target = &moved[name];
             }
-            // In the order of the old keys, so that of samples that meet at one tick the latest stays.
+            // In the order of the former keys: of several samples mapped to one tick, the last one is kept.
             target->insert_or_assign(target->end(), movedKey, std::move(movedSample));
         }
     }

@@ -1,5 +1,5 @@
 /// @file
-/// The view of a store by time: the samples of all sensors, merged in one pass in the order of their ticks.
+/// The view of a store by time: a k-way merge of the samples of all sensors, with a heap.
 
 #include <roamscan/sensors/SensorData.h>
 
@@ -16,7 +16,7 @@ namespace
 
 using TimedData = SensorData::TimedData;
 
-// Runs through the samples of one sensor.
+// A position in the samples of one sensor.
 class Cursor
 {
 public:
@@ -80,8 +80,7 @@ std::shared_ptr<std::map<int64, SensorData::TimedData>> SensorData::createTimedD
     addCursors<mapping::AbsolutePose2DData>(cursors, absolutePoseData, &TimedData::absolutePoseData);
     addCursors<mapping::ScanningStatusData>(cursors, scanningStatusData, &TimedData::scanningStatusData);
 
-    // The sensor with the earliest sample stands at the front of the heap, so the view grows at its end
-    // alone.
+    // The sensor with the earliest sample is at the front of the heap, so the view only grows at its end.
     auto view = std::make_shared<std::map<int64, TimedData>>();
     std::make_heap(cursors.begin(), cursors.end(), isLater);
     while (!cursors.empty()) {

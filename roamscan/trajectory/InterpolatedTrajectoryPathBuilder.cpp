@@ -54,8 +54,7 @@ InterpolatedTrajectoryPathBuilder& InterpolatedTrajectoryPathBuilder::addPose(Du
 
 InterpolatedTrajectoryPathBuilder& InterpolatedTrajectoryPathBuilder::waitFor(Duration const& duration)
 {
-    // Every write moves the current time to its own time, so the pose at the current time is the last one
-    // written.
+    // Every write sets the current time, so the pose at the current time is the last one written.
     TrafoT<double> const* const held = poses_ ? poses_->lastWritten() : nullptr;
     if (held == nullptr) {
         throw std::out_of_range("invalid map<K, T> key");

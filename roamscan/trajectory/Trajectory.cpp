@@ -31,7 +31,7 @@ Trajectory& Trajectory::operator=(Trajectory&& other) noexcept = default;
 
 Trajectory& Trajectory::operator=(Trajectory const& other)
 {
-    // The copy is whole before it is taken over, so a failure leaves this trajectory as it was.
+    // Copy and swap: if copying throws, this trajectory is unchanged.
     return *this = Trajectory(other);
 }
 

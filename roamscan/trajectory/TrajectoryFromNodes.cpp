@@ -10,7 +10,7 @@ namespace oV::Roamscan
 
 Trajectory buildTrajectoryFromTrajectoryNodes(std::vector<TrajectoryNode> const& nodes)
 {
-    // Multiplying by the identity is no short cut's business: it rounds nothing, but it turns -0.0 into 0.0.
+    // No shortcut for the identity: multiplying by it is exact, but turns -0.0 into 0.0.
     return buildTrajectoryFromTrajectoryNodes(nodes, TrafoT<double>::Identity(), TrafoT<double>::Identity());
 }
 

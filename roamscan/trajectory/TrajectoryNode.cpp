@@ -21,8 +21,7 @@ TrajectoryNode::TrajectoryNode(double const timeValue,
 
 TrajectoryNode::TrajectoryNode(TrajectoryNode const& other) = default;
 
-// Every member's copy, so that the source stays whole. None of them owns anything that a move could take
-// over.
+// Copies, because no member owns anything that could be moved, and `other` stays unchanged.
 TrajectoryNode::TrajectoryNode(TrajectoryNode&& other) noexcept
     // NOLINTNEXTLINE(performance-move-constructor-init): a copy on purpose
     : TrajectoryNode(static_cast<TrajectoryNode const&>(other))

@@ -20,7 +20,7 @@ TrajectoryData::~TrajectoryData() = default;
 
 TrajectoryData& TrajectoryData::operator=(TrajectoryData const& other)
 {
-    // Both copies are made before either is taken over, so a failure leaves this store as it was.
+    // Copies both before assigning either: if copying throws, this store is unchanged.
     TrajectoryData copy(other);
     nodes.swap(copy.nodes);
     devicePositions.swap(copy.devicePositions);

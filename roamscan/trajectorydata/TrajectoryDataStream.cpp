@@ -1,5 +1,5 @@
 /// @file
-/// TrajectoryData to and from a stream, straight between store and buffer.
+/// Reads and writes TrajectoryData, directly between store and buffer.
 
 #include <roamscan/frame/bvbase/String.h>
 #include <roamscan/frame/log/Models.h>
@@ -71,7 +71,7 @@ void packStore(flatbuffers::FlatBufferBuilder& builder, TrajectoryData const& st
         positions.emplace_back(static_cast<std::int32_t>(device), toRecord(pose));
     }
 
-    // Without entries there is no vector, not an empty one.
+    // An empty vector is left out.
     flatbuffers::Offset<flatbuffers::Vector<flatbuffers::Offset<schema::TrajectoryNodeRecord>>> nodeVector;
     flatbuffers::Offset<flatbuffers::Vector<schema::DevicePositionRecord const*>> positionVector;
     if (!nodes.empty()) {
@@ -83,10 +83,10 @@ void packStore(flatbuffers::FlatBufferBuilder& builder, TrajectoryData const& st
     builder.Finish(schema::CreateTrajectoryFile(builder, nodeVector, positionVector));
 }
 
-// Nodes may share a table, but the verifier bounds their number, and with it what they unpack to.
+// Nodes may share a table. The verifier limits their number, so their size needs no check.
 static_assert(detail::largestTableCount * sizeof(TrajectoryNode) <= detail::UnpackedSize::alwaysUnpacked);
 
-// Nothing if a node lacks one of its structs.
+// Returns nothing if a node lacks a struct.
 std::optional<std::vector<TrajectoryNode>> unpackNodes(schema::TrajectoryFile const& file)
 {
     std::vector<TrajectoryNode> nodes;

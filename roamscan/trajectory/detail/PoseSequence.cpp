@@ -90,7 +90,7 @@ PoseTable PoseSequence::toTable() &&
     return PoseTable(std::move(times_), std::move(poses_));
 }
 
-// Afterwards both appends of one write cannot fail, so no write is ever half done.
+// Reserves both vectors first, so that neither append of a write can throw.
 void PoseSequence::makeRoomForOne()
 {
     if (!ascending_ && times_.size() >= sortAbove_) {
@@ -123,8 +123,8 @@ void PoseSequence::putInOrder()
     reserveInLargePages(poses, writes.size());
     std::size_t lastWritten = nowhere;
     for (auto const& [time, index] : writes) {
-        // Of the writes of one time, the first one's key stands (0.0 and -0.0 are one time) with the last
-        // one's pose.
+        // Of several writes at one time, keeps the key of the first (0.0 and -0.0 are one time) and the pose
+        // of the last.
         if (!times.empty() && time == times.back()) {
             poses.back() = poses_[index];
         } else {

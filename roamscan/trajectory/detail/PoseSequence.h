@@ -9,20 +9,18 @@
 namespace oV::Roamscan::detail
 {
 
-/// Poses with their times as they are written, one after the other; what builders collect in before it
-/// becomes a table. Later writes of a time replace earlier ones.
+/// Collects poses with times, in any order, for a PoseTable. A later write of a time replaces an earlier one.
 ///
-/// Writing is an append. Times that go back are put in order by one sort when the table is made, or earlier
-/// when as many writes again have come as there were different times, so that writing the same few times over
-/// and over does not grow without bound.
+/// A write is an append. Times that are not ascending are sorted once when the table is made. They are also
+/// sorted whenever the number of writes has doubled since the last sort, so that repeated writes of the same
+/// times do not use unbounded memory.
 class PoseSequence
 {
 public:
-    /// Makes room for `count` poses, and puts off sorting until there are more.
+    /// Reserves memory for `count` poses and does not sort before there are more.
     void reserve(std::size_t count);
 
-    /// Writes a pose. A NaN time has no place in the order, and no query could meet it, so its pose is not
-    /// kept.
+    /// Writes a pose. Ignores a time of NaN, which has no place in the order.
     void write(double time, TrafoT<double> const& pose);
 
     /// The pose of the last write, or null if there is none or if its time was NaN.

@@ -40,15 +40,15 @@ TrafoT<double> PoseTable::operator()(double seconds) const
 {
     switch (reachOf(seconds)) {
     case Reach::Between: {
-        // A time at a key is interpolated with the fraction 0, so the result is valid() although the stored
-        // pose may not be. Callers rely on it.
+        // A time at a key is interpolated with fraction 0, so the result is valid() even if the stored pose
+        // is not. Kept for compatibility.
         std::size_t const upper = firstKeyAfter(seconds);
         std::size_t const lower = upper - 1;
         double const fraction = (seconds - times_[lower]) / (times_[upper] - times_[lower]);
         return poses_[lower].interpolate(poses_[upper], fraction);
     }
     case Reach::AtLast:
-        return poses_.back(); // as it is stored, flag included
+        return poses_.back(); // unchanged, including its flag
     case Reach::Empty:
         throwOutOfRange("Cannot query transformation from an empty trajectory");
     case Reach::BeforeFirst:
@@ -70,13 +70,13 @@ PoseTable::Reach PoseTable::reachOf(double seconds) const
     if (seconds < times_.back()) {
         return Reach::Between;
     }
-    // Only this end has a tolerance, so that a time that was rounded on its way still meets the last pose.
-    // Callers rely on it.
+    // Only this end has a tolerance, so that a rounded time still finds the last pose. Kept for
+    // compatibility.
     return std::round((seconds - times_.back()) * 100000.0) == 0.0 ? Reach::AtLast : Reach::PastLast;
 }
 
-// Never decreases with the time, whatever is rounded on the way; so of two times in different cells, the one
-// in the lower cell is the earlier one. A NaN, which infinite keys may lead to, goes to the first cell.
+// Monotonic in the time, also with rounding: of two times in different cells, the one in the lower cell is
+// earlier. NaN, which infinite keys may give, maps to the first cell.
 std::size_t PoseTable::cellOf(double seconds) const
 {
     double const position = (seconds - times_.front()) * cellsPerSecond_;

@@ -9,14 +9,13 @@
 namespace oV::Roamscan::detail
 {
 
-/// Poses by time, and the pose function over them: what stands behind a trajectory that was built from poses.
-/// It answers as an ordered map from time to pose would, from contiguous storage.
+/// The pose function of a trajectory that was built from poses: an ordered map from time to pose in
+/// contiguous storage.
 ///
-/// Finding the two neighbours of a time costs a constant number of steps on average. The axis from the first
-/// to the last key is cut into as many equal cells as there are gaps between keys. Where the keys are evenly
-/// spaced, each lies in the cell of its own number or next to it, and the cell of a time gives its neighbours
-/// away. Elsewhere a guide says for each cell where its keys begin, and only the keys of one cell are
-/// searched.
+/// A lookup takes constant time on average (interpolation search). The axis from the first to the last key is
+/// divided into as many equal cells as there are intervals between keys. If the keys are evenly spaced, key i
+/// lies in cell i or next to it, so the cell of a time gives its neighbours. Otherwise a guide table holds
+/// the first key of each cell, and only the keys of one cell are searched by bisection.
 class PoseTable
 {
 public:
@@ -24,10 +23,9 @@ public:
     /// @param poses  as many poses
     PoseTable(std::vector<double> times, std::vector<TrafoT<double>> poses);
 
-    /// The pose at a time in seconds: between two keys interpolated, at the last key and up to 5 us past it
-    /// the last pose as it is.
-    /// @throws std::out_of_range before the first key, later than that past the last one, or if there is no
-    /// key
+    /// The pose at a time in seconds. Interpolated between two keys; from the last key up to 5 us past it,
+    /// the last pose unchanged.
+    /// @throws std::out_of_range before the first key, more than 5 us past the last one, or without keys
     [[nodiscard]] TrafoT<double> operator()(double seconds) const;
 
     /// Where a time lies among the keys.

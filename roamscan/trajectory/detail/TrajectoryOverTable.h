@@ -8,7 +8,7 @@
 namespace oV::Roamscan::detail
 {
 
-/// The trajectory over a table, from its first to its last key; from 0 to 0 if it has none.
+/// The trajectory of a table, from its first to its last key; from 0 to 0 if the table is empty.
 [[nodiscard]] inline Trajectory trajectoryOverTable(PoseTable table)
 {
     auto const& times = table.times();
