@@ -1,17 +1,11 @@
-#include "tests/support/RandomPoses.h"
-
 #include <roamscan/geometry/ToleranceThresholds.h>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
-#include <iterator>
 #include <limits>
-#include <map>
 #include <numbers>
 #include <stdexcept>
 #include <string>
@@ -331,86 +325,6 @@ TEST(ToleranceThresholds, AFarPointBeforeTheLastCostsNothing)
     // It would fill two thousand million bins.
     ToleranceThresholds thresholds(onlyIdentity, {at(1, 0.0), at(2e7, 1.0), at(2, 0.0)});
     EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 10), 0.0, 1e-6);
-}
-
-// The law
-
-// By matrices and arrays, over every bin that there may be.
-struct PlainThresholds
-{
-    PlainThresholds(Poses const& poses, Points const& points)
-    {
-        std::map<int, std::array<double, 4>> samples;
-        for (Vector const& point : points) {
-            std::array<double, 4> bounds = {-1000, 1000, -1000, 1000};
-            for (auto const& pose : poses) {
-                Vector const q =
-                    pose.rotation().toRotationMatrix().transpose() * (point - pose.translation());
-                double const phi = std::atan2(q.y(), q.x());
-                double const theta = std::atan2(std::hypot(q.x(), q.y()), q.z());
-                bounds = {std::max(bounds[0], phi),
-                          std::min(bounds[1], phi),
-                          std::max(bounds[2], theta),
-                          std::min(bounds[3], theta)};
-            }
-            samples[static_cast<int>(std::round(point.norm() * 100))] = bounds;
-        }
-        for (int bin = 0; bin < points.back().norm() * 100; ++bin) {
-            auto const upper = samples.lower_bound(bin);
-            if (upper == samples.end() || (upper == samples.begin() && upper->first != bin)) {
-                continue;
-            }
-            auto const lower = upper->first == bin ? upper : std::prev(upper);
-            double const f = upper == lower ? 0
-                                            : static_cast<double>(bin - lower->first) /
-                                                  static_cast<double>(upper->first - lower->first);
-            for (std::size_t i = 0; i < 4; ++i) {
-                table[bin][i] = lower->second[i] + (upper->second[i] - lower->second[i]) * f;
-            }
-        }
-    }
-
-    [[nodiscard]] double get(Name name, int bin) const
-    {
-        auto const found = table.lower_bound(bin);
-        auto const entry = found == table.begin() ? found : std::prev(found);
-        return entry->second[static_cast<std::size_t>(name)];
-    }
-
-    std::map<int, std::array<double, 4>> table;
-};
-
-TEST(ToleranceThresholds, AnswersAsWrittenDownPlainly)
-{
-    for (std::uint64_t seed = 1; seed <= 60; ++seed) {
-        SCOPED_TRACE(seed);
-        support::RandomPoses random(seed);
-        Poses poses;
-        for (int i = 0; i < 5; ++i) {
-            poses.push_back(random.pose(0.3));
-        }
-        Points points;
-        for (int i = 0; i < 8; ++i) {
-            Vector const direction(random.number(-1, 1), random.number(-1, 1), random.number(-1, 1));
-            points.emplace_back(direction.normalized() * random.number(0.5, 3));
-        }
-        if (seed % 2 == 0) {
-            std::sort(points.begin(), points.end(), [](Vector const& a, Vector const& b) {
-                return a.norm() < b.norm();
-            });
-        }
-        PlainThresholds const expected(poses, points);
-        ToleranceThresholds actual(poses, points);
-        if (expected.table.empty()) {
-            expectEmpty(actual);
-            continue;
-        }
-        for (int bin = 0; bin < 320; ++bin) {
-            for (Name const name : allNames) {
-                ASSERT_NEAR(actual.getThreshold(name, bin / 100.0), expected.get(name, bin), 1e-12) << bin;
-            }
-        }
-    }
 }
 
 } // namespace
