@@ -138,7 +138,7 @@ TEST(IRoamscanData, HandsIndicesAndParametersOnUnchanged)
     EXPECT_EQ(data.parameters, parameters);
 }
 
-TEST(IRoamscanData, APointWithoutATimeIsZeroAndTheLocalPointIsNotAskedFor)
+TEST(IRoamscanData, PointWithoutATimeIsZeroAndTheLocalPointIsNotRead)
 {
     OnePoint data;
     data.point = pointAt(1, 2, 3);
@@ -158,7 +158,7 @@ TEST(IRoamscanData, ATimeAtTheStopIsInside)
     expectPayload(global, 50000, 1, 2, 3, 4);
 }
 
-TEST(IRoamscanData, ATimePastTheStopIsZeroAndTheLocalPointIsNotAskedFor)
+TEST(IRoamscanData, TimeAfterTheStopIsZeroAndTheLocalPointIsNotRead)
 {
     // One tick past the stop the table would still answer, but the interval has no tolerance.
     OnePoint data;
@@ -173,7 +173,7 @@ TEST(IRoamscanData, ATimePastTheStopIsZeroAndTheLocalPointIsNotAskedFor)
     EXPECT_EQ(data.timeCalls, 3);
 }
 
-TEST(IRoamscanData, AZeroPositionStaysWithItsPayloadAndTheTrajectoryIsNotSampled)
+TEST(IRoamscanData, ZeroPositionIsReturnedUnchangedWithoutSampling)
 {
     OnePoint data;
     data.time = 150000000;
@@ -270,7 +270,7 @@ TEST(IRoamscanData, DoesNotNormaliseTheQuaternion)
     expectPosition(data.getGlobalScanPt(0, 0, trajectory, nullptr), 93, 12, 0);
 }
 
-TEST(IRoamscanData, WhatThePoseFunctionThrowsPassesThrough)
+TEST(IRoamscanData, ExceptionsOfThePoseFunctionPassThrough)
 {
     Trajectory const trajectory(
         TimeStamp(0), TimeStamp(1), [](double) -> TrafoT<double> { throw std::logic_error("broken"); });
@@ -313,7 +313,7 @@ std::size_t tableEntry(Member member)
     return static_cast<std::size_t>(words[0] - 1) / sizeof(void*) + 1;
 }
 
-TEST(IRoamscanData, TheOperationsStandAtTheirPlacesAmongTwentyFour)
+TEST(IRoamscanData, OperationsHaveTheirPlacesInTheVirtualTable)
 {
     EXPECT_EQ(tableEntry(&IRoamscanData::reserved1), 1U);
     EXPECT_EQ(tableEntry(&IRoamscanData::reserved2), 2U);
@@ -326,7 +326,7 @@ TEST(IRoamscanData, TheOperationsStandAtTheirPlacesAmongTwentyFour)
 }
 #endif
 
-TEST(IRoamscanData, IsAnInterfaceThatNothingIsDeletedThrough)
+TEST(IRoamscanData, HasNoPublicDestructor)
 {
     static_assert(std::is_abstract_v<IRoamscanData>);
     static_assert(!std::has_virtual_destructor_v<IRoamscanData>);
@@ -350,7 +350,7 @@ TEST(IRoamscanData, ADataSetCanBeCopiedAndMoved)
     EXPECT_EQ(moveAssigned.time, data.time);
 }
 
-TEST(RoamscanDataAdapter, AnswersTheReservedOperationsWithNothing)
+TEST(RoamscanDataAdapter, ReservedOperationsDoNothing)
 {
     OnePoint data;
     IRoamscanData& base = data;

@@ -99,7 +99,7 @@ TEST(PlaneTargetFromNormal, TheNormalConstructorGivesTheThirdRowOfItsFrame)
     }
 }
 
-TEST(PlaneTargetFromNormal, ANormalOfAnyUsualLengthCountsByItsDirection)
+TEST(PlaneTargetFromNormal, NormalOfAnyUsualLengthGivesTheSameRotation)
 {
     auto const unit = PlaneTarget(Vector(1, 2, -3).normalized()).rotation();
     for (double const length : {1e-75, 1e-3, 1e3, 1e75}) {
@@ -109,7 +109,7 @@ TEST(PlaneTargetFromNormal, ANormalOfAnyUsualLengthCountsByItsDirection)
     }
 }
 
-TEST(PlaneTargetFromNormal, TheAxesAreMadeOfTheNormalInItsOwnLength)
+TEST(PlaneTargetFromNormal, AxesAreComputedFromTheUnnormalisedNormal)
 {
     // a = (0, 1e-120, 0) becomes a unit vector; b = (-1e-240, 0, 0), whose square is zero, stays. In the
     // matrix of a, b and n, four times w squared is 2 and four times w times z is 1 - b.x.
@@ -120,14 +120,14 @@ TEST(PlaneTargetFromNormal, TheAxesAreMadeOfTheNormalInItsOwnLength)
     EXPECT_EQ(rotation.y(), 0);
 }
 
-TEST(PlaneTargetFromNormal, AZeroNormalGivesSomeQuaternionWithoutComplaint)
+TEST(PlaneTargetFromNormal, ZeroNormalGivesSomeQuaternion)
 {
     PlaneTarget const target(Vector::Zero(), Vector(1, 2, 3));
     EXPECT_EQ(target.position(), Vector(1, 2, 3));
     EXPECT_TRUE(target.rotation().coeffs().allFinite());
 }
 
-TEST(PlaneTargetFromNormal, ANormalOfNaNGoesThrough)
+TEST(PlaneTargetFromNormal, NormalOfNaNGivesNaN)
 {
     PlaneTarget const target(Vector(nan, 0, 1), Vector(1, 2, 3));
     EXPECT_EQ(target.id(), invalidTarget);

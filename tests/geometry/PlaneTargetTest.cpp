@@ -52,7 +52,7 @@ TEST(PlaneTarget, InvalidTargetIsMinusOne)
     EXPECT_EQ(invalidTarget, -1);
 }
 
-TEST(PlaneTarget, DefaultHasNoIdentityAndNoExtentAtTheOrigin)
+TEST(PlaneTarget, DefaultHasNoIdAndNoLengthsAtTheOrigin)
 {
     PlaneTarget const target;
     EXPECT_EQ(target.id(), invalidTarget);
@@ -94,7 +94,7 @@ TEST(PlaneTarget, EachValueIsSetAndGot)
     EXPECT_EQ(target.minAxisLength(), 6);
 }
 
-TEST(PlaneTarget, GettersGiveReferencesToWhatIsHeld)
+TEST(PlaneTarget, GettersReturnReferencesToTheValues)
 {
     PlaneTarget const target;
     static_assert(std::is_same_v<decltype(target.id()), int const&>);
@@ -106,7 +106,7 @@ TEST(PlaneTarget, GettersGiveReferencesToWhatIsHeld)
     EXPECT_EQ(&target.rotation(), &target.rotation());
 }
 
-TEST(PlaneTarget, HoldsItsValuesInTheirOrder)
+TEST(PlaneTarget, HasItsFieldsInTheFixedOrder)
 {
     PlaneTarget const target;
     auto const offset = [&target](auto const& field) {
@@ -144,7 +144,7 @@ TEST(PlaneTarget, TheAxesHaveUnitLengthWhateverTheirLengthsAre)
     expectFrame(target, {0, 1, 0}, {0, 0, 1}, {1, 0, 0});
 }
 
-TEST(PlaneTarget, RotatesByTheQuaternionAsItIs)
+TEST(PlaneTarget, DoesNotNormaliseTheQuaternion)
 {
     // Twice the unit length: x + w c + u cross c, with u = (0, 0, 2 sin), w = 2 cos at half of a quarter
     // turn.
@@ -156,7 +156,7 @@ TEST(PlaneTarget, RotatesByTheQuaternionAsItIs)
 
 // From a plane fit
 
-TEST(PlaneTarget, TakesARightHandedFitAsItIs)
+TEST(PlaneTarget, RightHandedFitIsTakenUnchanged)
 {
     PlaneTarget const target(fit());
     EXPECT_EQ(target.id(), invalidTarget);
@@ -189,7 +189,7 @@ TEST(PlaneTarget, AFitWithoutAVolumeCountsAsRightHanded)
     EXPECT_EQ(PlaneTarget(param).rotation().coeffs(), Quaternion(frame).coeffs());
 }
 
-TEST(PlaneTarget, TheVectorsOfAFitAreTakenAsTheyStand)
+TEST(PlaneTarget, VectorsOfAFitAreNotNormalised)
 {
     // Their matrix with twice, three and four times the unit length, right-handed and left-handed.
     auto param = fit();
@@ -214,7 +214,7 @@ TEST(PlaneTarget, TheIdSurvivesSetFromPlaneFit)
     EXPECT_EQ(target.position(), Vector(10, 20, 30));
 }
 
-TEST(PlaneTarget, PlaneParamHasItsFieldsInTheirOrder)
+TEST(PlaneTarget, PlaneParamHasItsFieldsInTheFixedOrder)
 {
     using Param = BvFitPlane::PlaneParam;
     static_assert(std::is_standard_layout_v<Param> && sizeof(Param) == 14 * sizeof(double));
@@ -228,7 +228,7 @@ TEST(PlaneTarget, PlaneParamHasItsFieldsInTheirOrder)
 
 // To and from vectors
 
-TEST(PlaneTarget, GivesPositionNormalAndTheAxesInTheirLengths)
+TEST(PlaneTarget, ReturnsPositionNormalAndScaledAxes)
 {
     auto const params = PlaneTarget(fit()).planeParams();
     static_assert(std::is_same_v<decltype(params), std::array<Vector, 4> const>);
@@ -271,7 +271,7 @@ TEST(PlaneTarget, TheMatrixIsNotTestedForItsHandedness)
     EXPECT_EQ(target.rotation().coeffs(), Quaternion(leftHanded).coeffs());
 }
 
-TEST(PlaneTarget, TheNormalOfTheMatrixIsTakenAsItStands)
+TEST(PlaneTarget, NormalOfTheMatrixIsNotNormalised)
 {
     ParamMatrix matrix;
     matrix << Vector::Zero(), Vector(2, 0, 0), Vector(0, 3, 0), Vector(0, 0, 2);
@@ -298,7 +298,7 @@ TEST(PlaneTarget, AZeroAxisOfTheMatrixHasTheLengthZero)
     EXPECT_TRUE(target.rotation().coeffs().allFinite());
 }
 
-TEST(PlaneTarget, NaNGoesThroughAFitAndAMatrix)
+TEST(PlaneTarget, NaNPropagatesThroughFitAndMatrix)
 {
     auto param = fit();
     param.normal = {nan, 0, 0};
@@ -317,7 +317,7 @@ TEST(PlaneTarget, NaNGoesThroughAFitAndAMatrix)
     EXPECT_EQ(target.minAxisLength(), 2);
 }
 
-TEST(PlaneTarget, AProperFrameSurvivesTheWayThroughTheParams)
+TEST(PlaneTarget, RightHandedFrameSurvivesTheRoundTripThroughTheParams)
 {
     for (std::uint64_t seed = 1; seed <= 200; ++seed) {
         SCOPED_TRACE(seed);

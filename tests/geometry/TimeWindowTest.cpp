@@ -31,7 +31,7 @@ TEST(TimeWindow, DefaultHasBothTimesUnset)
     EXPECT_EQ(TimeWindow().end, unset);
 }
 
-TEST(TimeWindow, IsAPlainPairOfStartAndEndInThisOrder)
+TEST(TimeWindow, IsAPairOfStartAndEndInThisOrder)
 {
     static_assert(std::is_standard_layout_v<TimeWindow> && std::is_trivially_copyable_v<TimeWindow>);
     static_assert(sizeof(TimeWindow) == 16);
@@ -41,7 +41,7 @@ TEST(TimeWindow, IsAPlainPairOfStartAndEndInThisOrder)
     EXPECT_EQ(window.end, 7);
 }
 
-TEST(TimeWindow, HoldsAnEndAtOrBeforeItsStartAsItIs)
+TEST(TimeWindow, AcceptsAnEndAtOrBeforeItsStart)
 {
     TimeWindow const reversed(7, 3);
     EXPECT_EQ(reversed.start, 7);
@@ -193,7 +193,7 @@ TEST(TimeWindow, DistanceOfOverlappingWindowsIsNegative)
     EXPECT_EQ(TimeWindow(0, 10).distance({2, 5}), -3);
 }
 
-TEST(TimeWindow, DistanceIsDefinedUpToTheEndsOfTheNumbers)
+TEST(TimeWindow, DistanceWrapsAroundAtTheLimits)
 {
     // In constant expressions, where an overflow would not compile.
     static_assert(TimeWindow().distance({}) == 0);

@@ -47,7 +47,7 @@ void expectEmpty(ToleranceThresholds thresholds)
     EXPECT_THROW((void)thresholds.getThreshold(Name::MaxPhi, 1), std::out_of_range);
 }
 
-TEST(ToleranceThresholds, NamesHaveTheirNumbers)
+TEST(ToleranceThresholds, NamesHaveTheirValues)
 {
     static_assert(std::is_same_v<std::underlying_type_t<Name>, int>);
     EXPECT_EQ(static_cast<int>(Name::MaxPhi), 0);
@@ -112,7 +112,7 @@ TEST(ToleranceThresholds, BoundsReachOverAllPoses)
     EXPECT_NEAR(thresholds.getThreshold(Name::MinTheta, 2), pi / 4, 0.002);
 }
 
-TEST(ToleranceThresholds, AnAzimuthIsNotTurnedAcrossPi)
+TEST(ToleranceThresholds, AzimuthIsNotUnwrappedAcrossPi)
 {
     // Straight behind, seen once from the left and once from the right.
     Poses const poses = {TrafoT<double>::Translation({0, 0.1, 0}), TrafoT<double>::Translation({0, -0.1, 0})};
@@ -121,7 +121,7 @@ TEST(ToleranceThresholds, AnAzimuthIsNotTurnedAcrossPi)
     EXPECT_NEAR(thresholds.getThreshold(Name::MinPhi, 1), -pi + 0.1, 0.001);
 }
 
-TEST(ToleranceThresholds, APointAtAPosesOwnPlaceHasNoPolarAngle)
+TEST(ToleranceThresholds, PointAtThePositionOfAPoseHasNoPolarAngle)
 {
     // Two poses and the point in bin 100 at the first one's, in either order.
     TrafoT<double> const there = TrafoT<double>::Translation({1, 0, 0});
@@ -146,14 +146,14 @@ TEST(ToleranceThresholds, APoseOfNaNMakesAllBoundsNaN)
 
 // The table
 
-TEST(ToleranceThresholds, RunsStraightBetweenTheBinsOfThePoints)
+TEST(ToleranceThresholds, InterpolatesLinearlyBetweenTheBinsOfThePoints)
 {
     ToleranceThresholds thresholds = ramp();
     EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.26), 0.75, 1e-14); // bin 125
     EXPECT_NEAR(thresholds.getThreshold(Name::MinPhi, 1.76), 1.25, 1e-14); // bin 175
 }
 
-TEST(ToleranceThresholds, ALookupIsOneBinBehind)
+TEST(ToleranceThresholds, LookupLagsOneBin)
 {
     ToleranceThresholds thresholds = ramp();
     EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.5), 0.99, 1e-14); // bin 150 gives bin 149
@@ -161,7 +161,7 @@ TEST(ToleranceThresholds, ALookupIsOneBinBehind)
     EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.02), 0.51, 1e-14);
 }
 
-TEST(ToleranceThresholds, ATableFromBinZeroIsOneBinBehindToo)
+TEST(ToleranceThresholds, LookupLagsOneBinAlsoInATableFromBinZero)
 {
     ToleranceThresholds thresholds(onlyIdentity, {at(0.001, 0.0), at(1, 1.0)}); // bins 0 and 100
     EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 0.5), 0.49, 1e-14);
@@ -170,7 +170,7 @@ TEST(ToleranceThresholds, ATableFromBinZeroIsOneBinBehindToo)
     EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 0.02), 0.01, 1e-14);
 }
 
-TEST(ToleranceThresholds, BeyondTheLastBinTheLastBinAnswers)
+TEST(ToleranceThresholds, BeyondTheLastBinTheLastBinIsUsed)
 {
     ToleranceThresholds thresholds = ramp();
     for (double const distance : {2.0, 2.5, 1e6, 1e300, infinity}) {
@@ -178,7 +178,7 @@ TEST(ToleranceThresholds, BeyondTheLastBinTheLastBinAnswers)
     }
 }
 
-TEST(ToleranceThresholds, BelowTheFirstBinTheFirstBinAnswers)
+TEST(ToleranceThresholds, BelowTheFirstBinTheFirstBinIsUsed)
 {
     ToleranceThresholds thresholds = ramp();
     for (double const distance : {1.0, 0.99, 0.0, -1.0, -1e300, -infinity, nan}) {
@@ -205,14 +205,14 @@ TEST(ToleranceThresholds, HalfABinIsRoundedUp)
     EXPECT_NEAR(sampled.getThreshold(Name::MaxPhi, 1.63), 0.49, 1e-14);
 }
 
-TEST(ToleranceThresholds, TheLastPointsOwnBinIsLeftOutWhereItIsRoundedUp)
+TEST(ToleranceThresholds, BinOfTheLastPointIsOmittedIfRoundedUp)
 {
     // 200.7 bins away, in bin 201: the table goes up to bin 200.
     ToleranceThresholds thresholds(onlyIdentity, {at(1.01, 0.0), at(2.007, 1.0)});
     EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 10), 0.99, 1e-14);
 }
 
-TEST(ToleranceThresholds, TheLastPointsOwnBinIsInTheTableWhereItIsRoundedDown)
+TEST(ToleranceThresholds, BinOfTheLastPointIsIncludedIfRoundedDown)
 {
     // 200.3 bins away, in bin 200.
     Vector const last = at(2.003, 1.0);
@@ -220,14 +220,14 @@ TEST(ToleranceThresholds, TheLastPointsOwnBinIsInTheTableWhereItIsRoundedDown)
     EXPECT_EQ(thresholds.getThreshold(Name::MaxPhi, 10), std::atan2(last.y(), last.x()));
 }
 
-TEST(ToleranceThresholds, OfSeveralPointsInOneBinTheLastCounts)
+TEST(ToleranceThresholds, OfSeveralPointsInOneBinTheLastIsUsed)
 {
     ToleranceThresholds thresholds(onlyIdentity, {at(1, 2.0), at(1.001, -2.0), at(0.999, 0.25), at(2, 0.25)});
     EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1), 0.25, 1e-15);
     EXPECT_NEAR(thresholds.getThreshold(Name::MinPhi, 1), 0.25, 1e-15);
 }
 
-TEST(ToleranceThresholds, TheLastPointSaysHowFarTheTableGoes)
+TEST(ToleranceThresholds, TableEndsAtTheDistanceOfTheLastPoint)
 {
     // Bins 50 to 150 either way, at one hundredth of a radian each.
     Points const points = {at(0.5, 0.5), at(1.5, 1.5), at(1, 1.0)};
@@ -237,17 +237,17 @@ TEST(ToleranceThresholds, TheLastPointSaysHowFarTheTableGoes)
     EXPECT_NEAR(longer.getThreshold(Name::MaxPhi, 10), 1.49, 1e-14);
 }
 
-TEST(ToleranceThresholds, TheNearestPointLastLeavesNothing)
+TEST(ToleranceThresholds, NearestPointLastGivesAnEmptyTable)
 {
     expectEmpty({onlyIdentity, {at(2, 0), at(1, 0)}});
 }
 
-TEST(ToleranceThresholds, ALastPointAtTheOriginLeavesNothing)
+TEST(ToleranceThresholds, LastPointAtTheOriginGivesAnEmptyTable)
 {
     expectEmpty({onlyIdentity, {at(1, 0), Vector::Zero()}});
 }
 
-TEST(ToleranceThresholds, ANameThatIsMissingIsEnteredWithZero)
+TEST(ToleranceThresholds, MissingNameIsEnteredWithZero)
 {
     ToleranceThresholds thresholds = ramp();
     EXPECT_EQ(thresholds.getThreshold(static_cast<Name>(4), 1.5), 0.0);
@@ -267,7 +267,7 @@ TEST(ToleranceThresholds, CopiesAnswerTheSame)
 
 // What has no meaning is safe
 
-TEST(ToleranceThresholds, AnEmptyTableIsToldInWords)
+TEST(ToleranceThresholds, EmptyTableThrowsWithAMessage)
 {
     ToleranceThresholds thresholds(onlyIdentity, {});
     for (int i = 0; i < 2; ++i) {
@@ -286,13 +286,13 @@ TEST(ToleranceThresholds, WithoutPointsTheTableIsEmpty)
     expectEmpty({onlyIdentity, {}});
 }
 
-TEST(ToleranceThresholds, ALastPointWithoutADistanceLeavesNothing)
+TEST(ToleranceThresholds, LastPointWithoutADistanceGivesAnEmptyTable)
 {
     expectEmpty({onlyIdentity, {at(1, 0), at(2, 0), Vector(nan, 0, 0)}});
     expectEmpty({onlyIdentity, {Vector(nan, 0, 0)}});
 }
 
-TEST(ToleranceThresholds, APointInNoBinIsLeftOut)
+TEST(ToleranceThresholds, PointOutsideAllBinsIsIgnored)
 {
     for (double const x : {nan, infinity, 1e300, 21474836.48}) {
         ToleranceThresholds thresholds(onlyIdentity, {at(1, 0.5), Vector(x, 0, 0), at(2, 1.5)});
@@ -302,7 +302,7 @@ TEST(ToleranceThresholds, APointInNoBinIsLeftOut)
     }
 }
 
-TEST(ToleranceThresholds, ALastPointFarOutEndsTheTableAtTheFarthestSample)
+TEST(ToleranceThresholds, FarLastPointEndsTheTableAtTheFarthestSample)
 {
     for (double const x : {infinity, 1e300, 1e9}) {
         ToleranceThresholds thresholds(onlyIdentity, {at(1, 0.5), at(2, 1.5), Vector(x, 0, 0)});
@@ -312,7 +312,7 @@ TEST(ToleranceThresholds, ALastPointFarOutEndsTheTableAtTheFarthestSample)
     }
 }
 
-TEST(ToleranceThresholds, TheLastBinOfAllIsABin)
+TEST(ToleranceThresholds, LargestBinIsUsable)
 {
     ToleranceThresholds thresholds(onlyIdentity,
                                    {at(21474836.46, 0.5), at(21474836.47, 0.75), Vector(1e300, 0, 0)});
@@ -320,7 +320,7 @@ TEST(ToleranceThresholds, TheLastBinOfAllIsABin)
     EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1e8), 0.75, 1e-14);
 }
 
-TEST(ToleranceThresholds, AFarPointBeforeTheLastCostsNothing)
+TEST(ToleranceThresholds, FarPointBeforeTheLastTakesNoMemory)
 {
     // It would fill two thousand million bins.
     ToleranceThresholds thresholds(onlyIdentity, {at(1, 0.0), at(2e7, 1.0), at(2, 0.0)});

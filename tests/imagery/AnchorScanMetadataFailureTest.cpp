@@ -107,7 +107,7 @@ TEST(AnchorScanMetadata, AMissingKeyOfAPictureIsReportedByItsName)
     }
 }
 
-TEST(AnchorScanMetadata, WhatIsNoObjectIsATypeError304)
+TEST(AnchorScanMetadata, NonObjectIsATypeError304)
 {
     for (json const& j : std::vector<json>{nullptr,
                                            true,
@@ -124,7 +124,7 @@ TEST(AnchorScanMetadata, WhatIsNoObjectIsATypeError304)
     }
 }
 
-TEST(AnchorScanMetadata, AnIdThatIsNoNumberAndNoBooleanIsATypeError302)
+TEST(AnchorScanMetadata, IdThatIsNeitherNumberNorBooleanIsATypeError302)
 {
     for (json const& value : nonNumbers) {
         Failure const failure = failureWith<AnchorScanMetadata>(metadataJson(), "id", value);
@@ -135,7 +135,7 @@ TEST(AnchorScanMetadata, AnIdThatIsNoNumberAndNoBooleanIsATypeError302)
     }
 }
 
-TEST(AnchorScanMetadata, AVelocityAnAngleOrATimeThatIsNoNumberIsATypeError302)
+TEST(AnchorScanMetadata, NonNumericVelocityAngleOrTimeIsATypeError302)
 {
     for (char const* const key : {"horizontalVelocity", "horizontalAngle", "startTime", "endTime"}) {
         for (json const& value : nonNumbers) {
@@ -148,7 +148,7 @@ TEST(AnchorScanMetadata, AVelocityAnAngleOrATimeThatIsNoNumberIsATypeError302)
     }
 }
 
-TEST(AnchorScanMetadata, ABooleanIsNoVelocityNoAngleAndNoTime)
+TEST(AnchorScanMetadata, BooleanIsNotAVelocityAngleOrTime)
 {
     for (char const* const key : {"horizontalVelocity", "horizontalAngle", "startTime", "endTime"}) {
         EXPECT_EQ(failureWith<AnchorScanMetadata>(metadataJson(), key, true).id, 302) << key;
@@ -156,14 +156,14 @@ TEST(AnchorScanMetadata, ABooleanIsNoVelocityNoAngleAndNoTime)
     EXPECT_EQ(failureWith<Picture>(pictureJson(), "time", true).id, 302);
 }
 
-TEST(AnchorScanMetadata, APictureTimeThatIsNoNumberIsATypeError302)
+TEST(AnchorScanMetadata, NonNumericPictureTimeIsATypeError302)
 {
     for (json const& value : nonNumbers) {
         EXPECT_EQ(failureWith<Picture>(pictureJson(), "time", value).id, 302) << value;
     }
 }
 
-TEST(AnchorScanMetadata, WhatIsNoStringIsATypeError302WhereAStringBelongs)
+TEST(AnchorScanMetadata, NonStringInAStringFieldIsATypeError302)
 {
     for (char const* const key :
          {"fileName", "camSerialNumber", "camManufacturer", "camModel", "camFirmwareVersion"})
@@ -178,21 +178,21 @@ TEST(AnchorScanMetadata, WhatIsNoStringIsATypeError302WhereAStringBelongs)
     }
 }
 
-TEST(AnchorScanMetadata, AnOrientationThatIsNoStringIsATypeError302)
+TEST(AnchorScanMetadata, NonStringOrientationIsATypeError302)
 {
     for (json const& value : nonStrings) {
         EXPECT_EQ(failureWith<Picture>(pictureJson(), "imageOrientation", value).id, 302) << value;
     }
 }
 
-TEST(AnchorScanMetadata, AContentThatIsNoStringIsATypeError302)
+TEST(AnchorScanMetadata, NonStringContentIsATypeError302)
 {
     for (json const& value : nonStrings) {
         EXPECT_EQ(failureWith<Picture>(pictureJson(), "content", value).id, 302) << value;
     }
 }
 
-TEST(AnchorScanMetadata, PicturesThatAreNoArrayAreATypeError302)
+TEST(AnchorScanMetadata, NonArrayPicturesAreATypeError302)
 {
     for (json const& value : nonArrays) {
         AnchorScanMetadata target;
@@ -208,12 +208,12 @@ TEST(AnchorScanMetadata, PicturesThatAreNoArrayAreATypeError302)
     }
 }
 
-TEST(AnchorScanMetadata, AnElementThatIsNoObjectIsATypeError304)
+TEST(AnchorScanMetadata, NonObjectElementIsATypeError304)
 {
     EXPECT_EQ(failureWith<AnchorScanMetadata>(metadataJson(), "panoramaPictures", json::array({5})).id, 304);
 }
 
-TEST(AnchorScanMetadata, AFailureInsideAPicturePassesThrough)
+TEST(AnchorScanMetadata, ErrorInsideAPicturePassesThrough)
 {
     json picture = pictureJson();
     picture["imageOrientation"] = 5;
@@ -337,7 +337,7 @@ TEST(AnchorScanMetadata, AFailureInTheThirdPictureKeepsTheFirstTwo)
     EXPECT_EQ(metadata.panoramaPictures[2].fileName, "second");
 }
 
-TEST(AnchorScanMetadata, DeeplyNestedTextIsRefusedAsWhatItIsAtItsTop)
+TEST(AnchorScanMetadata, DeeplyNestedValueIsRefusedByItsTopLevelType)
 {
     constexpr std::size_t depth = 5'000;
     json deep = json::parse(std::string(depth, '[') + std::string(depth, ']'));

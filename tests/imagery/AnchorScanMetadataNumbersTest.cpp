@@ -52,7 +52,7 @@ TEST(AnchorScanMetadata, AFloatingPointIdIsCutTo32Bits)
     EXPECT_EQ(metadataWith("id", 1e300).id, 0U);
 }
 
-TEST(AnchorScanMetadata, WhatIsNotFiniteReadsAsIdZero)
+TEST(AnchorScanMetadata, NonFiniteIdReadsAsZero)
 {
     for (double const value : {std::numeric_limits<double>::quiet_NaN(),
                                std::numeric_limits<double>::infinity(),

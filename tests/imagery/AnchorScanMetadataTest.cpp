@@ -147,7 +147,7 @@ TEST(AnchorScanMetadata, WritingReplacesWhatTheValueHeld)
     EXPECT_EQ(j, json(Picture()));
 }
 
-TEST(AnchorScanMetadata, TextThatIsNotUtf8MakesAValueButNoText)
+TEST(AnchorScanMetadata, NonUtf8StringConvertsButCannotBeDumped)
 {
     Picture picture;
     picture.fileName = "pano\xFF.jpg";
@@ -209,7 +209,7 @@ TEST(AnchorScanMetadata, AnEmptyArrayOfPicturesReadsAsNone)
     EXPECT_TRUE(metadataWith("panoramaPictures", json::array()).panoramaPictures.empty());
 }
 
-TEST(AnchorScanMetadata, AbsentEnumerationsReadAsUnknownWhateverStoodThere)
+TEST(AnchorScanMetadata, AbsentEnumerationsReadAsUnknown)
 {
     Picture picture = fullPicture();
     json(Picture()).get_to(picture);
@@ -225,7 +225,7 @@ TEST(AnchorScanMetadata, OtherKeysAreIgnored)
     EXPECT_EQ(pictureWith("more", 1).fileName, "pano_01.jpg");
 }
 
-TEST(AnchorScanMetadata, PicturesAreAppendedToThoseThatAreThere)
+TEST(AnchorScanMetadata, PicturesAreAppended)
 {
     AnchorScanMetadata metadata;
     metadata.panoramaPictures.emplace_back().fileName = "before";
@@ -239,7 +239,7 @@ TEST(AnchorScanMetadata, PicturesAreAppendedToThoseThatAreThere)
     EXPECT_EQ(metadata.panoramaPictures[2].fileName, "last");
 }
 
-TEST(AnchorScanMetadata, PicturesStayWhereTheKeyIsAbsent)
+TEST(AnchorScanMetadata, PicturesAreUnchangedIfTheKeyIsAbsent)
 {
     AnchorScanMetadata metadata;
     metadata.panoramaPictures.emplace_back().fileName = "before";

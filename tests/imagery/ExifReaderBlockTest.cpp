@@ -117,7 +117,7 @@ TEST(ExifReaderBlock, AnUnknownByteOrderCountsAsBigEndian)
     }
 }
 
-TEST(ExifReaderBlock, AnotherMagicNumberIsNoTiffHeader)
+TEST(ExifReaderBlock, WrongMagicNumberIsNotATiffHeader)
 {
     std::string const block = support::cameraBlock(little);
     EXPECT_TRUE(isDefault(read(support::withU16(block, 2, 43))));
@@ -143,7 +143,7 @@ TEST(ExifReaderBlock, ShortBlocksAreRefused)
     }
 }
 
-TEST(ExifReaderBlock, ADirectoryOutsideIsRefused)
+TEST(ExifReaderBlock, DirectoryOutsideTheBlockIsRefused)
 {
     std::string const block = tiffBlock(little, {{unknown}});
     auto const size = static_cast<std::uint32_t>(block.size());
@@ -159,7 +159,7 @@ TEST(ExifReaderBlock, ADirectoryWithoutEntriesIsNotValid)
     EXPECT_TRUE(isDefault(read(tiffHeader(little) + bytes({0, 0}))));
 }
 
-TEST(ExifReaderBlock, AnEntryOfAnUnknownTagAloneIsValid)
+TEST(ExifReaderBlock, SingleEntryOfAnUnknownTagIsValid)
 {
     EXPECT_EQ(textsOf(read(tiffBlock(little, {{unknown, 5, 8}}))), std::tuple(""s, ""s, ""s, true));
     EXPECT_EQ(textsOf(read(tiffBlock(big, {{0xFFFF}, {0}, {unknown}}))), std::tuple(""s, ""s, ""s, true));
@@ -181,7 +181,7 @@ TEST(ExifReaderBlock, OfThePointerToMoreDataOnlyTheTagIsRead)
     EXPECT_EQ(textsOf(read(tiffBlock(little, {{34665, 1, behind}}, inner))), std::tuple(""s, ""s, ""s, true));
 }
 
-TEST(ExifReaderBlock, MoreEntriesThanThereAreRefuseAll)
+TEST(ExifReaderBlock, EntryCountBeyondTheBlockIsRefused)
 {
     std::string const block = tiffHeader(little) + directoryBytes(little, {{make, 5, 0}, {unknown}});
     EXPECT_EQ(read(block).manufacturer.size(), 5U);
@@ -208,12 +208,12 @@ TEST(ExifReaderBlock, TheTypeOfAnEntryIsNotRead)
     }
 }
 
-TEST(ExifReaderBlock, FourLettersWithTheirEndAreTakenFromTheOffset)
+TEST(ExifReaderBlock, StringOfFiveBytesIsReadFromItsOffset)
 {
     EXPECT_EQ(read(tiffBlock(big, {{make, 5, placeBehind(1)}}, "ACME\0"s)).manufacturer, "ACME\0"s);
 }
 
-TEST(ExifReaderBlock, ThreeLettersWithTheirEndComeOutAsTheBytesAtOffsetEight)
+TEST(ExifReaderBlock, StringOfFourBytesIsReadFromOffsetEight)
 {
     // "IBM" in the entry itself; at offset 8 are the count of entries and the first tag.
     EXPECT_EQ(read(tiffBlock(big, {{make, 4, 0x49424D00}})).manufacturer, bytes({0x00, 0x01, 0x01, 0x0F}));
@@ -222,18 +222,18 @@ TEST(ExifReaderBlock, ThreeLettersWithTheirEndComeOutAsTheBytesAtOffsetEight)
     EXPECT_EQ(read(endingWith({dateTime, 1})).dateTime, "x");
 }
 
-TEST(ExifReaderBlock, ATextOfNoBytesIsEmptyAndCounts)
+TEST(ExifReaderBlock, StringOfNoBytesIsEmptyAndUsed)
 {
     EXPECT_EQ(textsOf(read(endingWith({make, 0, 0xFFFFFFFFU}))), std::tuple(""s, ""s, ""s, true));
 }
 
-TEST(ExifReaderBlock, AShortTextNeedsNoMoreThanItsCount)
+TEST(ExifReaderBlock, ShortStringNeedsOnlyItsCountInsideTheBlock)
 {
     EXPECT_EQ(read(endingWith({make, 4}, 4)).manufacturer, "xxxx");
     EXPECT_TRUE(isDefault(read(endingWith({make, 4}, 5))));
 }
 
-TEST(ExifReaderBlock, ALongTextNeedsItsOffset)
+TEST(ExifReaderBlock, LongStringNeedsAnOffsetInsideTheBlock)
 {
     for (std::uint16_t const tag : textTags) {
         EXPECT_TRUE(read(endingWith({tag, 5, 8})).valid) << tag;
@@ -241,7 +241,7 @@ TEST(ExifReaderBlock, ALongTextNeedsItsOffset)
     }
 }
 
-TEST(ExifReaderBlock, ATextMayEndWhereTheBlockDoes)
+TEST(ExifReaderBlock, StringMayEndAtTheEndOfTheBlock)
 {
     constexpr std::uint32_t size = placeBehind(1) + 6;
     for (std::uint16_t const tag : textTags) {
@@ -258,7 +258,7 @@ TEST(ExifReaderBlock, ATextMayEndWhereTheBlockDoes)
     EXPECT_EQ(read(tiffBlock(little, {{model, 6, size - 6}}, "abcdef")).model, "abcdef");
 }
 
-TEST(ExifReaderBlock, PlacesOfTextsDoNotWrap)
+TEST(ExifReaderBlock, OffsetsOfStringsDoNotOverflow)
 {
     EXPECT_TRUE(isDefault(read(endingWith({make, 5, 0xFFFFFFFFU}))));
     EXPECT_TRUE(isDefault(read(endingWith({make, 0x20, 0xFFFFFFF0U}))));
@@ -266,14 +266,14 @@ TEST(ExifReaderBlock, PlacesOfTextsDoNotWrap)
     EXPECT_TRUE(isDefault(read(endingWith({make, 0xFFFFFFFFU, 0xFFFFFFFFU}))));
 }
 
-TEST(ExifReaderBlock, TheBytesOfATextAreTakenAsTheyAre)
+TEST(ExifReaderBlock, BytesOfAStringAreUnchanged)
 {
     std::string const text = "a\0b\xFF\n\0\0"s;
     EXPECT_EQ(read(tiffBlock(little, {{make, 7, placeBehind(1)}}, text)).manufacturer, text);
     EXPECT_EQ(read(tiffBlock(little, {{make, 7, placeBehind(1)}}, "no end!")).manufacturer, "no end!");
 }
 
-TEST(ExifReaderBlock, AShortValueMustBeInside)
+TEST(ExifReaderBlock, ShortValueMustLieInsideTheBlock)
 {
     for (std::uint16_t const tag : Tags{274, 296, 531}) {
         EXPECT_TRUE(read(endingWith({tag, 1, 6}, 2)).valid) << tag;
@@ -281,7 +281,7 @@ TEST(ExifReaderBlock, AShortValueMustBeInside)
     }
 }
 
-TEST(ExifReaderBlock, RationalsMustBeInsideAndTheTagSaysHowMany)
+TEST(ExifReaderBlock, RationalsMustLieInsideAndTheTagGivesTheirNumber)
 {
     struct Rationals
     {
@@ -307,7 +307,7 @@ TEST(ExifReaderBlock, RationalsMustBeInsideAndTheTagSaysHowMany)
     }
 }
 
-TEST(ExifReaderBlock, TheFirstEntryOfATagCounts)
+TEST(ExifReaderBlock, FirstEntryOfATagIsUsed)
 {
     std::string const block = tiffBlock(little,
                                         {{make, 5, placeBehind(6)},
@@ -320,7 +320,7 @@ TEST(ExifReaderBlock, TheFirstEntryOfATagCounts)
     EXPECT_EQ(textsOf(read(block)), std::tuple(""s, "first"s, "first"s, true));
 }
 
-TEST(ExifReaderBlock, ALaterEntryOfATagMustBeSound)
+TEST(ExifReaderBlock, LaterEntryOfATagMustBeValid)
 {
     std::vector<support::TiffEntry> entries{{make, 5, 0}, {model, 5, 0}, {make, 5, 0}};
     EXPECT_EQ(read(tiffBlock(little, entries)).manufacturer.size(), 5U);
@@ -328,7 +328,7 @@ TEST(ExifReaderBlock, ALaterEntryOfATagMustBeSound)
     EXPECT_TRUE(isDefault(read(tiffBlock(little, entries))));
 }
 
-TEST(ExifReaderBlock, ABrokenEntryDropsWhatWasReadBefore)
+TEST(ExifReaderBlock, InvalidEntryDiscardsTheEntriesBefore)
 {
     for (std::uint16_t const tag : Tags{270, 282, 318, 532}) {
         std::vector<support::TiffEntry> const entries{{make, 5, 0}, {tag, 5, 0xFFFFFFFFU}};

@@ -209,7 +209,7 @@ void damage(std::string& picture, Random& random)
 
 } // namespace
 
-TEST(ExifReaderRandom, AgreesWithAPlainReader)
+TEST(ExifReaderRandom, AgreesWithANaiveReader)
 {
     constexpr std::uint64_t seed = 20081;
     SCOPED_TRACE(testing::Message() << "seed " << seed);
@@ -227,7 +227,7 @@ TEST(ExifReaderRandom, AgreesWithAPlainReader)
     EXPECT_LT(valid, 9'000);
 }
 
-TEST(ExifReaderRandom, FilesAgreeWithAPlainReader)
+TEST(ExifReaderRandom, FilesAgreeWithANaiveReader)
 {
     constexpr std::uint64_t seed = 20082;
     SCOPED_TRACE(testing::Message() << "seed " << seed);

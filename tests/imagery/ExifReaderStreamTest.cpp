@@ -167,7 +167,7 @@ protected:
 
 } // namespace
 
-TEST(ExifReaderStream, NothingBehindTheBlockIsAskedFor)
+TEST(ExifReaderStream, NothingAfterTheBlockIsRead)
 {
     std::string const before = startOfImage() + segment(0xE0, std::string(5000, 'x')) +
                                segment(0xFE, std::string(65533, 'x')) + cameraSegment();
@@ -194,7 +194,7 @@ TEST(ExifReaderStream, AnUnknownMarkerEndsTheReading)
     EXPECT_EQ(buffer.bytesRead(), 2U);
 }
 
-TEST(ExifReaderStream, AStreamAtItsEndIsNotRead)
+TEST(ExifReaderStream, StreamAtItsEndIsNotRead)
 {
     std::istringstream stream(startOfImage() + cameraSegment());
     stream.setstate(std::ios::eofbit);
@@ -221,12 +221,12 @@ TEST(ExifReaderStream, AStreamThatCannotSeekGivesNothing)
     EXPECT_TRUE(isDefault(readWith(startOfImage() + cameraSegment(), Seeking::Impossible)));
 }
 
-TEST(ExifReaderStream, AStreamThatOnlyKnowsItsPlaceGivesNothing)
+TEST(ExifReaderStream, StreamThatOnlyTellsItsPositionGivesNothing)
 {
     EXPECT_TRUE(isDefault(readWith(startOfImage() + cameraSegment(), Seeking::TellsPlaceOnly)));
 }
 
-TEST(ExifReaderStream, ASegmentOfNothingIsSeekedOverToo)
+TEST(ExifReaderStream, EmptySegmentIsSeekedOver)
 {
     std::string const picture = startOfImage() + segment(0xE0, "") + bytes({0xFF, 0x00});
     ObservedBuffer sound(picture);
@@ -237,7 +237,7 @@ TEST(ExifReaderStream, ASegmentOfNothingIsSeekedOverToo)
     EXPECT_EQ(unseekable.furthest(), picture.size() - 2);
 }
 
-TEST(ExifReaderStream, AFileBufferOfAnotherKindIsToldToMove)
+TEST(ExifReaderStream, FileBufferOfAnotherCharacterTypeIsSeeked)
 {
     support::TemporaryFolder const folder;
     auto const file = folder.write("picture.jpg", startOfImage() + cameraSegment() + "behind");
@@ -247,7 +247,7 @@ TEST(ExifReaderStream, AFileBufferOfAnotherKindIsToldToMove)
     EXPECT_TRUE(isDefault(readExifMetaData(stream)));
 }
 
-TEST(ExifReaderStream, OfAnApp1OnlyALengthWithRoomForABlockIsTaken)
+TEST(ExifReaderStream, App1TooShortForABlockIsRefused)
 {
     ObservedBuffer withRoom(startOfImage() + support::app1(7, "123456789"));
     EXPECT_TRUE(isDefault(read(withRoom)));
@@ -264,7 +264,7 @@ TEST(ExifReaderStream, AStreamMayBeginInTheMiddleOfAnotherFile)
     EXPECT_TRUE(isCamera(readExifMetaData(stream)));
 }
 
-TEST(ExifReaderStream, AStreamBufferThatThrowsIsABrokenStream)
+TEST(ExifReaderStream, StreamBufferThatThrowsIsAFailedStream)
 {
     std::string const picture = startOfImage() + cameraSegment();
     for (std::size_t const place : {0U, 2U, 4U}) {
@@ -274,7 +274,7 @@ TEST(ExifReaderStream, AStreamBufferThatThrowsIsABrokenStream)
     }
 }
 
-TEST(ExifReaderStream, AStreamThatWasToldToThrowThrows)
+TEST(ExifReaderStream, ExceptionsEnabledOnTheStreamPassThrough)
 {
     auto const all = std::ios::failbit | std::ios::badbit | std::ios::eofbit;
     std::istringstream sound(startOfImage() + cameraSegment() + "xx");

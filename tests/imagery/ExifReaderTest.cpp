@@ -82,7 +82,7 @@ TEST(ExifReader, ABlockInTheFirstSegmentIsFound)
     EXPECT_TRUE(isCamera(read(pictureWith(""))));
 }
 
-TEST(ExifReader, ABlockBehindApp0IsFound)
+TEST(ExifReader, BlockAfterApp0IsFound)
 {
     // clang-format off
     std::string const picture =
@@ -173,7 +173,7 @@ TEST(ExifReader, AnApp1OfAnotherKindHidesALaterBlock)
     EXPECT_TRUE(isDefault(read(pictureWith(segment(0xE1, "")))));
 }
 
-TEST(ExifReader, TheNameOfTheBlockIsNotCompared)
+TEST(ExifReader, NameOfTheBlockIsNotTested)
 {
     EXPECT_TRUE(isCamera(read(startOfImage() + cameraSegment("XXXXXX"))));
     EXPECT_TRUE(isCamera(read(startOfImage() + cameraSegment(bytes({0, 1, 2, 3, 4, 5})))));
@@ -199,7 +199,7 @@ TEST(ExifReader, LengthsThatLeaveNoRoomForABlockAreRefused)
     }
 }
 
-TEST(ExifReader, TheBlockReachesTwoBytesBehindTheSegment)
+TEST(ExifReader, BlockExtendsTwoBytesBeyondTheSegment)
 {
     // The shortest sound block, with the directory on the header, has eight bytes.
     std::string const block = exifName() + bytes({0x00, 0x01, 0x00, 0x2A, 0x00, 0x00, 0x00, 0x00});
@@ -229,7 +229,7 @@ TEST(ExifReader, AFileThatEndsWithTheSegmentIsRead)
     EXPECT_TRUE(isCamera(read(picture + "x")));
 }
 
-TEST(ExifReader, BytesThatTheStreamLacksAreZero)
+TEST(ExifReader, TruncatedBlockIsPaddedWithZeros)
 {
     std::string const picture = support::jpegWithBlock(cameraBlock(ByteOrder::Little));
     ExifData const withoutEnd = read(picture.substr(0, picture.size() - 4));
@@ -243,7 +243,7 @@ TEST(ExifReader, BytesThatTheStreamLacksAreZero)
     EXPECT_TRUE(withoutEntries.valid);
 }
 
-TEST(ExifReader, AFileThatEndsBeforeTheDirectoryHasNone)
+TEST(ExifReader, FileThatEndsBeforeTheDirectoryGivesNothing)
 {
     std::string const picture = pictureWith(segment(0xE0, "JFIF"));
     std::size_t const firstEntry = 2 + 8 + 4 + 6 + 8 + 2;
@@ -253,12 +253,12 @@ TEST(ExifReader, AFileThatEndsBeforeTheDirectoryHasNone)
     EXPECT_TRUE(read(picture.substr(0, firstEntry)).valid);
 }
 
-TEST(ExifReader, APngFileHasNone)
+TEST(ExifReader, PngFileGivesNothing)
 {
     EXPECT_TRUE(isDefault(read(bytes({0x89, 'P', 'N', 'G', 0x0D, 0x0A, 0x1A, 0x0A}) + cameraSegment())));
 }
 
-TEST(ExifReader, AnEmptyStreamHasNone)
+TEST(ExifReader, EmptyStreamGivesNothing)
 {
     EXPECT_TRUE(isDefault(read("")));
     EXPECT_TRUE(isDefault(read("\xFF")));

@@ -36,7 +36,7 @@ TEST_F(LargeImageFailure, AnUnwritableFolderFailsAtTheFirstTile)
     EXPECT_EQ(folder.read("pano"), "a file where the folder should be");
 }
 
-TEST_F(LargeImageFailure, TilesBeforeTheOneThatFailedStay)
+TEST_F(LargeImageFailure, TilesBeforeTheFailedOneRemain)
 {
     cv::Mat const image = makeImage(3, 2500);
     std::filesystem::create_directories(tilePath("1.png"));
@@ -82,7 +82,7 @@ TEST_F(LargeImageFailure, AFailureOfOpenCVInReadingIsLoggedAndNamesTheTile)
     EXPECT_THAT(narrow(log[0].function), testing::StartsWith(readName));
 }
 
-TEST_F(LargeImageFailure, TheLogHoldsWhatTheTileSaidAndTheFailureIsThrownAnew)
+TEST_F(LargeImageFailure, LogHoldsTheMessageOfTheTileAndAnErrorIsThrown)
 {
     writeTile("0.png", makeImage(3, 10));
     writeTile("1.png", makeImage(4, 10));
@@ -94,7 +94,7 @@ TEST_F(LargeImageFailure, TheLogHoldsWhatTheTileSaidAndTheFailureIsThrownAnew)
     EXPECT_NE(narrow(log[0].function), readName);
 }
 
-TEST_F(LargeImageFailure, AfterAFailureTheNextReadStartsAfresh)
+TEST_F(LargeImageFailure, ReadAfterAFailureSucceeds)
 {
     writeTile("0.png", makeImage(3, 10));
     writeTile("1.png", makeImage(4, 10));
@@ -103,7 +103,7 @@ TEST_F(LargeImageFailure, AfterAFailureTheNextReadStartsAfresh)
     EXPECT_EQ(readImage(place()).cols, 20);
 }
 
-TEST_F(LargeImageFailure, AnyOtherExceptionLeavesTheFunctionsAsItIs)
+TEST_F(LargeImageFailure, OtherExceptionsPassThrough)
 {
     Models::the().setLogSink([](oV::LogMessage const&) { throw std::domain_error("from the sink"); });
     EXPECT_THROW(serializeImage(makeImage(3, 5), place("pano.nothing")), std::domain_error);
@@ -122,7 +122,7 @@ TEST_F(LargeImageFailure, OtherExceptionsFromInsideOpenCVAreNotCaught)
     EXPECT_THAT(Models::the().logMessages(), IsEmpty());
 }
 
-TEST_F(LargeImageFailure, NoFileIsABrokenContract)
+TEST_F(LargeImageFailure, NullFileThrows)
 {
     expectInternal(
         failureOf([] { serializeImage(makeImage(1, 1), nullptr); }), "No file given.", serializeName);
@@ -149,7 +149,7 @@ TEST_F(LargeImageFailure, PicturesMayBeWrittenAndReadOnManyThreadsAtOnce)
     EXPECT_THAT(agreed, ElementsAre(1, 1, 1, 1));
 }
 
-TEST_F(LargeImageFailure, ManyFailingTilesGiveOneFailure)
+TEST_F(LargeImageFailure, ManyFailingTilesGiveOneException)
 {
     for (int i = 0; i < 200; ++i) {
         writeTile(std::to_string(i) + ".png", makeImage(3 + i % 2, 10));

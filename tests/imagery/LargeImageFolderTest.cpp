@@ -49,7 +49,7 @@ std::string pngHeader(unsigned int width, unsigned int height)
     return std::string("\x89PNG\r\n\x1a\n", 8) + bigEndian(13) + chunk + bigEndian(~crc);
 }
 
-TEST_F(LargeImageFolder, StaleHigherTilesMakeTheNextPictureWider)
+TEST_F(LargeImageFolder, RemainingTilesOfAWiderPictureExtendTheNextPicture)
 {
     cv::Mat const first = makeImage(3, 2500);
     serializeImage(first, place());
@@ -62,14 +62,14 @@ TEST_F(LargeImageFolder, StaleHigherTilesMakeTheNextPictureWider)
     EXPECT_TRUE(sameImage(back(cv::Rect(1000, 0, 1500, 3)), first(cv::Rect(1000, 0, 1500, 3))));
 }
 
-TEST_F(LargeImageFolder, StaleHigherTilesOfAnotherHeightDoNotMatch)
+TEST_F(LargeImageFolder, RemainingTilesOfAnotherHeightDoNotMatch)
 {
     serializeImage(makeImage(3, 2500), place());
     serializeImage(makeImage(4, 1000), place());
     expectInternal(failureOf([&] { (void)readImage(place()); }), "Img dimensions mismatch.", readName);
 }
 
-TEST_F(LargeImageFolder, StaleHigherTilesOfAnotherTypeDoNotMatch)
+TEST_F(LargeImageFolder, RemainingTilesOfAnotherTypeDoNotMatch)
 {
     serializeImage(makeImage(3, 2500, CV_8UC3), place());
     serializeImage(makeImage(3, 1000, CV_8UC1), place());
@@ -101,7 +101,7 @@ TEST_F(LargeImageFolder, ATileThatIsAFolderEndsThePicture)
 }
 
 #if !defined(_WIN32)
-TEST_F(LargeImageFolder, ATileThatIsAPipeEndsThePictureAndIsNotWaitedFor)
+TEST_F(LargeImageFolder, TileThatIsAPipeEndsThePictureWithoutBlocking)
 {
     cv::Mat const image = makeImage(3, 2500);
     serializeImage(image, place());
@@ -133,7 +133,7 @@ TEST_F(LargeImageFolder, TilesMayHaveAnyWidth)
     EXPECT_EQ(back.at<unsigned char>(1, 1702), 2);
 }
 
-TEST_F(LargeImageFolder, TilesThatAreNotFullArePutSideBySideAllTheSame)
+TEST_F(LargeImageFolder, NarrowTilesAreJoinedSideBySide)
 {
     // Some of them are together as wide as if all were full.
     for (std::vector<int> const& widths : {std::vector{1000, 999, 1000, 1000},
@@ -171,7 +171,7 @@ TEST_F(LargeImageFolder, NarrowTilesNeedNoMemoryForFullOnes)
     EXPECT_TRUE(sameImage(readImage(place()), expected));
 }
 
-TEST_F(LargeImageFolder, TilesThatDoNotMatchSaySoAlsoWhereFullOnesWouldNeedTooMuchMemory)
+TEST_F(LargeImageFolder, TilesThatDoNotMatchAreReportedBeforeMemoryRunsOut)
 {
     writeTile("0.png", makeImage(1, 2));
     writeTile("1.png", makeImage(50, 2));
@@ -195,14 +195,14 @@ TEST_F(LargeImageFolder, ReadingWithoutATileDoesNotFindAnySubImage)
     EXPECT_THAT(Models::the().logMessages(), IsEmpty());
 }
 
-TEST_F(LargeImageFolder, AnUndecodableTileBesideGoodOnesDoesNotMatch)
+TEST_F(LargeImageFolder, UndecodableTileAmongOthersDoesNotMatch)
 {
     serializeImage(makeImage(3, 2500), place());
     folder.write("pano/1.png", "not a picture");
     expectInternal(failureOf([&] { (void)readImage(place()); }), "Img dimensions mismatch.", readName);
 }
 
-TEST_F(LargeImageFolder, AnUndecodableTileAloneGivesAnEmptyPicture)
+TEST_F(LargeImageFolder, SingleUndecodableTileGivesAnEmptyPicture)
 {
     std::filesystem::create_directory(folder.file("pano"));
     folder.write("pano/0.png", "not a picture");
@@ -212,7 +212,7 @@ TEST_F(LargeImageFolder, AnUndecodableTileAloneGivesAnEmptyPicture)
     EXPECT_EQ(back.type(), 0);
 }
 
-TEST_F(LargeImageFolder, UndecodableTilesAloneGiveAnEmptyPicture)
+TEST_F(LargeImageFolder, OnlyUndecodableTilesGiveAnEmptyPicture)
 {
     std::filesystem::create_directory(folder.file("pano"));
     folder.write("pano/0.png", "not a picture");
@@ -220,7 +220,7 @@ TEST_F(LargeImageFolder, UndecodableTilesAloneGiveAnEmptyPicture)
     EXPECT_TRUE(readImage(place()).empty());
 }
 
-TEST_F(LargeImageFolder, APictureThatBreaksOffIsAsUndecodableAsWhatIsNoPicture)
+TEST_F(LargeImageFolder, TruncatedTileIsUndecodable)
 {
     std::filesystem::create_directory(folder.file("pano"));
     folder.write("pano/0.png",
@@ -234,7 +234,7 @@ TEST_F(LargeImageFolder, APictureThatBreaksOffIsAsUndecodableAsWhatIsNoPicture)
     EXPECT_TRUE(readImage(place()).empty());
 }
 
-TEST_F(LargeImageFolder, ATileThatLiesAboutItsSizeCostsNothingAndGivesAnEmptyPicture)
+TEST_F(LargeImageFolder, TileWithAFalseSizeTakesNoMemoryAndGivesAnEmptyPicture)
 {
     std::filesystem::create_directory(folder.file("pano"));
     folder.write("pano/0.png", pngHeader(30000, 30000)); // 2.7 GB of pixels that are not there

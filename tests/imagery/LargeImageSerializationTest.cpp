@@ -24,7 +24,7 @@ using testing::IsEmpty;
 class LargeImageSerialization : public support::TiledPictures
 {};
 
-TEST_F(LargeImageSerialization, KeepsAPictureAsTilesInTheFolderNamedForTheFile)
+TEST_F(LargeImageSerialization, WritesTilesIntoTheFolderNamedAfterTheFile)
 {
     cv::Mat const image = makeImage(3, 2500);
     serializeImage(image, place());
@@ -45,7 +45,7 @@ TEST_F(LargeImageSerialization, NumbersTilesInDecimalWithoutPadding)
     EXPECT_NE(std::find(names.begin(), names.end(), "9.png"), names.end());
 }
 
-TEST_F(LargeImageSerialization, TheFileItselfIsNeitherMadeNorRead)
+TEST_F(LargeImageSerialization, FileItselfIsNeitherCreatedNorRead)
 {
     folder.write("pano.png", "not a picture");
     cv::Mat const image = makeImage(2, 5);
@@ -69,14 +69,14 @@ TEST_F(LargeImageSerialization, TakesTheNameOfTheFolderFromAllBeforeTheLastPoint
     EXPECT_THAT(folder.names(), ElementsAre("pano.left"));
 }
 
-TEST_F(LargeImageSerialization, MakesTheDirectoriesThatAreMissing)
+TEST_F(LargeImageSerialization, CreatesMissingDirectories)
 {
     cv::Mat const image = makeImage(2, 3);
     serializeImage(image, place("a/b/pano.png"));
     EXPECT_TRUE(sameImage(readImage(place("a/b/pano.png")), image));
 }
 
-TEST_F(LargeImageSerialization, PlacesMayHaveNamesInAnyLanguageAndBlanks)
+TEST_F(LargeImageSerialization, PathsMayContainNonAsciiCharactersAndSpaces)
 {
     cv::Mat const image = makeImage(2, 1500);
     for (char const* name : {"my walk/the pano.png", "прогулка/панорама.png", "散歩/全景 ä.png"}) {
@@ -85,7 +85,7 @@ TEST_F(LargeImageSerialization, PlacesMayHaveNamesInAnyLanguageAndBlanks)
     }
 }
 
-TEST_F(LargeImageSerialization, KeepsAViewIntoALargerPicture)
+TEST_F(LargeImageSerialization, WritesAViewIntoALargerPicture)
 {
     cv::Mat const whole = makeImage(10, 3000);
     cv::Mat const view = whole(cv::Rect(7, 2, 2100, 5));

@@ -15,7 +15,7 @@ using oV::Roamscan::SampleMap;
 using oV::Roamscan::SensorData;
 using namespace support;
 
-TEST(Merge, StoresThatDifferInPosesAppliedAreABrokenContract)
+TEST(Merge, StoresThatDifferInPosesAppliedThrow)
 {
     SensorData a = oneSampleOfEachKind(1.0);
     SensorData b = oneSampleOfEachKind(2.0);
@@ -44,7 +44,7 @@ TEST(Merge, OfRotatedStoresStaysRotated)
     EXPECT_EQ(a.imuData.at("imu").size(), 2U);
 }
 
-TEST(Merge, TakesEveryKindOver)
+TEST(Merge, CopiesEveryKind)
 {
     SensorData a;
     SensorData const b = oneSampleOfEachKind(1.0);
@@ -72,7 +72,7 @@ TEST(Merge, WithItselfChangesNothing)
     EXPECT_EQ(a.sensorPoses, before.sensorPoses);
 }
 
-TEST(Merge, AtOneTickTheReceiversRecordStaysAndNewTicksShareTheOthers)
+TEST(Merge, AtOneTickTheReceiversRecordIsKeptAndNewTicksShareRecords)
 {
     SensorData a;
     SensorData b;
@@ -86,7 +86,7 @@ TEST(Merge, AtOneTickTheReceiversRecordStaysAndNewTicksShareTheOthers)
     EXPECT_EQ(a.imuData["imu"][2], b.imuData["imu"][2]);
 }
 
-TEST(Merge, TheReceiversPoseStays)
+TEST(Merge, ReceiversPoseIsKept)
 {
     SensorData a;
     SensorData b;
@@ -98,7 +98,7 @@ TEST(Merge, TheReceiversPoseStays)
     EXPECT_EQ(a.sensorPoses.at("lid").translation.x, 3);
 }
 
-TEST(Merge, ASensorWithoutSamplesArrivesAsAnEmptySensor)
+TEST(Merge, SensorWithoutSamplesIsAddedAsAnEmptySensor)
 {
     SensorData a;
     SensorData b;
@@ -112,7 +112,7 @@ TEST(Merge, ASensorWithoutSamplesArrivesAsAnEmptySensor)
     EXPECT_EQ(a.imuData["imu"].size(), 1U);
 }
 
-TEST(Merge, LeavesTheOtherStoreAlone)
+TEST(Merge, DoesNotChangeTheOtherStore)
 {
     SensorData a;
     a.imuData["imu"][1] = imuSample(0, {});
@@ -175,7 +175,7 @@ TEST(Merge, JoinsTheSamplesOfASensorInEveryKind)
                  later.scanningStatusData.at("status"));
 }
 
-TEST(Merge, ThatIsRefusedLeavesEverythingInEitherDirection)
+TEST(Merge, ThatIsRefusedChangesNeitherStore)
 {
     for (bool const rotated : {false, true}) {
         SensorData a = oneSampleOfEachKind(1.0);

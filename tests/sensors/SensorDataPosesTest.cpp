@@ -138,7 +138,7 @@ TEST(ApplyPoses, OnlyTheFirstMemberThatHasTheNameIsRotated)
     EXPECT_TRUE(rotated(data.secondRangefinderData, before.secondRangefinderData, "in the second"));
 }
 
-TEST(ApplyPoses, ANameWithoutSamplesStillStandsInTheWayOfTheMembersAfterIt)
+TEST(ApplyPoses, NameWithoutSamplesStillHidesTheMembersAfterIt)
 {
     SensorData data;
     data.imuData["same"];
@@ -149,7 +149,7 @@ TEST(ApplyPoses, ANameWithoutSamplesStillStandsInTheWayOfTheMembersAfterIt)
     EXPECT_EQ(data.rangefinderData["same"].begin()->second, record);
 }
 
-TEST(ApplyPoses, APoseOfAnUnknownSensorIsNoFailure)
+TEST(ApplyPoses, PoseOfAnUnknownSensorIsIgnored)
 {
     SensorData data;
     data.sensorPoses["nobody"] = quarterTurn();
@@ -159,7 +159,7 @@ TEST(ApplyPoses, APoseOfAnUnknownSensorIsNoFailure)
     EXPECT_EQ(data.sensorPoses.size(), 1U);
 }
 
-TEST(ApplyPoses, ASensorWithoutPoseStaysAsItIs)
+TEST(ApplyPoses, SensorWithoutPoseIsUnchanged)
 {
     SensorData data = oneSampleOfEachKind(1.0);
     auto const record = data.rangefinderData["lid"].begin()->second;
@@ -181,7 +181,7 @@ TEST(ApplyPoses, AbsolutePosesAndScanningStatusAreNeverRotated)
               before.scanningStatusData.at("status").begin()->second);
 }
 
-TEST(ApplyPoses, AQuaternionOffUnitLengthScalesPointsButNotInertialReadings)
+TEST(ApplyPoses, NonUnitQuaternionScalesPointsButNotInertialReadings)
 {
     SensorData data;
     store(data.rangefinderData["lid"], rangeSample(1.0, {}, onePoint));
@@ -261,7 +261,7 @@ TEST(ApplyPoses, ManySensorsAreRotatedAtOnce)
     EXPECT_EQ(before.imuData.at("sensor 0").at(0)->getLinearAcceleration(), (Vector{1, 0, 0}));
 }
 
-TEST(ApplyPoses, TheInertialRotationIsTheNearestToTheMatrixOfTheQuaternionAsItStands)
+TEST(ApplyPoses, InertialRotationIsTheNearestToTheUnnormalisedQuaternionsMatrix)
 {
     // Of x = 0, y = 0, z = 2, w = 2 the matrix has the columns (-7, 8) and (-8, -7). Brought to unit length
     // first, the quaternion would give a quarter turn.

@@ -156,7 +156,7 @@ TEST(SensorData, OneNameMayStandInSeveralFields)
     EXPECT_EQ(data.createTimedData()->at(100000000).rangefinderData.size(), 1U);
 }
 
-TEST(SensorData, ItsFieldsAndThoseOfATimedEntryStandInTheFixedOrder)
+TEST(SensorData, FieldsHaveTheFixedOrder)
 {
     SensorData data;
     auto& [imu, absolute, range, secondRange, status, poses, applied] = data;

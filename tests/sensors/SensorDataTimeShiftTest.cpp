@@ -90,7 +90,7 @@ TEST(ModifyTime, PosesAndTheirFlagStay)
     EXPECT_TRUE(data.posesApplied);
 }
 
-TEST(ModifyTime, KeyAndTimeStampMoveApartWhereTheyWereApart)
+TEST(ModifyTime, KeyAndTimeStampAreMappedIndependently)
 {
     SensorData data;
     data.imuData["imu"][5] = imuSample(1.0, {});
@@ -121,7 +121,7 @@ TEST(ModifyTime, SensorsWithoutSamplesVanish)
     EXPECT_TRUE(data.absolutePoseData.empty() && data.scanningStatusData.empty());
 }
 
-TEST(ModifyTime, OfSamplesThatMeetTheOneWithTheGreatestOldKeyStays)
+TEST(ModifyTime, OfSamplesAtOneNewTickTheOneWithTheGreatestOldKeyIsKept)
 {
     SensorData data;
     for (int i = 0; i < 3000; ++i) {
@@ -135,7 +135,7 @@ TEST(ModifyTime, OfSamplesThatMeetTheOneWithTheGreatestOldKeyStays)
     }
 }
 
-TEST(ModifyTime, AFunctionThatTurnsTimeRoundSortsTheSamplesAnew)
+TEST(ModifyTime, FunctionThatReversesTimeReordersTheSamples)
 {
     SensorData data;
     for (int i = 0; i < 10; ++i) {
@@ -156,7 +156,7 @@ TEST(ModifyTime, AnEmptyFunctionOnAStoreWithoutSamplesDoesNothing)
     EXPECT_TRUE(data.imuData.empty());
 }
 
-TEST(ModifyTime, AnEmptyFunctionFailsAtTheFirstSample)
+TEST(ModifyTime, EmptyFunctionThrowsAtTheFirstSample)
 {
     SensorData data;
     data.imuData["empty"];
@@ -168,7 +168,7 @@ TEST(ModifyTime, AnEmptyFunctionFailsAtTheFirstSample)
     EXPECT_TRUE(data.absolutePoseData.contains("empty")) << "what comes after is as before";
 }
 
-TEST(ModifyTime, AFunctionThatThrowsLeavesItsMemberAndThoseAfterItAsTheyWere)
+TEST(ModifyTime, FunctionThatThrowsLeavesItsMemberAndLaterOnesUnchanged)
 {
     // The members come in the order imu, rangefinder, second rangefinder, absolute pose, scanning status.
     for (int failing = 0; failing < 5; ++failing) {

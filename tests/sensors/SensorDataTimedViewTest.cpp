@@ -17,7 +17,7 @@ namespace
 using oV::Roamscan::SensorData;
 using namespace support;
 
-TEST(TimedView, OfAnEmptyStoreIsAnEmptyMapBehindAValidPointer)
+TEST(TimedView, OfAnEmptyStoreIsAnEmptyMap)
 {
     auto const view = SensorData().createTimedData();
     ASSERT_NE(view, nullptr);
@@ -36,7 +36,7 @@ TEST(TimedView, SamplesOfTwoSensorsAtOneTickShareAnEntry)
     EXPECT_EQ(view->at(7).imuData.at("b"), data.imuData["b"][7]);
 }
 
-TEST(TimedView, SamplesOfTwoKindsAtOneTickStandInTheirOwnMaps)
+TEST(TimedView, SamplesOfTwoKindsAtOneTickAreInSeparateMaps)
 {
     SensorData data;
     data.imuData["a"][7] = imuSample(0, {});
@@ -48,7 +48,7 @@ TEST(TimedView, SamplesOfTwoKindsAtOneTickStandInTheirOwnMaps)
     EXPECT_TRUE(view->at(7).secondRangefinderData.empty());
 }
 
-TEST(TimedView, EveryKindGoesToItsOwnMapAndTheTwoRangeSetsStayApart)
+TEST(TimedView, EveryKindHasItsOwnMapIncludingTheTwoRangeSets)
 {
     SensorData data = oneSampleOfEachKind(1.0);
     data.secondRangefinderData["lid"][100000000] = rangeSample(1.0, {}, {});
@@ -65,7 +65,7 @@ TEST(TimedView, EveryKindGoesToItsOwnMapAndTheTwoRangeSetsStayApart)
     EXPECT_EQ(entry.rangefinderData.size(), 1U);
 }
 
-TEST(TimedView, SamplesOneTickApartStandInEntriesOfTheirOwn)
+TEST(TimedView, SamplesOneTickApartAreInSeparateEntries)
 {
     SensorData data;
     data.imuData["a"][7] = imuSample(0, {});
@@ -73,7 +73,7 @@ TEST(TimedView, SamplesOneTickApartStandInEntriesOfTheirOwn)
     EXPECT_EQ(data.createTimedData()->size(), 2U);
 }
 
-TEST(TimedView, ASensorWithoutSamplesLeavesNoTrace)
+TEST(TimedView, SensorWithoutSamplesIsAbsent)
 {
     SensorData data;
     data.imuData["a"];
@@ -83,7 +83,7 @@ TEST(TimedView, ASensorWithoutSamplesLeavesNoTrace)
     EXPECT_FALSE(view->at(8).imuData.contains("a"));
 }
 
-TEST(TimedView, TakesTheKeysOfTheStoreAndNotTheTimesOfTheRecords)
+TEST(TimedView, UsesTheKeysOfTheStoreNotTheTimesOfTheRecords)
 {
     SensorData data;
     data.imuData["a"][-5] = imuSample(1.0, {});
@@ -144,7 +144,7 @@ TEST(TimedView, EachCallMakesANewOne)
     EXPECT_EQ(second->size(), 1U);
 }
 
-TEST(TimedView, PosesAndTheirFlagPlayNoPart)
+TEST(TimedView, PosesAndTheirFlagAreIgnored)
 {
     SensorData data = oneSampleOfEachKind(1.0);
     data.sensorPoses["nobody"] = {};

@@ -66,7 +66,7 @@ TEST(InterpolatedTrajectoryPathBuilder, RelativePosesCountFromTheLastWrite)
     EXPECT_EQ(xAt(trajectory, 1.25), 12.5);
 }
 
-TEST(InterpolatedTrajectoryPathBuilder, ARelativePoseOnAFreshBuilderCountsFromZeroAndLeavesNothingThere)
+TEST(InterpolatedTrajectoryPathBuilder, RelativePoseOnANewBuilderCountsFromZero)
 {
     auto const trajectory = InterpolatedTrajectoryPathBuilder().addPose(Duration(1.0), at(10)).build();
     EXPECT_EQ(trajectory.getStartTime(), TimeStamp(1.0));
@@ -128,7 +128,7 @@ void expectNoPoseToHold(InterpolatedTrajectoryPathBuilder& builder)
     }
 }
 
-TEST(InterpolatedTrajectoryPathBuilder, WaitingOnAFreshBuilderFailsAndChangesNothing)
+TEST(InterpolatedTrajectoryPathBuilder, WaitingOnANewBuilderThrowsAndChangesNothing)
 {
     InterpolatedTrajectoryPathBuilder builder;
     expectNoPoseToHold(builder);
@@ -137,7 +137,7 @@ TEST(InterpolatedTrajectoryPathBuilder, WaitingOnAFreshBuilderFailsAndChangesNot
     EXPECT_EQ(builder.build().getStopTime(), TimeStamp(1.0));
 }
 
-TEST(InterpolatedTrajectoryPathBuilder, WaitingOnAMovedFromBuilderFailsAndKeepsItsCurrentTime)
+TEST(InterpolatedTrajectoryPathBuilder, WaitingOnAMovedFromBuilderThrowsAndKeepsTheCurrentTime)
 {
     InterpolatedTrajectoryPathBuilder builder;
     builder.addPose(TimeStamp(3.0), at(3));
@@ -241,7 +241,7 @@ TEST(InterpolatedTrajectoryPathBuilder, KeepsTheFlagsOfPoses)
     EXPECT_FALSE(trajectory.sample(1.0).valid());
 }
 
-TEST(InterpolatedTrajectoryPathBuilder, LaterWritesDoNotReachABuiltTrajectory)
+TEST(InterpolatedTrajectoryPathBuilder, LaterWritesDoNotChangeABuiltTrajectory)
 {
     InterpolatedTrajectoryPathBuilder builder;
     builder.addPose(TimeStamp(1.0), at(1));
@@ -273,7 +273,7 @@ TEST(InterpolatedTrajectoryPathBuilder, BuildsWithoutAccelerations)
         InterpolatedTrajectoryPathBuilder().addPose(TimeStamp(1), at(1)).build().hasGlobalAccelerations());
 }
 
-TEST(InterpolatedTrajectoryPathBuilder, ZeroAndMinusZeroAreOneTimeThatKeepsTheSignItCameWithFirst)
+TEST(InterpolatedTrajectoryPathBuilder, ZeroAndMinusZeroAreOneTimeWithTheSignOfTheFirst)
 {
     auto const trajectory = InterpolatedTrajectoryPathBuilder()
                                 .addPose(TimeStamp(-0.0), at(1))
@@ -284,7 +284,7 @@ TEST(InterpolatedTrajectoryPathBuilder, ZeroAndMinusZeroAreOneTimeThatKeepsTheSi
     EXPECT_EQ(xAt(trajectory, 0.0), 3);
 }
 
-TEST(InterpolatedTrajectoryPathBuilder, APoseAtNaNIsNotKeptAndLeavesNothingToHold)
+TEST(InterpolatedTrajectoryPathBuilder, PoseAtNaNIsDroppedAndCannotBeHeld)
 {
     InterpolatedTrajectoryPathBuilder builder;
     builder.addPose(TimeStamp(1.0), at(1)).addPose(TimeStamp(nan), at(2));
@@ -297,7 +297,7 @@ TEST(InterpolatedTrajectoryPathBuilder, APoseAtNaNIsNotKeptAndLeavesNothingToHol
     EXPECT_EQ(xAt(trajectory, 2.5), 4);
 }
 
-TEST(InterpolatedTrajectoryPathBuilder, RandomScriptsGiveTheTableOfAnOrderedMap)
+TEST(InterpolatedTrajectoryPathBuilder, RandomCallsGiveTheTableOfAnOrderedMap)
 {
     support::RandomPoses random(40);
     for (int round = 0; round < 100; ++round) {
@@ -336,7 +336,7 @@ TEST(InterpolatedTrajectoryPathBuilder, RandomScriptsGiveTheTableOfAnOrderedMap)
     }
 }
 
-TEST(InterpolatedTrajectoryPathBuilder, WritingTheSameFewTimesOverAndOverStaysRight)
+TEST(InterpolatedTrajectoryPathBuilder, RepeatedWritesOfTheSameTimesGiveTheLastPoses)
 {
     // More writes than the builder keeps unsorted.
     InterpolatedTrajectoryPathBuilder builder;

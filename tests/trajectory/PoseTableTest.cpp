@@ -65,7 +65,7 @@ TEST(PoseTable, TheFirstKeyGivesTheFirstPose)
     EXPECT_EQ(fromOneToTwo().sample(1.0).translation().x(), 10);
 }
 
-TEST(PoseTable, HalfWayBetweenTwoKeysLiesTheMidpoint)
+TEST(PoseTable, HalfWayBetweenTwoKeysIsTheMidpoint)
 {
     EXPECT_EQ(fromOneToTwo().sample(1.5).translation().x(), 15);
 }
@@ -88,7 +88,7 @@ TEST(PoseTable, TimePastTheToleranceIsPastTheEnd)
     EXPECT_EQ(failureAt(fromOneToTwo(), 3.0), "Time point past the trajectory end");
 }
 
-TEST(PoseTable, FarPastTheEndIsPastTheEndWhereverAnIntegerWouldWrap)
+TEST(PoseTable, FarPastTheEndIsOutsideEvenWhereAnIntegerWouldOverflow)
 {
     for (double const past : {42949.67296, 21474.83648, 42949672.96, 1e15, 1e300, infinity}) {
         EXPECT_EQ(failureAt(fromOneToTwo(), 2.0 + past), "Time point past the trajectory end");
@@ -117,7 +117,7 @@ TEST(PoseTable, NaNCountsAsBeforeTheFirstKey)
     EXPECT_EQ(failureAt(fromOneToTwo(), nan), "Time point before the trajectory begin");
 }
 
-TEST(PoseTable, WithoutPosesEveryTimeFailsAsEmpty)
+TEST(PoseTable, WithoutPosesEveryTimeThrows)
 {
     Trajectory const trajectory = InterpolatedTrajectoryPathBuilder().build();
     for (double const time : {0.0, 1.0, -1.0, nan}) {
@@ -125,7 +125,7 @@ TEST(PoseTable, WithoutPosesEveryTimeFailsAsEmpty)
     }
 }
 
-TEST(PoseTable, AnInteriorHitInterpolatesAndIsValidAlthoughTheStoredPoseIsNot)
+TEST(PoseTable, TimeAtAnInteriorKeyIsValidEvenIfTheStoredPoseIsNot)
 {
     Trajectory const trajectory = InterpolatedTrajectoryPathBuilder()
                                       .addPose(TimeStamp(1.0), at(10, false))
@@ -137,7 +137,7 @@ TEST(PoseTable, AnInteriorHitInterpolatesAndIsValidAlthoughTheStoredPoseIsNot)
     EXPECT_EQ(trajectory.sample(2.0).translation().x(), 20);
 }
 
-TEST(PoseTable, AnInteriorHitIsTheFormulaAtZeroAndNotACopy)
+TEST(PoseTable, TimeAtAnInteriorKeyIsInterpolatedWithFractionZero)
 {
     // At the fraction 0 an infinite neighbour still gives NaN: infinity * 0.
     Trajectory const trajectory = InterpolatedTrajectoryPathBuilder()
@@ -147,7 +147,7 @@ TEST(PoseTable, AnInteriorHitIsTheFormulaAtZeroAndNotACopy)
     EXPECT_TRUE(std::isnan(trajectory.sample(1.0).translation().x()));
 }
 
-TEST(PoseTable, TheLastHitIsTheStoredPoseWithItsFlag)
+TEST(PoseTable, TimeAtTheLastKeyIsTheStoredPoseWithItsFlag)
 {
     Trajectory const trajectory = InterpolatedTrajectoryPathBuilder()
                                       .addPose(TimeStamp(1.0), at(10))
@@ -176,7 +176,7 @@ TEST(PoseTable, SampleOrHasNoToleranceWhereSampleHas)
     EXPECT_EQ(trajectory.sample_or(TimeStamp(2.0), at(-1)).translation().x(), 20);
 }
 
-TEST(PoseTable, ACopyOutlivesItsOriginalAndSharesNothing)
+TEST(PoseTable, CopyIsIndependentOfTheOriginal)
 {
     std::optional<Trajectory> original = fromOneToTwo();
     Trajectory const copy(*original);

@@ -83,19 +83,19 @@ TEST(SampledTrajectory, EachNodeHoldsThePoseOfItsTimeAndDefaultPayload)
     }
 }
 
-TEST(SampledTrajectory, CountRoundsDownAndTheWalkStopsShort)
+TEST(SampledTrajectory, CountRoundsDownAndTheLastPositionIsBeforeTheStop)
 {
     Trajectory const trajectory = clock(0.0, 1.0);
     EXPECT_EQ(timesOf(trajectory.sampled(Duration(0.3))), (std::vector<double>{0.0, 0.3, 0.6, 3 * 0.3}));
 }
 
-TEST(SampledTrajectory, CountRoundsUpAndThePositionPastTheStopRepeatsTheNodeBefore)
+TEST(SampledTrajectory, CountRoundsUpAndThePositionAfterTheStopRepeatsTheNode)
 {
     Trajectory const trajectory = clock(0.0, 1.0);
     EXPECT_EQ(timesOf(trajectory.sampled(Duration(0.4))), (std::vector<double>{0.0, 0.4, 0.8, 0.8}));
 }
 
-TEST(SampledTrajectory, ABeginningOutsideShowsTheInitialNodeUntilTheTimeEntersTheInterval)
+TEST(SampledTrajectory, StartOutsideGivesDefaultNodesUntilTheIntervalBegins)
 {
     Trajectory const trajectory = clock(0.0, 10.0);
     auto const range = trajectory.sampled_over(TimeStamp(-1.0), TimeStamp(1.0), Duration(1.0));
@@ -110,7 +110,7 @@ TEST(SampledTrajectory, ABeginningOutsideShowsTheInitialNodeUntilTheTimeEntersTh
     EXPECT_EQ(position->pose.translation().x(), 1.0);
 }
 
-TEST(SampledTrajectory, TheIntervalOfTheTrajectoryCountsAndNotTheRanges)
+TEST(SampledTrajectory, IntervalOfTheTrajectoryDecidesNotThatOfTheRange)
 {
     Trajectory const trajectory = clock(2.0, 3.0);
     EXPECT_EQ(timesOf(trajectory.sampled_over(TimeStamp(0), TimeStamp(5), Duration(1))),
@@ -132,7 +132,7 @@ TEST(SampledTrajectory, TimesAreIndexTimesStepPlusStart)
     EXPECT_TRUE(differs) << "adding the step up would have done";
 }
 
-TEST(SampledTrajectory, EveryPositionEvaluatesThePoseFunctionOnceTheEndIncluded)
+TEST(SampledTrajectory, EveryPositionIncludingTheEndEvaluatesThePoseFunctionOnce)
 {
     int calls = 0;
     Trajectory const trajectory = clock(0.0, 10.0, &calls);
@@ -158,7 +158,7 @@ TEST(SampledTrajectory, AnEndOutsideTheTrajectoryEvaluatesNothing)
     EXPECT_EQ(calls, 0);
 }
 
-TEST(SampledTrajectory, IteratorsCompareByIndexAlone)
+TEST(SampledTrajectory, IteratorsCompareByIndexOnly)
 {
     Trajectory const one = clock(0.0, 10.0);
     Trajectory const other = clock(5.0, 7.0);
@@ -197,7 +197,7 @@ TEST(SampledTrajectory, CopiesKeepTheirNodeWithoutEvaluatingAgain)
     EXPECT_EQ(assigned->time, 3.0);
 }
 
-TEST(SampledTrajectory, AnIndexBeyondTheSignedRangeIsReadAsUnsigned)
+TEST(SampledTrajectory, IndexBeyondTheSignedRangeIsUnsigned)
 {
     std::uint64_t const index = std::uint64_t{1} << 63;
     Trajectory const trajectory = clock(0.0, 1e19);
@@ -225,13 +225,13 @@ TEST(SampledTrajectory, StepsOfZeroAndBelowAreNotChecked)
     EXPECT_NO_THROW((void)trajectory.sampled(Duration(0.0)).begin());
 }
 
-TEST(SampledTrajectory, WithoutAPoseFunctionTheFirstPositionInsideFails)
+TEST(SampledTrajectory, WithoutAPoseFunctionTheFirstPositionInsideThrows)
 {
     Trajectory const trajectory;
     EXPECT_THROW((void)trajectory.sampled(Duration(1)).begin(), std::bad_function_call);
 }
 
-TEST(SampledTrajectory, WhatThePoseFunctionThrowsPassesThroughTheIncrement)
+TEST(SampledTrajectory, ExceptionsOfThePoseFunctionPassThroughTheIncrement)
 {
     // An interval wider than the table behind it.
     auto const table =

@@ -17,7 +17,7 @@ using oV::Roamscan::Duration;
 using oV::Roamscan::InterpolatedTrajectoryPathBuilder;
 using oV::Roamscan::Trajectory;
 
-TEST(TrajectoryConcurrency, ManyThreadsSampleWalkAndCopyOneTrajectory)
+TEST(TrajectoryConcurrency, ManyThreadsSampleIterateAndCopyOneTrajectory)
 {
     support::RandomPoses random(30);
     InterpolatedTrajectoryPathBuilder builder;

@@ -64,7 +64,7 @@ TEST(TrajectoryFromNodes, DescendingAndShuffledNodesGiveTheSameTrajectory)
     expectSameTrajectory(ascending, buildTrajectoryFromTrajectoryNodes(nodes));
 }
 
-TEST(TrajectoryFromNodes, OfTwoNodesAtOneTimeTheLaterInTheVectorDecides)
+TEST(TrajectoryFromNodes, OfTwoNodesAtOneTimeTheLaterInTheVectorIsUsed)
 {
     auto const at = [](double time, double x) {
         return TrajectoryNode(time, TrafoT<double>::Translation(Eigen::Vector3d(x, 0, 0)));
@@ -77,7 +77,7 @@ TEST(TrajectoryFromNodes, OfTwoNodesAtOneTimeTheLaterInTheVectorDecides)
     EXPECT_EQ(middle({at(2, 0), at(1, 20), at(1, 10), at(0, 0)}), 10);
 }
 
-TEST(TrajectoryFromNodes, TransformsStandOnEitherSideOfThePose)
+TEST(TrajectoryFromNodes, TransformsMultiplyFromLeftAndRight)
 {
     support::RandomPoses random(52);
     auto const pose = random.pose();
@@ -91,7 +91,7 @@ TEST(TrajectoryFromNodes, TransformsStandOnEitherSideOfThePose)
     EXPECT_FALSE(trajectory.sample(3.0) == (right * pose) * left);
 }
 
-TEST(TrajectoryFromNodes, TheInnerProductIsFormedFirst)
+TEST(TrajectoryFromNodes, LeftTransformIsMultipliedFirst)
 {
     // Over random poses the two ways of bracketing differ in the last bits somewhere.
     support::RandomPoses random(53);
@@ -117,7 +117,7 @@ TEST(TrajectoryFromNodes, WithoutTransformsTheProductsWithTheIdentityAreStillCom
     EXPECT_TRUE(sameBits(result, (TrafoT<double>() * pose) * TrafoT<double>()));
 }
 
-TEST(TrajectoryFromNodes, AnInvalidPoseEntersAsItIs)
+TEST(TrajectoryFromNodes, InvalidPoseIsKept)
 {
     TrajectoryNode const good(0.0);
     TrajectoryNode const bad(1.0, TrafoT<double>::Invalid());

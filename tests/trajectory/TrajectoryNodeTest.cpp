@@ -71,7 +71,7 @@ TEST(TrajectoryNode, ArgumentsReachTheirFields)
     EXPECT_FALSE(node.flag);
 }
 
-TEST(TrajectoryNode, ThePoseStandsBeforeTheTimeInTheFields)
+TEST(TrajectoryNode, PoseFieldPrecedesTimeField)
 {
     TrajectoryNode const node;
     auto const offsetOf = [&node](auto const& field) {

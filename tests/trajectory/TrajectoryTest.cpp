@@ -58,7 +58,7 @@ TEST(Trajectory, DefaultConstructedSpansZeroToZeroAndHasNoPose)
     EXPECT_THROW((void)trajectory.sample(int64{0}), std::bad_function_call);
 }
 
-TEST(Trajectory, DefaultConstructedSampleOrAsksTheFunctionOnlyInside)
+TEST(Trajectory, DefaultConstructedSampleOrCallsTheFunctionOnlyInside)
 {
     Trajectory const trajectory;
     EXPECT_TRUE(sameBits(trajectory.sample_or(TimeStamp(1.0), at(5)), at(5)));
@@ -139,7 +139,7 @@ TEST(Trajectory, IsEmptyWhenAnEndIsNaN)
     EXPECT_TRUE(clock(nan, nan).empty());
 }
 
-TEST(Trajectory, SampleAsksTheFunctionForAnyTimeWhatever)
+TEST(Trajectory, SampleCallsTheFunctionForAnyTime)
 {
     Trajectory const trajectory = clock(1.0, 2.0);
     EXPECT_EQ(trajectory.sample(-100.0).translation().x(), -100.0);
@@ -152,7 +152,7 @@ TEST(Trajectory, SampleConvertsIntegerTimeByMultiplication)
     EXPECT_EQ(clock(0, 1).sample(int64{3}).translation().x(), 3.0 * 1e-8);
 }
 
-TEST(Trajectory, WhatThePoseFunctionThrowsPassesThrough)
+TEST(Trajectory, ExceptionsOfThePoseFunctionPassThrough)
 {
     Trajectory const trajectory(
         TimeStamp(0), TimeStamp(1), [](double) -> TrafoT<double> { throw std::logic_error("broken"); });
@@ -161,7 +161,7 @@ TEST(Trajectory, WhatThePoseFunctionThrowsPassesThrough)
     EXPECT_NO_THROW((void)trajectory.sample_or(TimeStamp(2.0), at(0)));
 }
 
-TEST(Trajectory, SampleOrGivesTheFallbackUntouchedOutside)
+TEST(Trajectory, SampleOrGivesTheFallbackOutside)
 {
     Trajectory const trajectory = clock(1.0, 2.0);
     TrafoT<double> const fallback(Eigen::Vector3d(-0.0, 2, 3), Eigen::Quaterniond(4, 5, 6, 7), false);
@@ -191,7 +191,7 @@ TEST(Trajectory, ConstructorsCallNeitherFunction)
     EXPECT_EQ(calls, 2);
 }
 
-TEST(Trajectory, WithoutAccelerationsAskingForOneIsABrokenContract)
+TEST(Trajectory, WithoutAccelerationsSamplingOneThrows)
 {
     Trajectory const trajectory = clock(0.0, 1.0);
     EXPECT_FALSE(trajectory.hasGlobalAccelerations());
@@ -268,7 +268,7 @@ TEST(Trajectory, CopiesCloneBothFunctions)
     EXPECT_EQ(assigned.getStopTime(), TimeStamp(2));
 }
 
-TEST(Trajectory, MovesHandTheFunctionsOver)
+TEST(Trajectory, MovesTransferTheFunctions)
 {
     Trajectory source = clock(1.0, 2.0);
     Trajectory const moved(std::move(source));

@@ -137,7 +137,7 @@ TEST(TrajectoryData, DerivesTheTrajectoryOfOneDeviceAsFromItToItself)
     }
 }
 
-TEST(TrajectoryData, TheDevicePositionsOfAnyKeyServe)
+TEST(TrajectoryData, DevicePositionsOfAnyKeyAreUsed)
 {
     TrajectoryData store = smallStore();
     store.devicePositions[Device::DeviceUnknown] = at(3);
@@ -162,28 +162,28 @@ void expectMissing(auto const& build, wchar_t const* message)
 constexpr wchar_t const* noFrom = L"Cannot build trajectory without from device position.";
 constexpr wchar_t const* noTo = L"Cannot build trajectory without to device position.";
 
-TEST(TrajectoryData, AMissingFromPositionIsABrokenContract)
+TEST(TrajectoryData, MissingFromPositionThrows)
 {
     auto const store = smallStore();
     expectMissing([&] { return store.buildTrajectoryFromTrajectoryNodes(Device::Device0, Device::Device1); },
                   noFrom);
 }
 
-TEST(TrajectoryData, AMissingToPositionIsABrokenContract)
+TEST(TrajectoryData, MissingToPositionThrows)
 {
     auto const store = smallStore();
     expectMissing([&] { return store.buildTrajectoryFromTrajectoryNodes(Device::Device1, Device::Device0); },
                   noTo);
 }
 
-TEST(TrajectoryData, WithBothPositionsMissingTheFromMessageIsSeen)
+TEST(TrajectoryData, WithBothPositionsMissingFromIsReported)
 {
     auto const store = smallStore();
     expectMissing([&] { return store.buildTrajectoryFromTrajectoryNodes(Device::Device0, Device::Device2); },
                   noFrom);
 }
 
-TEST(TrajectoryData, TheSingleDeviceFormReportsItsDeviceAsTheMissingTarget)
+TEST(TrajectoryData, SingleDeviceFormReportsTheMissingTarget)
 {
     auto const store = smallStore();
     expectMissing([&] { return store.buildTrajectoryFromTrajectoryNodes(Device::Device0); }, noTo);
