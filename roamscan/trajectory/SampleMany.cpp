@@ -21,7 +21,7 @@ namespace
 using Bv_1_1::Vec3d;
 using detail::PoseState;
 
-// Points of one task: enough that handing it out costs nothing beside the work.
+// Points of one task: enough to make the overhead of scheduling it negligible.
 constexpr std::size_t pointsOfOneTask = 16384;
 
 void requireSameSize(bool same)

@@ -38,7 +38,7 @@ bool startIsLess(TimeWindow const& a, TimeWindow const& b)
     return a.start < b.start;
 }
 
-// Sections with the same start may stand in either order.
+// Sections with the same start may have either order.
 Windows inOneOrder(Windows windows)
 {
     std::sort(windows.begin(), windows.end(), [](TimeWindow const& a, TimeWindow const& b) {

@@ -1,5 +1,5 @@
 /// @file
-/// Plane targets from a normal: which axis is picked, and the frame that comes of it.
+/// Plane targets from a normal: which axis is chosen, and the resulting rotation.
 
 #include "tests/support/PlaneTargets.h"
 #include "tests/support/RandomPoses.h"

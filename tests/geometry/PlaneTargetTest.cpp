@@ -89,7 +89,7 @@ TEST(PlaneTarget, EachValueIsSetAndGot)
     target.minAxisLength(6);
     EXPECT_EQ(target.id(), 7);
     EXPECT_EQ(target.position(), Vector(1, 2, 3));
-    EXPECT_EQ(target.rotation().coeffs(), Quaternion(1, 2, 3, 4).coeffs()); // as it is, not normalised
+    EXPECT_EQ(target.rotation().coeffs(), Quaternion(1, 2, 3, 4).coeffs()); // not normalised
     EXPECT_EQ(target.majAxisLength(), 5);
     EXPECT_EQ(target.minAxisLength(), 6);
 }

@@ -16,7 +16,7 @@ using oV::Roamscan::TimeWindow;
 
 constexpr int64 lowest = std::numeric_limits<int64>::min();
 constexpr int64 unset = TimeWindow::unsetTime;
-constexpr int64 highest = unset - 1; // the last time that can be told
+constexpr int64 highest = unset - 1; // the last time that is not the marker
 
 // The value
 

@@ -90,7 +90,7 @@ TEST(ToleranceThresholds, ThetaIsTheAngleFromZ)
 
 TEST(ToleranceThresholds, SeesAPointInTheFrameOfThePose)
 {
-    // The scanner stands at (1, 0, 0) and looks along y: the point (1, 2, 0) lies ahead of it, on its x axis.
+    // The scanner is at (1, 0, 0) and looks along y: the point (1, 2, 0) lies ahead of it, on its x axis.
     double const half = std::numbers::sqrt2 / 2;
     TrafoT<double> const pose(Vector(1, 0, 0), Eigen::Quaternion<double>(half, 0, 0, half), true);
     ToleranceThresholds thresholds({pose}, {Vector(1, 2, 0), Vector(1, 3, 0)});
@@ -114,7 +114,7 @@ TEST(ToleranceThresholds, BoundsReachOverAllPoses)
 
 TEST(ToleranceThresholds, AzimuthIsNotUnwrappedAcrossPi)
 {
-    // Straight behind, seen once from the left and once from the right.
+    // On the negative x axis, seen from either side of it.
     Poses const poses = {TrafoT<double>::Translation({0, 0.1, 0}), TrafoT<double>::Translation({0, -0.1, 0})};
     ToleranceThresholds thresholds(poses, {Vector(-1, 0, 0), Vector(-1.003, 0, 0)});
     EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1), pi - 0.1, 0.001);

@@ -226,7 +226,7 @@ TEST(AnchorScanMetadata, ErrorInsideAPicturePassesThrough)
 
 TEST(AnchorScanMetadata, KeysOfMetadataAreReadInTheirOrder)
 {
-    // From the last key back, each bad one in turn is the first that is reported, whatever comes behind it.
+    // From the last key back, each bad one in turn is the first that is reported, whatever follows it.
     json j = metadataJson();
     j["panoramaPictures"] = 5;
     EXPECT_NE(failureOfReading<AnchorScanMetadata>(j).text.find("must be array"), std::string::npos);

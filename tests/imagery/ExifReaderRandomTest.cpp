@@ -1,5 +1,5 @@
 /// @file
-/// The reader beside a plain one that follows the format step by step, on damaged pictures.
+/// The reader against a naive one that follows the format step by step, on damaged pictures.
 
 #include "tests/support/JpegBytes.h"
 #include "tests/support/TemporaryFolder.h"
@@ -180,7 +180,7 @@ support::TiffEntry randomEntry(Random& random)
             static_cast<std::uint16_t>(below(random, 13))};
 }
 
-/// A picture, mostly sound; `most` bytes in a segment.
+/// A picture, mostly valid; `most` bytes in a segment.
 std::string randomPicture(Random& random, std::size_t most)
 {
     ByteOrder const order = below(random, 2) == 0 ? ByteOrder::Little : ByteOrder::Big;

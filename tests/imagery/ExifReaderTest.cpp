@@ -201,7 +201,7 @@ TEST(ExifReader, LengthsThatLeaveNoRoomForABlockAreRefused)
 
 TEST(ExifReader, BlockExtendsTwoBytesBeyondTheSegment)
 {
-    // The shortest sound block, with the directory on the header, has eight bytes.
+    // The shortest valid block, with the directory on the header, has eight bytes.
     std::string const block = exifName() + bytes({0x00, 0x01, 0x00, 0x2A, 0x00, 0x00, 0x00, 0x00});
     EXPECT_TRUE(read(startOfImage() + support::app1(14, block)).valid);
     EXPECT_TRUE(isDefault(read(startOfImage() + support::app1(13, block))));

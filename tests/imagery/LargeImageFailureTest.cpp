@@ -23,7 +23,7 @@ using oV::Roamscan::LargeImageSerialization::serializeImage;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// What is thrown and logged, and what threads may do.
+// Exceptions, log messages and threads.
 class LargeImageFailure : public support::TiledPictures
 {};
 

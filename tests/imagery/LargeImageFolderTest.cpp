@@ -24,11 +24,11 @@ using oV::Roamscan::LargeImageSerialization::readImage;
 using oV::Roamscan::LargeImageSerialization::serializeImage;
 using testing::IsEmpty;
 
-// What is made of a folder, whatever is in it.
+// Reading folders with unusual contents.
 class LargeImageFolder : public support::TiledPictures
 {};
 
-// A PNG file of nothing but a header, which tells a size without any pixels behind it.
+// A PNG file that consists of a header only: it declares a size but has no pixels.
 std::string pngHeader(unsigned int width, unsigned int height)
 {
     auto const bigEndian = [](unsigned int value) {
@@ -224,7 +224,7 @@ TEST_F(LargeImageFolder, TruncatedTileIsUndecodable)
 {
     std::filesystem::create_directory(folder.file("pano"));
     folder.write("pano/0.png",
-                 "BM" + std::string("\0\0\0\0\0\0\0\0", 8) + // a bitmap's header alone
+                 "BM" + std::string("\0\0\0\0\0\0\0\0", 8) + // a bitmap's header only
                      std::string("\x36\0\0\0\x28\0\0\0\2\0\0\0\2\0\0\0\1\0\x18\0", 20) +
                      std::string(24, '\0'));
     cv::Mat const back = readImage(place());

@@ -20,7 +20,7 @@ using oV::Roamscan::LargeImageSerialization::serializeImage;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// How pictures are laid out in tiles, and come back.
+// Layout of pictures in tiles, and round trips.
 class LargeImageSerialization : public support::TiledPictures
 {};
 

@@ -1,6 +1,6 @@
 /// @file
 /// What happens to a store when memory runs out in the middle of an operation. This program replaces the
-/// allocation of the whole process by one that can be told to fail.
+/// allocation of the whole process by one that fails on request.
 
 #include "tests/support/SensorRecords.h"
 

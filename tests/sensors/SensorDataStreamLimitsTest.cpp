@@ -33,10 +33,10 @@ TEST(SensorDataStreamLimits, PoseTableWithoutItsPoseIsRefused)
 
 TEST(SensorDataStreamLimits, MisalignedFieldIsRefused)
 {
-    std::string const sound = smallSensorStream();
-    expectRefusedAfterReading<SensorFormat>(withU16(sound, originEntry, 9));
-    expectRefusedAfterReading<SensorFormat>(withU16(sound, accelerationEntry, 6));
-    expectRefusedAfterReading<SensorFormat>(withU16(sound, 138 + 4, 24)); // a time at a multiple of four only
+    std::string const valid = smallSensorStream();
+    expectRefusedAfterReading<SensorFormat>(withU16(valid, originEntry, 9));
+    expectRefusedAfterReading<SensorFormat>(withU16(valid, accelerationEntry, 6));
+    expectRefusedAfterReading<SensorFormat>(withU16(valid, 138 + 4, 24)); // a time at a multiple of four only
 }
 
 // Contents that share tables and vectors
@@ -64,7 +64,7 @@ std::string streamOfSharedSamples(std::uint32_t samples, std::uint32_t points)
     for (std::uint32_t i = 0; i < points; ++i) {
         buffer += point;
     }
-    return framed(buffer);
+    return lengthPrefixed(buffer);
 }
 
 TEST(SensorDataStreamLimits, SamplesMayShareATableAndItsPoints)

@@ -44,7 +44,7 @@ TEST(SensorDataStream, EmptyAndZeroFieldsAreOmittedFromTheseBytes)
                               + u32(8) + u32(4)                              // 36 the sensor, samples
                               + u32(1) + u32(16)                             // 44 one sample, at 64
                               + u16(0)                                       // 52 padding
-                              + u16(10) + u16(16) + u16(0) + u16(0) + u16(4) // 54 its vtable: origin alone
+                              + u16(10) + u16(16) + u16(0) + u16(0) + u16(4) // 54 its vtable: origin only
                               + u32(10) + f32({1, 2, 3});                    // 64 the sample, origin
     EXPECT_EQ(written(data), bytes);
     auto const back = readBack<SensorData>(bytes);

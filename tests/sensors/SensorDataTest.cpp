@@ -136,7 +136,7 @@ TEST(SensorData, AssignmentToItselfChangesNothing)
     expectSharedRecords(data, before);
 }
 
-// What stays behind in a source is part of the contract.
+// The moved-from state is part of the contract.
 // NOLINTBEGIN(bugprone-use-after-move,performance-move-const-arg)
 TEST(SensorData, MovedFromIsCopied)
 {

@@ -63,19 +63,19 @@ inline std::string f32(std::initializer_list<float> values)
 }
 
 /// A buffer with its length prefix.
-inline std::string framed(std::string const& buffer)
+inline std::string lengthPrefixed(std::string const& buffer)
 {
     return u64(buffer.size()) + buffer;
 }
 
-inline std::string withU16(std::string frame, std::size_t position, std::uint16_t value)
+inline std::string withU16(std::string stream, std::size_t position, std::uint16_t value)
 {
-    return frame.replace(position, 2, u16(value));
+    return stream.replace(position, 2, u16(value));
 }
 
-inline std::string withU32(std::string frame, std::size_t position, std::uint32_t value)
+inline std::string withU32(std::string stream, std::size_t position, std::uint32_t value)
 {
-    return frame.replace(position, 4, u32(value));
+    return stream.replace(position, 4, u32(value));
 }
 
 /// A stream buffer of limited capacity that counts its flushes.

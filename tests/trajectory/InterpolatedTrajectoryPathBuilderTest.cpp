@@ -142,7 +142,8 @@ TEST(InterpolatedTrajectoryPathBuilder, WaitingOnAMovedFromBuilderThrowsAndKeeps
     InterpolatedTrajectoryPathBuilder builder;
     builder.addPose(TimeStamp(3.0), at(3));
     InterpolatedTrajectoryPathBuilder const moved(std::move(builder));
-    expectNoPoseToHold(builder); // NOLINT(bugprone-use-after-move): what stays behind is part of the contract
+    expectNoPoseToHold(
+        builder); // NOLINT(bugprone-use-after-move): the moved-from state is part of the contract
     builder.addPose(Duration(1.0), at(4));
     EXPECT_EQ(builder.build().getStartTime(), TimeStamp(4.0));
     EXPECT_EQ(moved.build().getStartTime(), TimeStamp(3.0));
@@ -158,7 +159,7 @@ TEST(InterpolatedTrajectoryPathBuilder, MoveAssignmentEmptiesTheSourceAndKeepsIt
     EXPECT_EQ(target.build().getStopTime(), TimeStamp(3.0));
     target.addPose(Duration(0.5), at(3.5));
     EXPECT_EQ(target.build().getStopTime(), TimeStamp(3.5));
-    // NOLINTNEXTLINE(bugprone-use-after-move): what stays behind is part of the contract
+    // NOLINTNEXTLINE(bugprone-use-after-move): the moved-from state is part of the contract
     EXPECT_THROW((void)source.build().sample(3.0), std::out_of_range);
     source.addPose(Duration(1.0), at(4));
     EXPECT_EQ(source.build().getStopTime(), TimeStamp(4.0));

@@ -233,7 +233,7 @@ TEST(SampledTrajectory, WithoutAPoseFunctionTheFirstPositionInsideThrows)
 
 TEST(SampledTrajectory, ExceptionsOfThePoseFunctionPassThroughTheIncrement)
 {
-    // An interval wider than the table behind it.
+    // The interval is wider than the table.
     auto const table =
         InterpolatedTrajectoryPathBuilder().addPose(TimeStamp(0), at(0)).addPose(TimeStamp(1), at(1)).build();
     Trajectory const wide(TimeStamp(0), TimeStamp(5), [table](double t) { return table.sample(t); });

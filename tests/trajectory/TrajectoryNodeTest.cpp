@@ -97,7 +97,7 @@ TEST(TrajectoryNode, CopiesAreMemberWise)
     expectSame(assigned, source);
 }
 
-// What stays behind in a source is part of the contract.
+// The moved-from state is part of the contract.
 // NOLINTBEGIN(bugprone-use-after-move,performance-move-const-arg)
 TEST(TrajectoryNode, MoveConstructionLeavesTheSourceUnchanged)
 {
@@ -108,7 +108,7 @@ TEST(TrajectoryNode, MoveConstructionLeavesTheSourceUnchanged)
 }
 // NOLINTEND(bugprone-use-after-move,performance-move-const-arg)
 
-// What stays behind in a source is part of the contract.
+// The moved-from state is part of the contract.
 // NOLINTBEGIN(bugprone-use-after-move,performance-move-const-arg)
 TEST(TrajectoryNode, MoveAssignmentExchangesTranslationAndMatricesAndCopiesTheRest)
 {

@@ -35,7 +35,7 @@ std::string streamOfDevices(std::initializer_list<std::pair<std::int32_t, double
     for (auto const& [device, x] : devices) {
         buffer += u32(static_cast<std::uint32_t>(device)) + u32(0) + f64({x, 0, 0, 1, 0, 0, 0});
     }
-    return framed(buffer);
+    return lengthPrefixed(buffer);
 }
 
 // Empties the log before each test.
@@ -103,7 +103,7 @@ TEST_F(TrajectoryDataStreamDevices, MisalignedDeviceRecordsAreRead)
                                u16(4) // root at 20, vtable at 12
                                + u32(8) + u32(8) + u32(0) + u32(1) + u32(2) + u32(0) // records at 36
                                + f64({31, 32, 33, 34, 35, 36, 37});
-    auto const store = readBack<TrajectoryData>(framed(buffer));
+    auto const store = readBack<TrajectoryData>(lengthPrefixed(buffer));
     ASSERT_NE(store, nullptr);
     EXPECT_TRUE(sameBits(store->devicePositions.at(Device::Device2),
                          smallTrajectoryStore().devicePositions.at(Device::Device2)));

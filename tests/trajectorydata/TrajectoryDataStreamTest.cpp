@@ -204,7 +204,7 @@ std::string streamOfSharedNodes(std::uint32_t count)
         buffer += u32(static_cast<std::uint32_t>(nodeBegin + 16 - (offsetsBegin + 4 * std::size_t{i})));
     }
     buffer.resize(nodeBegin, '\0');
-    return framed(buffer + node);
+    return lengthPrefixed(buffer + node);
 }
 
 TEST(TrajectoryDataStream, NodesMayShareATable)

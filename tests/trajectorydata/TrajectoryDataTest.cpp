@@ -81,7 +81,7 @@ TEST(TrajectoryData, AssignmentToItselfChangesNothing)
     EXPECT_EQ(store.devicePositions.size(), 1U);
 }
 
-// What stays behind in a source is part of the contract.
+// The moved-from state is part of the contract.
 // NOLINTBEGIN(bugprone-use-after-move,performance-move-const-arg)
 TEST(TrajectoryData, MovedFromIsCopied)
 {

@@ -110,7 +110,7 @@ private:
 namespace oV::Roamscan
 {
 
-/// Reaches the table behind a trajectory, if there is one.
+/// Gives access to the pose table of a trajectory, if it has one.
 class PoseSource
 {
 public:
