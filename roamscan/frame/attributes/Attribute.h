@@ -148,11 +148,12 @@ public:
     /// Whether the attribute was made at a given place, such as in a container's block.
     [[nodiscard]] bool isInBlock() const noexcept { return hasFlag(inBlockFlag); }
 
+    Attribute(Attribute const&) = delete;
+    Attribute& operator=(Attribute const&) = delete;
+
 protected:
     /// @param source where the flag word comes from, unless it is null or the type is NoSource
     Attribute(CreateType type, Attribute const* source) noexcept;
-    Attribute(Attribute const&) = delete;
-    Attribute& operator=(Attribute const&) = delete;
     ~Attribute() override;
 
     /// Whether this thread is on the cached-value path (ThreadDataType::cachedPathCount).
