@@ -59,9 +59,11 @@ struct StreamInput
 {
     StreamInput()
     {
-        auto const back = readFrom<Format>(memory, Format::readThroughTree);
         requireSameStream(store, Format::writeThroughTree);
-        requireSameStream(*back, Format::write);
+        auto const fromTree = readFrom<Format>(memory, Format::readThroughTree);
+        // A store that was read may list its devices in another order than the one that was written.
+        size = writeTo<Format>(memory, *readFrom<Format>(memory, Format::read), Format::write);
+        requireSameStream(*fromTree, Format::write);
     }
 
     // Only methods that give the same result can be compared.
