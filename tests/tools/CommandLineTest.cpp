@@ -23,7 +23,7 @@ class CommandLineTest : public ToolFixture
 
 } // namespace
 
-TEST_F(CommandLineTest, SaysItsVersion)
+TEST_F(CommandLineTest, PrintsItsVersion)
 {
     ToolRun const version = run({"--version"});
     EXPECT_EQ(version.status, 0);

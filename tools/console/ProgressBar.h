@@ -6,8 +6,7 @@
 namespace oV::Roamscan::tool
 {
 
-/// A bar on stderr for work that takes a while. Shows nothing unless stderr is a terminal, and wipes itself
-/// away at the end. For one thread.
+/// A progress bar on stderr, erased at the end. Shows nothing unless stderr is a terminal. Not thread safe.
 class ProgressBar
 {
 public:
@@ -16,7 +15,7 @@ public:
     ProgressBar& operator=(ProgressBar const&) = delete;
     ~ProgressBar();
 
-    /// Cheap enough to call for every point: redraws only where a percent is gained.
+    /// Redraws once per percent, so it is cheap enough to be called for every point.
     void advanceTo(std::uint64_t done)
     {
         if (shown_ && done >= nextRedraw_) {

@@ -2,35 +2,41 @@
 
 #include "tools/console/ProgressBar.h"
 
-#include <condition_variable>
+#include <chrono>
 #include <cstdint>
 #include <functional>
-#include <mutex>
+#include <future>
 #include <string>
 #include <thread>
+#include <utility>
 
 namespace oV::Roamscan::tool
 {
 
-/// A progress bar for work that cannot tell how far it is: as long as this lives, a thread of its own asks
-/// for that, several times a second.
+/// A progress bar for work that cannot report its progress itself: a thread polls the progress ten times per
+/// second until the destructor.
 class ProgressWatch
 {
 public:
-    /// `done` says how much of `total` is done. It is called on the other thread and must not throw.
-    ProgressWatch(std::string label, std::uint64_t total, std::function<std::uint64_t()> done);
+    /// @param done returns how much of `total` is done; is called on another thread and must not throw
+    ProgressWatch(std::string label, std::uint64_t total, std::function<std::uint64_t()> done)
+        : bar_(std::move(label), total), thread_([this, done = std::move(done), ended = ended_.get_future()] {
+              while (ended.wait_for(std::chrono::milliseconds(100)) == std::future_status::timeout) {
+                  bar_.advanceTo(done());
+              }
+          })
+    {}
     ProgressWatch(ProgressWatch const&) = delete;
     ProgressWatch& operator=(ProgressWatch const&) = delete;
-    ~ProgressWatch();
+    ~ProgressWatch()
+    {
+        ended_.set_value();
+        thread_.join();
+    }
 
 private:
-    void watch();
-
     ProgressBar bar_;
-    std::function<std::uint64_t()> done_;
-    std::mutex lock_;
-    std::condition_variable ended_;
-    bool isOver_ = false; // guarded by lock_
+    std::promise<void> ended_;
     std::thread thread_;
 };
 

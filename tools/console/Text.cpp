@@ -41,7 +41,7 @@ std::string excerpt(std::string_view text)
 {
     constexpr std::size_t longest = 40;
     bool const cut = text.size() > longest;
-    // Cutting may have split a character of several bytes; what is left of other alphabets is of no use here.
+    // ASCII only, because the cut may have split a multibyte character.
     std::string quoted = "\"";
     quoted += plain(text.substr(0, longest));
     return quoted += cut ? "...\"" : "\"";

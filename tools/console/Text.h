@@ -7,7 +7,7 @@
 namespace oV::Roamscan::tool
 {
 
-/// A number with a fixed count of decimals and a point, whatever the locale.
+/// A number with a fixed count of decimals, and a decimal point in every locale.
 [[nodiscard]] std::string fixed(double value, int decimals);
 
 /// The text as part of one line on a terminal: control characters become '?'.
@@ -16,7 +16,7 @@ namespace oV::Roamscan::tool
 /// The text as plain ASCII without control characters; each byte of anything else becomes '?'.
 [[nodiscard]] std::string plain(std::string_view text);
 
-/// The beginning of a text from a file, in quotes, fit for a message.
+/// The beginning of a text from a file in quotes, for a message.
 [[nodiscard]] std::string excerpt(std::string_view text);
 
 /// "a", "a and b", "a, b and c"; "none" for an empty list.

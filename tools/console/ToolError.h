@@ -8,8 +8,7 @@
 namespace oV::Roamscan::tool
 {
 
-/// A failure that the user can do something about. The message names the file, the place in it and the
-/// remedy.
+/// A failure that the user can fix. The message names the file, the place in it and the remedy.
 class ToolError : public std::runtime_error
 {
 public:
@@ -23,7 +22,7 @@ public:
 [[nodiscard]] ToolError
 lineError(std::filesystem::path const& file, std::uint64_t line, std::string const& why);
 
-/// What the system says about the last failed call (errno), with a leading ": "; empty if it says nothing.
+/// The message of the last failed system call (errno) after ": "; empty if errno is 0.
 [[nodiscard]] std::string systemReason();
 
 } // namespace oV::Roamscan::tool

@@ -12,20 +12,20 @@
 namespace oV::Roamscan::tool
 {
 
-/// One flat face of a building.
+/// One face of a building.
 struct Surface
 {
     std::string name;
     Rectangle rectangle;
-    double reflectance = 0.5; ///< The share of light that comes back, 0 to 1.
+    double reflectance = 0.5; ///< The fraction of light that is reflected, 0 to 1.
 };
 
-/// What a ray meets first.
+/// The first surface on a ray.
 struct RayHit
 {
     double range = 0.0;        ///< Metres from the ray's origin.
     std::size_t surface = 0;   ///< Index into Building::surfaces.
-    double cosIncidence = 0.0; ///< 1 for a ray straight onto the surface, 0 for a grazing one.
+    double cosIncidence = 0.0; ///< 1 for a ray along the normal of the surface, 0 for a grazing one.
 };
 
 /// The true surfaces of a place, in metres.
@@ -33,22 +33,22 @@ struct Building
 {
     std::vector<Surface> surfaces;
 
-    /// The first surface that a ray of unit direction meets within a range.
+    /// The first surface that a ray of unit direction hits within a range.
     [[nodiscard]] std::optional<RayHit>
     castRay(Eigen::Vector3d const& origin, Eigen::Vector3d const& direction, double longestRange) const;
 };
 
-/// An upright box; `angle` turns it about its vertical axis.
+/// An upright box, rotated about its vertical axis by `angle`.
 struct UprightBox
 {
     Eigen::Vector2d centre = Eigen::Vector2d::Zero();
-    Eigen::Vector2d size = Eigen::Vector2d::Ones(); ///< Along its own two axes.
+    Eigen::Vector2d size = Eigen::Vector2d::Ones(); ///< Along the axes of the box.
     double angle = 0.0;                             ///< Radians, counterclockwise.
     double bottom = 0.0;
     double top = 1.0;
 };
 
-/// The faces that are wanted beside the four sides of a box.
+/// The horizontal faces of a box to add.
 enum class BoxLids
 {
     None,
@@ -56,7 +56,7 @@ enum class BoxLids
     Bottom
 };
 
-/// Adds the faces of a box, all under one name.
+/// Adds the four sides of a box and the lids, all with the same name.
 void addBox(
     Building& building, std::string const& name, UprightBox const& box, BoxLids lids, double reflectance);
 

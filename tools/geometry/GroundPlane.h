@@ -7,11 +7,11 @@
 namespace oV::Roamscan::tool
 {
 
-/// The turn that brings a path's frame into plan coordinates: x to the right and y upwards on the plan, z
-/// towards the viewer. A proper rotation.
+/// The rotation from the frame of a path to plan coordinates: x to the right and y upwards on the plan, z
+/// towards the viewer.
 ///
-/// Usually that is no turn at all, as z is up in most frames. A path that hardly leaves a plane of which z is
-/// no normal (one in a camera's frame, say) is turned so that it lies in the plan.
+/// Usually the identity, because z is up in most frames. A path whose smallest extent by far is along x or y,
+/// as in the frame of a camera, is rotated so that this axis becomes the vertical one.
 [[nodiscard]] Eigen::Matrix3d planRotation(std::vector<Eigen::Vector3d> const& path);
 
 } // namespace oV::Roamscan::tool

@@ -5,7 +5,6 @@
 #include <Eigen/Core>
 #include <Eigen/Geometry>
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -13,10 +12,10 @@
 namespace oV::Roamscan::tool
 {
 
-/// Answers how far a point is from the nearest surface of a building, exactly.
+/// Computes exact distances between points and the nearest surface of a building.
 ///
-/// Space is cut into cells, each with the few surfaces that can be the nearest one of a point in it; a point
-/// outside the cells is compared with all. Borrows the building.
+/// A grid of cells lists, for each cell, the surfaces that can be the nearest one of a point in it. Points
+/// outside the grid are compared with all surfaces. Keeps a reference to the building.
 class NearestSurface
 {
 public:
@@ -32,8 +31,8 @@ private:
     Building const& building_;
     Eigen::AlignedBox3d bounds_;
     double cellSize_ = 1.0;
-    std::array<std::size_t, 3> cellCounts_{};
-    std::vector<std::uint32_t> firstCandidate_; // one more than there are cells
+    Eigen::Array<Eigen::Index, 3, 1> cellCounts_; // along x, y and z
+    std::vector<std::uint32_t> firstCandidate_;   // one more entry than there are cells
     std::vector<std::uint32_t> candidates_;
 };
 

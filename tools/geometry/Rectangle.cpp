@@ -33,7 +33,7 @@ double Rectangle::distance(Eigen::Vector3d const& point) const
 std::optional<double> Rectangle::hit(Eigen::Vector3d const& origin, Eigen::Vector3d const& direction) const
 {
     Eigen::Vector3d const offset = corner_ - origin;
-    // A ray in the plane divides by zero, and no comparison holds for the NaN that may come of it.
+    // For a ray in the plane, this is infinite or NaN.
     double const range = normal_.dot(offset) / normal_.dot(direction);
     if (!(range > 0.0 && std::isfinite(range))) {
         return std::nullopt;

@@ -7,11 +7,11 @@
 namespace oV::Roamscan::tool
 {
 
-/// A flat rectangle in space, seen from both sides.
+/// A rectangle in space with two visible sides.
 class Rectangle
 {
 public:
-    /// The corner, and the two edges that leave it at a right angle.
+    /// @param edgeA and `edgeB`: the edges from the corner, at a right angle
     Rectangle(Eigen::Vector3d const& corner, Eigen::Vector3d const& edgeA, Eigen::Vector3d const& edgeB);
 
     [[nodiscard]] Eigen::Vector3d const& corner() const { return corner_; }
@@ -19,10 +19,10 @@ public:
     [[nodiscard]] Eigen::Vector3d edgeB() const { return directionB_ * lengthB_; }
     [[nodiscard]] Eigen::Vector3d const& normal() const { return normal_; }
 
-    /// From a point to the nearest point of the rectangle.
+    /// The distance between a point and the rectangle.
     [[nodiscard]] double distance(Eigen::Vector3d const& point) const;
 
-    /// How far along a ray of unit direction the rectangle is met; nothing if it is missed or lies behind.
+    /// The distance along a ray of unit direction to the rectangle; nothing if the ray does not hit it.
     [[nodiscard]] std::optional<double> hit(Eigen::Vector3d const& origin,
                                             Eigen::Vector3d const& direction) const;
 

@@ -17,8 +17,8 @@ namespace
 using Eigen::Vector3d;
 
 constexpr double pi = std::numbers::pi;
-constexpr double rounding = 1e-9;      // more than what sines suffer by rounding
-constexpr double angleRounding = 1e-6; // and arc cosines, near 0 and pi
+constexpr double rounding = 1e-9;      // exceeds the rounding errors of sines
+constexpr double angleRounding = 1e-6; // and of arc cosines near 0 and pi
 
 double angleBetween(Vector3d const& unitA, Vector3d const& unitB)
 {
@@ -48,14 +48,14 @@ SurfacesInView::Outline SurfacesInView::outlineOf(Rectangle const& rectangle, Ve
         Vector3d const& to = corners[(i + 1) % corners.size()];
         outline.radius = std::max(outline.radius, angleBetween(outline.middle, from.normalized()));
         Vector3d const across = from.cross(to);
-        // A side that cannot be told from the origin's own plane excludes nothing.
+        // Skipped if the origin is in the plane of the rectangle, up to rounding.
         double const height = across.dot(middle);
         if (std::abs(height) > rounding * from.norm() * to.norm() * middle.norm()) {
             outline.sides.push_back((height > 0.0 ? across : -across).normalized());
         }
     }
     if (outline.radius >= pi / 2.0) {
-        outline.radius = pi; // only a smaller circle around the corners is sure to hold what is between them
+        outline.radius = pi; // a larger circle around the corners need not contain the rectangle
     }
     return outline;
 }
@@ -65,7 +65,7 @@ Building SurfacesInView::within(Vector3d const& axis, double halfAngle) const
     if (halfAngle >= pi / 2.0) {
         return building_;
     }
-    // All of the cone is on the other side of a plane if its axis is so far on that side.
+    // Below this product, the whole cone is on the other side of the plane.
     double const limit = -std::sin(halfAngle) - rounding;
     Building part;
     for (std::size_t i = 0; i < outlines_.size(); ++i) {

@@ -48,7 +48,7 @@ Surface surfaceFrom(nlohmann::json const& json)
     Eigen::Vector3d const a = vectorFrom(edges[0]);
     Eigen::Vector3d const b = vectorFrom(edges[1]);
     if (!(a.norm() > 0.0 && b.norm() > 0.0 && std::abs(a.normalized().dot(b.normalized())) < 1e-6)) {
-        throw ToolError("the two edges must have a length and stand at a right angle");
+        throw ToolError("the two edges must have a length and be at a right angle");
     }
     return {json.value("name", ""),
             Rectangle(vectorFrom(json.at("corner")), a, b),

@@ -16,7 +16,7 @@ InputFile openInput(std::filesystem::path const& path)
         throw fileError(path, "there is no such file; check the name");
     }
     if (status.type() != std::filesystem::file_type::regular) {
-        throw fileError(path, failure ? failure.message() : "is not an ordinary file; name a file");
+        throw fileError(path, failure ? failure.message() : "is not a regular file; name a file");
     }
     InputFile file;
     errno = 0;
@@ -26,7 +26,7 @@ InputFile openInput(std::filesystem::path const& path)
     }
     file.size = std::filesystem::file_size(path, failure);
     if (failure) {
-        throw fileError(path, "cannot be measured: " + failure.message());
+        throw fileError(path, "has an unknown size: " + failure.message());
     }
     return file;
 }

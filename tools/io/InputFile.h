@@ -7,14 +7,14 @@
 namespace oV::Roamscan::tool
 {
 
-/// A file opened for reading, byte for byte.
+/// A file opened for binary reading.
 struct InputFile
 {
     std::ifstream stream;
     std::uint64_t size = 0; ///< Bytes.
 };
 
-/// @throws ToolError if there is no ordinary file of this name, or it cannot be read
+/// @throws ToolError if there is no regular file of this name, or it cannot be opened
 [[nodiscard]] InputFile openInput(std::filesystem::path const& path);
 
 } // namespace oV::Roamscan::tool

@@ -34,7 +34,7 @@ bool LineReader::next(std::string_view& line)
     }
     ++number_;
     if (!text_.eof() && !text_.fail()) {
-        --length; // the line's end counts as taken out
+        --length; // gcount() includes the end of the line
     }
     if (length > 0 && buffer_[length - 1] == '\r') {
         --length;

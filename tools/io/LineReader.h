@@ -9,17 +9,18 @@
 namespace oV::Roamscan::tool
 {
 
-/// Walks through a text line by line, in bounded memory. Lines end with LF or CR LF, the last one may end
-/// without; a byte order mark at the start is skipped.
+/// Reads a text line by line in bounded memory. Lines end with LF or CR LF, which the last line may lack. A
+/// byte order mark at the start is skipped.
 class LineReader
 {
 public:
     static constexpr std::size_t longestLine = 65536; ///< Bytes.
 
-    /// `name` is what messages call the text. Borrows the stream.
+    /// `name` is the name of the text for messages. Keeps a reference to the stream.
     LineReader(std::istream& text, std::filesystem::path name);
 
-    /// Goes on to the next line; false at the end. The line lives until the next call.
+    /// Reads the next line, which is valid until the next call.
+    /// @return false at the end
     /// @throws ToolError if a line is longer than longestLine, or the text cannot be read
     [[nodiscard]] bool next(std::string_view& line);
 

@@ -13,7 +13,7 @@ namespace
 
 constexpr std::string_view blanks = " \t";
 
-/// std::from_chars knows no plus sign.
+/// std::from_chars does not accept a plus sign.
 std::string_view withoutPlus(std::string_view text)
 {
     bool const plus = text.size() > 1 && text[0] == '+' && text[1] != '-';
@@ -43,13 +43,26 @@ std::string_view trimmed(std::string_view text)
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-std::string_view nextColumn(std::string_view& rest)
+std::vector<std::string_view> columnsOf(std::string_view line)
 {
-    rest.remove_prefix(std::min(rest.find_first_not_of(blanks), rest.size()));
-    auto const length = std::min(rest.find_first_of(blanks), rest.size());
-    std::string_view const column = rest.substr(0, length);
-    rest.remove_prefix(length);
-    return column;
+    std::vector<std::string_view> columns;
+    for (line = trimmed(line); !line.empty(); line = trimmed(line)) {
+        auto const length = std::min(line.find_first_of(blanks), line.size());
+        columns.push_back(line.substr(0, length));
+        line.remove_prefix(length);
+    }
+    return columns;
+}
+
+std::vector<std::string_view> commaColumnsOf(std::string_view line)
+{
+    std::vector<std::string_view> columns;
+    for (auto comma = line.find(','); comma != std::string_view::npos; comma = line.find(',')) {
+        columns.push_back(trimmed(line.substr(0, comma)));
+        line.remove_prefix(comma + 1);
+    }
+    columns.push_back(trimmed(line));
+    return columns;
 }
 
 std::optional<double> parseNumber(std::string_view text)
@@ -65,8 +78,7 @@ std::optional<std::int64_t> parseInteger(std::string_view text)
 
 double secondsOfNanoseconds(std::int64_t nanoseconds)
 {
-    // Converting to double before the division would round twice; reading the decimal number back rounds
-    // once.
+    // Conversion and division would round twice; parsing the decimal number rounds once.
     constexpr std::size_t decimals = 9;
     std::string digits = std::to_string(nanoseconds);
     std::size_t const sign = nanoseconds < 0 ? 1 : 0;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace oV::Roamscan::tool
 {
@@ -10,17 +11,20 @@ namespace oV::Roamscan::tool
 /// The text without blanks and tabs at both ends.
 [[nodiscard]] std::string_view trimmed(std::string_view text);
 
-/// Takes the next column off the front of `rest`: columns stand between blanks or tabs. Empty at the end of
-/// the line.
-[[nodiscard]] std::string_view nextColumn(std::string_view& rest);
+/// The columns of a line, which are separated by blanks or tabs.
+[[nodiscard]] std::vector<std::string_view> columnsOf(std::string_view line);
 
-/// A finite number that fills the whole text, with a point whatever the locale; nothing if it is none.
+/// The columns of a line, which are separated by commas, without the blanks around them.
+[[nodiscard]] std::vector<std::string_view> commaColumnsOf(std::string_view line);
+
+/// Parses a text that is a finite number, with a decimal point in every locale; nothing if it is anything
+/// else.
 [[nodiscard]] std::optional<double> parseNumber(std::string_view text);
 
-/// A whole number that fills the whole text; nothing if it is none or does not fit.
+/// Parses a text that is an integer; nothing if it is anything else or does not fit.
 [[nodiscard]] std::optional<std::int64_t> parseInteger(std::string_view text);
 
-/// Nanoseconds as seconds, rounded once: the double nearest to the decimal number.
+/// Converts nanoseconds to seconds with a single rounding: the double nearest to the decimal number.
 [[nodiscard]] double secondsOfNanoseconds(std::int64_t nanoseconds);
 
 } // namespace oV::Roamscan::tool

@@ -30,7 +30,7 @@ std::filesystem::path tilePath(std::filesystem::path const& file, std::size_t in
 
 cv::Mat readPicture(std::filesystem::path const& file)
 {
-    (void)openInput(file); // says why, if it cannot be read
+    (void)openInput(file); // for its message if the file cannot be read
     try {
         cv::Mat picture = cv::imread(file.string(), cv::IMREAD_UNCHANGED);
         if (!picture.empty()) {
@@ -39,17 +39,17 @@ cv::Mat readPicture(std::filesystem::path const& file)
     } catch (cv::Exception const& failure) {
         throw fileError(file, "cannot be decoded: " + failure.err);
     }
-    throw fileError(file, "is no picture in a format that can be read, such as PNG or JPEG");
+    throw fileError(file, "is no picture in a readable format, such as PNG or JPEG");
 }
 
 void requirePictureFormat(std::filesystem::path const& file)
 {
     std::string const extension = file.extension().string();
     if (extension.size() < 2) {
-        throw fileError(file, "does not tell the picture's format; end the name in .png, for example");
+        throw fileError(file, "has no extension for the picture's format; use .png, for example");
     }
     if (!cv::haveImageWriter("picture" + extension)) {
-        throw fileError(file, "there is no way to write " + extension + " pictures; use .png, for example");
+        throw fileError(file, extension + " pictures cannot be written; use .png, for example");
     }
 }
 
@@ -94,13 +94,14 @@ cv::Mat readTiles(std::filesystem::path const& file)
             return picture;
         }
     } catch (InternalErrorException const& failure) {
-        throw fileError(file, std::string("its tiles do not go together: ") + failure.getDesc().stringAnsi());
+        throw fileError(file,
+                        std::string("its tiles do not fit together: ") + failure.getDesc().stringAnsi());
     } catch (VisibleException const& failure) {
         throw fileError(file, failure.getDesc().stringAnsi());
     } catch (cv::Exception const& failure) {
-        throw fileError(file, "its tiles cannot be put side by side: " + failure.err);
+        throw fileError(file, "its tiles cannot be joined: " + failure.err);
     }
-    throw fileError(file, "its tiles are no pictures that can be read");
+    throw fileError(file, "its tiles are no readable pictures");
 }
 
 } // namespace oV::Roamscan::tool

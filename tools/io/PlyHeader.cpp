@@ -4,11 +4,14 @@
 #include "tools/console/ToolError.h"
 #include "tools/io/NumberText.h"
 
+#include <roamscan/frame/platform/LittleEndian.h>
+
 #include <algorithm>
+#include <bit>
 #include <istream>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <type_traits>
 #include <vector>
 
 namespace oV::Roamscan::tool
@@ -20,40 +23,48 @@ namespace
 constexpr std::size_t longestLine = 1024;
 constexpr std::uint64_t mostLines = 1000;
 
-constexpr std::array<std::pair<std::string_view, PlyType>, 16> typeNames{{
-    {"char", PlyType::Int8},
-    {"int8", PlyType::Int8},
-    {"uchar", PlyType::Uint8},
-    {"uint8", PlyType::Uint8},
-    {"short", PlyType::Int16},
-    {"int16", PlyType::Int16},
-    {"ushort", PlyType::Uint16},
-    {"uint16", PlyType::Uint16},
-    {"int", PlyType::Int32},
-    {"int32", PlyType::Int32},
-    {"uint", PlyType::Uint32},
-    {"uint32", PlyType::Uint32},
-    {"float", PlyType::Float32},
-    {"float32", PlyType::Float32},
-    {"double", PlyType::Float64},
-    {"float64", PlyType::Float64},
-}};
+struct Type
+{
+    std::string_view name;
+    std::string_view sizedName;
+    std::size_t size;
+    double (*read)(char const* bytes);
+};
 
-constexpr std::array<std::string_view, plyFieldCount> fieldNames{
+template <typename Number>
+double readNumber(char const* bytes)
+{
+    std::uint64_t const bits = fromLittleEndian({bytes, sizeof(Number)});
+    if constexpr (std::is_same_v<Number, double>) {
+        return std::bit_cast<double>(bits);
+    } else if constexpr (std::is_same_v<Number, float>) {
+        return static_cast<double>(std::bit_cast<float>(static_cast<std::uint32_t>(bits)));
+    } else {
+        return static_cast<double>(static_cast<Number>(bits));
+    }
+}
+
+template <typename Number>
+constexpr Type typeOf(std::string_view name, std::string_view sizedName)
+{
+    return {name, sizedName, sizeof(Number), readNumber<Number>};
+}
+
+constexpr std::array types{typeOf<std::int8_t>("char", "int8"),
+                           typeOf<std::uint8_t>("uchar", "uint8"),
+                           typeOf<std::int16_t>("short", "int16"),
+                           typeOf<std::uint16_t>("ushort", "uint16"),
+                           typeOf<std::int32_t>("int", "int32"),
+                           typeOf<std::uint32_t>("uint", "uint32"),
+                           typeOf<float>("float", "float32"),
+                           typeOf<double>("double", "float64")};
+
+constexpr std::array<std::string_view, 9> fieldNames{
     "x", "y", "z", "time", "intensity", "red", "green", "blue", "alpha"};
 
 using Words = std::vector<std::string_view>;
 
-Words split(std::string_view line)
-{
-    Words words;
-    for (auto word = nextColumn(line); !word.empty(); word = nextColumn(line)) {
-        words.push_back(word);
-    }
-    return words;
-}
-
-/// Takes up the header line by line.
+/// Parses the header line by line.
 class HeaderParser
 {
 public:
@@ -63,7 +74,7 @@ public:
     bool take(std::string_view line)
     {
         ++number_;
-        Words const words = split(line);
+        Words const words = columnsOf(line);
         if (number_ == 1) {
             require(line == "ply", "does not begin with \"ply\"; give a PLY file");
             return true;
@@ -89,7 +100,7 @@ public:
     {
         require(elementSeen_, "there is no \"element vertex\"");
         for (PlyField const field : {PlyField::X, PlyField::Y, PlyField::Z, PlyField::Time}) {
-            require(header_.property(field).has_value(),
+            require(header_.has(field),
                     "the vertices lack the property \"" +
                         std::string(fieldNames[static_cast<std::size_t>(field)]) +
                         "\"; x, y, z and time are needed");
@@ -116,9 +127,10 @@ private:
 
     void takeElement(Words const& words)
     {
-        require(words.size() == 3, "an element has a name and a count");
+        require(words.size() == 3, "an element needs a name and a count");
         require(!elementSeen_ && words[1] == "vertex",
-                "the element " + excerpt(words[1]) + " is one too many; a scan has vertices only, and once");
+                "the element " + excerpt(words[1]) +
+                    " is not supported; a scan has one element, the vertices");
         auto const count = parseInteger(words[2]);
         require(count && *count >= 0, excerpt(words[2]) + " is not a count of vertices");
         header_.vertexCount = static_cast<std::uint64_t>(*count);
@@ -128,20 +140,20 @@ private:
     void takeProperty(Words const& words)
     {
         require(elementSeen_, "a property before its element");
-        require(words.size() < 2 || words[1] != "list", "list properties have no place in a scan");
-        require(words.size() == 3, "a property has a type and a name");
-        auto const* const type =
-            std::ranges::find(typeNames, words[1], &std::pair<std::string_view, PlyType>::first);
-        require(type != typeNames.end(), excerpt(words[1]) + " is not a scalar type");
+        require(words.size() < 2 || words[1] != "list", "list properties are not supported");
+        require(words.size() == 3, "a property needs a type and a name");
+        auto const* const type = std::ranges::find_if(
+            types, [&](Type const& t) { return t.name == words[1] || t.sizedName == words[1]; });
+        require(type != types.end(), excerpt(words[1]) + " is not a scalar type");
         require(std::ranges::find(propertyNames_, words[2]) == propertyNames_.end(),
-                "the property " + excerpt(words[2]) + " stands there twice");
+                "the property " + excerpt(words[2]) + " is there twice");
         propertyNames_.emplace_back(words[2]);
         auto const* const field = std::ranges::find(fieldNames, words[2]);
         if (field != fieldNames.end()) {
-            header_.properties[static_cast<std::size_t>(field - fieldNames.begin())] =
-                PlyProperty{type->second, header_.stride};
+            header_.properties[static_cast<std::size_t>(field - fieldNames.begin())] = {type->read,
+                                                                                        header_.stride};
         }
-        header_.stride += sizeOf(type->second);
+        header_.stride += type->size;
     }
 
     std::filesystem::path const& name_;
@@ -153,12 +165,6 @@ private:
 };
 
 } // namespace
-
-std::size_t sizeOf(PlyType type)
-{
-    constexpr std::array<std::size_t, 8> sizes{1, 1, 2, 2, 4, 4, 4, 8};
-    return sizes[static_cast<std::size_t>(type)];
-}
 
 PlyHeader readPlyHeader(std::istream& stream, std::filesystem::path const& name)
 {

@@ -5,27 +5,11 @@
 #include <cstdint>
 #include <filesystem>
 #include <iosfwd>
-#include <optional>
 
 namespace oV::Roamscan::tool
 {
 
-/// The scalar types of a PLY property.
-enum class PlyType
-{
-    Int8,
-    Uint8,
-    Int16,
-    Uint16,
-    Int32,
-    Uint32,
-    Float32,
-    Float64
-};
-
-[[nodiscard]] std::size_t sizeOf(PlyType type);
-
-/// The values of a vertex that this program knows.
+/// The values of a vertex that this program uses.
 enum class PlyField : std::size_t
 {
     X,
@@ -38,30 +22,36 @@ enum class PlyField : std::size_t
     Blue,
     Alpha
 };
-inline constexpr std::size_t plyFieldCount = 9;
 
-/// Where a value lies in the bytes of one vertex.
+/// A scalar property of a vertex.
 struct PlyProperty
 {
-    PlyType type = PlyType::Float32;
-    std::size_t offset = 0;
+    double (*read)(char const* bytes) = nullptr; ///< Null if the file does not have the property.
+    std::size_t offset = 0;                      ///< In the bytes of a vertex.
 };
 
-/// What the header of a binary little-endian PLY file with vertices, and nothing but vertices, says.
+/// The header of a binary little-endian PLY file that has vertices only.
 struct PlyHeader
 {
     std::uint64_t vertexCount = 0;
-    std::size_t stride = 0; ///< Bytes of one vertex.
-    std::array<std::optional<PlyProperty>, plyFieldCount> properties;
+    std::size_t stride = 0;                  ///< Bytes per vertex.
+    std::array<PlyProperty, 9> properties{}; ///< By PlyField.
 
-    [[nodiscard]] std::optional<PlyProperty> const& property(PlyField field) const
+    [[nodiscard]] bool has(PlyField field) const
     {
-        return properties[static_cast<std::size_t>(field)];
+        return properties[static_cast<std::size_t>(field)].read != nullptr;
+    }
+
+    /// The value of a field in the bytes of a vertex; 0 if the file does not have it.
+    [[nodiscard]] double value(PlyField field, char const* vertex) const
+    {
+        PlyProperty const& property = properties[static_cast<std::size_t>(field)];
+        return property.read == nullptr ? 0.0 : property.read(vertex + property.offset);
     }
 };
 
-/// Reads the header and leaves the stream at the first vertex. Properties in any order and of any scalar
-/// type; those without a use here are stepped over.
+/// Reads the header and leaves the stream at the first vertex. The properties may be in any order and of any
+/// scalar type; unknown ones are skipped.
 /// @throws ToolError ("FILE:LINE: why") if it is another format, has lists or other elements, or lacks x, y,
 /// z or time
 [[nodiscard]] PlyHeader readPlyHeader(std::istream& stream, std::filesystem::path const& name);

@@ -7,12 +7,11 @@
 namespace oV::Roamscan::tool
 {
 
-/// Reads a scan from a binary little-endian PLY file. Besides x, y, z and time it takes intensity (rounded
-/// and limited to 16 bits) and red, green, blue, alpha (to 8 bits) where the file has them; what it lacks is
-/// zero.
+/// Reads a scan from a binary little-endian PLY file. x, y, z and time are required. Intensity is rounded and
+/// limited to 16 bits, red, green, blue and alpha to 8 bits; they are zero if the file does not have them.
 ///
-/// The count of vertices must fit the size of the file to the byte, which is checked before room is made for
-/// them.
+/// The number of vertices must match the size of the file exactly, which is checked before memory is
+/// allocated for them.
 /// @throws ToolError
 [[nodiscard]] ScanPoints readPlyFile(std::filesystem::path const& path);
 

@@ -53,14 +53,13 @@ void PlyWriter::finish()
 
 void PlyWriter::writeHeader()
 {
-    // The comment fills up what the count leaves, so that the header keeps its length when the count is
-    // known.
+    // The comment pads the count, so that the header keeps its length when the count changes.
     std::string const digits = std::to_string(count_);
-    std::string const filling(std::numeric_limits<std::uint64_t>::digits10 + 1 - digits.size(), '-');
+    std::string const padding(std::numeric_limits<std::uint64_t>::digits10 + 1 - digits.size(), '-');
     stream_ << "ply\n"
                "format binary_little_endian 1.0\n"
                "comment points in metres, times in seconds "
-            << filling << "\nelement vertex " << digits
+            << padding << "\nelement vertex " << digits
             << "\n"
                "property float x\n"
                "property float y\n"

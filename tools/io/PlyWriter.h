@@ -10,17 +10,17 @@ namespace oV::Roamscan::tool
 {
 
 /// Writes points as a binary little-endian PLY file with the properties x, y, z (float), intensity (ushort)
-/// and time (double). The count need not be known beforehand; the stream must be able to go back to its
-/// start.
+/// and time (double). The number of points need not be known in advance, but the stream must be
+/// seekable.
 class PlyWriter
 {
 public:
-    /// Begins the file. Borrows the stream.
+    /// Writes the header. Keeps a reference to the stream.
     explicit PlyWriter(std::ostream& stream);
 
     void add(CloudPoint const& point);
 
-    /// Puts the count into the header. Nothing may be added afterwards.
+    /// Writes the number of points into the header. No point may be added afterwards.
     void finish();
 
     [[nodiscard]] std::uint64_t count() const { return count_; }

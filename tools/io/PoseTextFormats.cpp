@@ -13,6 +13,7 @@
 #include <Eigen/Core>
 #include <Eigen/LU>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <string>
@@ -26,7 +27,7 @@ namespace
 
 constexpr double tolerance = 0.1; // of a quaternion's norm and a matrix's determinant
 
-/// Goes on to the next line with something in it.
+/// Reads the next line that is neither blank nor a comment.
 bool nextDataLine(LineReader& lines, std::string_view& line)
 {
     while (lines.next(line)) {
@@ -52,32 +53,26 @@ double numberAt(LineReader const& lines, std::string_view column)
     return *number;
 }
 
-/// As many numbers between blanks, no more and no fewer.
+/// The numbers of a line that has exactly `Count` columns.
 template <std::size_t Count>
 std::array<double, Count> numbersAt(LineReader const& lines, std::string_view line, char const* layout)
 {
-    std::array<std::string_view, Count> columns;
-    std::size_t found = 0;
-    for (auto column = nextColumn(line); !column.empty(); column = nextColumn(line), ++found) {
-        if (found < Count) {
-            columns[found] = column;
-        }
-    }
-    if (found != Count) {
+    auto const columns = columnsOf(line);
+    if (columns.size() != Count) {
         throw errorAt(lines,
-                      std::to_string(found) + " columns, but " + layout + " has " + std::to_string(Count));
+                      std::to_string(columns.size()) + " columns, but " + layout + " has " +
+                          std::to_string(Count));
     }
     std::array<double, Count> numbers{};
-    for (std::size_t i = 0; i < Count; ++i) {
-        numbers[i] = numberAt(lines, columns[i]);
-    }
+    std::ranges::transform(
+        columns, numbers.begin(), [&](std::string_view column) { return numberAt(lines, column); });
     return numbers;
 }
 
 double checkedTime(LineReader const& lines, double seconds)
 {
     if (std::abs(seconds) > TimeConversion::largestSeconds) {
-        throw errorAt(lines, "the time " + fixed(seconds, 0) + " s is beyond what integer time can count");
+        throw errorAt(lines, "the time " + fixed(seconds, 0) + " s is out of the range of integer time");
     }
     return seconds;
 }
@@ -86,82 +81,75 @@ TrafoT<double> poseAt(LineReader const& lines, Eigen::Vector3d const& position, 
 {
     double const norm = rotation.norm();
     if (!(std::abs(norm - 1.0) <= tolerance)) {
-        throw errorAt(lines,
-                      "the quaternion's length is " + fixed(norm, 4) + " instead of 1; is the order right?");
+        throw errorAt(
+            lines, "the norm of the quaternion is " + fixed(norm, 4) + " instead of 1; is the order right?");
     }
     rotation.coeffs() /= norm;
     return {position, rotation, true};
 }
 
-void append(std::vector<TrajectoryNode>& nodes, LineReader const& lines, TrajectoryNode const& node)
+/// Reads one value from each line of data, by `parse(lines, line, index)`.
+template <typename Value, typename Parse>
+std::vector<Value> readLines(std::istream& text, std::filesystem::path const& name, Parse const& parse)
 {
-    if (nodes.size() == largestNodeCount) {
-        throw errorAt(lines,
-                      "a trajectory stream holds at most " + std::to_string(largestNodeCount) +
-                          " poses; cut the input into parts");
+    LineReader lines(text, name);
+    std::vector<Value> values;
+    std::string_view line;
+    while (nextDataLine(lines, line)) {
+        if (values.size() == largestNodeCount) {
+            throw errorAt(lines,
+                          "a trajectory stream holds at most " + std::to_string(largestNodeCount) +
+                              " poses; cut the input into parts");
+        }
+        values.push_back(parse(lines, line, values.size()));
     }
-    nodes.push_back(node);
+    return values;
 }
 
-void requireSome(std::vector<TrajectoryNode> const& nodes, LineReader const& lines)
+template <typename Parse>
+std::vector<TrajectoryNode>
+readNodes(std::istream& text, std::filesystem::path const& name, Parse const& parse)
 {
+    auto nodes = readLines<TrajectoryNode>(text, name, parse);
     if (nodes.empty()) {
-        throw fileError(lines.name(), "there is no pose in it; check the file and --format");
+        throw fileError(name, "there is no pose in it; check the file and --format");
     }
+    return nodes;
 }
 
 } // namespace
 
 std::vector<TrajectoryNode> readTumPoses(std::istream& text, std::filesystem::path const& name)
 {
-    LineReader lines(text, name);
-    std::vector<TrajectoryNode> nodes;
-    std::string_view line;
-    while (nextDataLine(lines, line)) {
+    return readNodes(text, name, [](LineReader const& lines, std::string_view line, std::size_t /*index*/) {
         auto const [t, x, y, z, qx, qy, qz, qw] =
             numbersAt<8>(lines, line, "a TUM line (t tx ty tz qx qy qz qw)");
         double const time = checkedTime(lines, t);
-        append(nodes, lines, {time, poseAt(lines, {x, y, z}, Eigen::Quaterniond(qw, qx, qy, qz))});
-    }
-    requireSome(nodes, lines);
-    return nodes;
+        return TrajectoryNode(time, poseAt(lines, {x, y, z}, Eigen::Quaterniond(qw, qx, qy, qz)));
+    });
 }
 
 std::vector<TrajectoryNode> readEurocPoses(std::istream& text, std::filesystem::path const& name)
 {
-    constexpr std::size_t needed = 8;
-    LineReader lines(text, name);
-    std::vector<TrajectoryNode> nodes;
-    std::string_view line;
-    while (nextDataLine(lines, line)) {
-        std::array<std::string_view, needed> columns;
-        std::size_t found = 0;
-        for (bool more = true; more && found < needed; ++found) {
-            auto const comma = line.find(',');
-            columns[found] = trimmed(line.substr(0, comma));
-            more = comma != std::string_view::npos;
-            line.remove_prefix(more ? comma + 1 : line.size());
-        }
-        if (found < needed) {
+    return readNodes(text, name, [](LineReader const& lines, std::string_view line, std::size_t /*index*/) {
+        constexpr std::size_t needed = 8;
+        auto const columns = commaColumnsOf(line);
+        if (columns.size() < needed) {
             throw errorAt(lines,
-                          std::to_string(found) +
+                          std::to_string(columns.size()) +
                               " columns, but an EuRoC line (t,px,py,pz,qw,qx,qy,qz,...) has at least 8");
         }
         auto const nanoseconds = parseInteger(columns[0]);
         if (!nanoseconds) {
-            throw errorAt(lines, excerpt(columns[0]) + " is not a time in whole nanoseconds");
+            throw errorAt(lines, excerpt(columns[0]) + " is not a time in integer nanoseconds");
         }
         std::array<double, needed> v{};
         for (std::size_t i = 1; i < needed; ++i) {
             v[i] = numberAt(lines, columns[i]);
         }
-        append(nodes,
-               lines,
-               {secondsOfNanoseconds(*nanoseconds),
-                poseAt(lines, {v[1], v[2], v[3]}, Eigen::Quaterniond(v[4], v[5], v[6], v[7]))});
-    }
-    requireSome(nodes, lines);
-    return nodes;
+        return TrajectoryNode(secondsOfNanoseconds(*nanoseconds),
+                              poseAt(lines, {v[1], v[2], v[3]}, Eigen::Quaterniond(v[4], v[5], v[6], v[7])));
+    });
 }
 
 std::vector<TrajectoryNode> readKittiPoses(std::istream& text,
@@ -169,26 +157,39 @@ std::vector<TrajectoryNode> readKittiPoses(std::istream& text,
                                            std::vector<double> const& times,
                                            std::filesystem::path const& timesName)
 {
-    LineReader lines(text, name);
-    std::vector<TrajectoryNode> nodes;
-    std::string_view line;
-    while (nextDataLine(lines, line)) {
-        auto const m = numbersAt<12>(lines, line, "a KITTI line (a 3x4 matrix, row by row)");
-        Eigen::Matrix3d rotation;
-        rotation << m[0], m[1], m[2], m[4], m[5], m[6], m[8], m[9], m[10];
-        double const determinant = rotation.determinant();
-        if (!(std::abs(determinant - 1.0) <= tolerance)) {
-            throw errorAt(lines, "the matrix has the determinant " + fixed(determinant, 4) + " instead of 1");
-        }
-        if (nodes.size() == times.size()) {
-            throw errorAt(
-                lines, "there are only " + std::to_string(times.size()) + " times in " + timesName.string());
-        }
-        Bv_1_1::Mat4d<double> const matrix{
-            {m[0], m[4], m[8], 0.0, m[1], m[5], m[9], 0.0, m[2], m[6], m[10], 0.0, m[3], m[7], m[11], 1.0}};
-        append(nodes, lines, {times[nodes.size()], TrafoT<double>(matrix, true)});
-    }
-    requireSome(nodes, lines);
+    auto nodes =
+        readNodes(text, name, [&](LineReader const& lines, std::string_view line, std::size_t index) {
+            auto const m = numbersAt<12>(lines, line, "a KITTI line (a 3x4 matrix, row by row)");
+            Eigen::Matrix3d rotation;
+            rotation << m[0], m[1], m[2], m[4], m[5], m[6], m[8], m[9], m[10];
+            double const determinant = rotation.determinant();
+            if (!(std::abs(determinant - 1.0) <= tolerance)) {
+                throw errorAt(lines,
+                              "the determinant of the matrix is " + fixed(determinant, 4) + " instead of 1");
+            }
+            if (index == times.size()) {
+                throw errorAt(lines,
+                              "there are only " + std::to_string(times.size()) + " times in " +
+                                  timesName.string());
+            }
+            Bv_1_1::Mat4d<double> const matrix{{m[0],
+                                                m[4],
+                                                m[8],
+                                                0.0,
+                                                m[1],
+                                                m[5],
+                                                m[9],
+                                                0.0,
+                                                m[2],
+                                                m[6],
+                                                m[10],
+                                                0.0,
+                                                m[3],
+                                                m[7],
+                                                m[11],
+                                                1.0}};
+            return TrajectoryNode(times[index], TrafoT<double>(matrix, true));
+        });
     if (nodes.size() != times.size()) {
         throw fileError(timesName,
                         std::to_string(times.size()) + " times for " + std::to_string(nodes.size()) +
@@ -199,17 +200,10 @@ std::vector<TrajectoryNode> readKittiPoses(std::istream& text,
 
 std::vector<double> readTimes(std::istream& text, std::filesystem::path const& name)
 {
-    LineReader lines(text, name);
-    std::vector<double> times;
-    std::string_view line;
-    while (nextDataLine(lines, line)) {
-        if (times.size() == largestNodeCount) {
-            throw errorAt(lines,
-                          "a trajectory stream holds at most " + std::to_string(largestNodeCount) + " poses");
-        }
-        times.push_back(checkedTime(lines, numbersAt<1>(lines, line, "a line of times")[0]));
-    }
-    return times;
+    return readLines<double>(
+        text, name, [](LineReader const& lines, std::string_view line, std::size_t /*index*/) {
+            return checkedTime(lines, numbersAt<1>(lines, line, "a line of times")[0]);
+        });
 }
 
 } // namespace oV::Roamscan::tool

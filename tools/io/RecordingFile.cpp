@@ -3,7 +3,8 @@
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/InputFile.h"
-#include "tools/io/LittleEndian.h"
+
+#include <roamscan/frame/platform/LittleEndian.h>
 
 #include <array>
 #include <ostream>
@@ -27,7 +28,7 @@ InputFile openStream(std::filesystem::path const& path, std::string const& kind)
         throw fileError(path, "is too short for a " + kind + " (" + std::to_string(file.size) + " bytes)");
     }
     file.stream.read(prefix.data(), prefix.size());
-    auto const length = fromLittleEndian<std::uint64_t>(prefix.data());
+    std::uint64_t const length = fromLittleEndian(prefix);
     std::uint64_t const available = file.size - prefix.size();
     if (length > available) {
         throw fileError(path,

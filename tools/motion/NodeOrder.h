@@ -7,8 +7,8 @@
 namespace oV::Roamscan::tool
 {
 
-/// The nodes in order of their times; of several at the same time only the one that came last. Their times
-/// must be finite.
+/// Sorts nodes by time. Of several nodes at the same time only the last one remains. The times must be
+/// finite.
 [[nodiscard]] std::vector<TrajectoryNode const*> inOrderOfTime(std::vector<TrajectoryNode const*> nodes);
 
 } // namespace oV::Roamscan::tool

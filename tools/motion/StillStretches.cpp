@@ -57,7 +57,7 @@ std::vector<Pose> usablePoses(std::span<TrajectoryNode const> nodes, std::size_t
     return poses;
 }
 
-/// Reorders the numbers, of which there must be one.
+/// The median of at least one number. Reorders the numbers.
 double medianOf(std::vector<double>& numbers)
 {
     auto const middle = numbers.begin() + static_cast<std::ptrdiff_t>(numbers.size() / 2);
@@ -68,7 +68,7 @@ double medianOf(std::vector<double>& numbers)
     return *middle + (*std::max_element(numbers.begin(), middle) - *middle) / 2.0;
 }
 
-/// Of each of the poses' numbers the median.
+/// Computes the median of each component of poses.
 class MiddlePose
 {
 public:
@@ -79,8 +79,8 @@ public:
         for (Eigen::Index i = 0; i < 3; ++i) {
             middle.position[i] = medianBy(poses, [i](Pose const& pose) { return pose.position[i]; });
         }
-        // A rotation and its negative are the same. All are taken so that the number which is the largest for
-        // most of them is positive: no single pose can turn the others round.
+        // A quaternion and its negative are the same rotation. The signs are chosen so that the component
+        // with the largest median magnitude is positive, which no outlier can change.
         Eigen::Vector4d sizes;
         for (Eigen::Index i = 0; i < 4; ++i) {
             sizes[i] = medianBy(poses, [i](Pose const& pose) { return std::abs(pose.rotation.coeffs()[i]); });
@@ -110,7 +110,7 @@ private:
     std::vector<double> numbers_;
 };
 
-/// In degrees; more than any if one of them is too far from a rotation.
+/// The angle in degrees; infinite if a quaternion is too far from unit length.
 double turnBetween(Quaterniond const& from, Quaterniond const& to)
 {
     constexpr double shortest = 0.5;
@@ -121,7 +121,7 @@ double turnBetween(Quaterniond const& from, Quaterniond const& to)
     return 2.0 * std::atan2(turn.vec().norm(), std::abs(turn.w())) * 180.0 / std::numbers::pi;
 }
 
-/// Finds the stretches between two gaps.
+/// Finds the stretches in the poses between two gaps.
 class StretchFinder
 {
 public:
@@ -129,7 +129,7 @@ public:
         : settings_(settings), half_(half), sections_(sections)
     {}
 
-    /// The poses span two halves at least.
+    /// The poses span a window at least.
     void search(Poses poses)
     {
         Pose const* from = nullptr;
@@ -156,12 +156,12 @@ public:
 private:
     [[nodiscard]] bool isStillAt(double time, Poses poses)
     {
-        // At the two ends both halves still lie within what is known.
+        // Near the two ends, the window is shifted so that it stays within the poses.
         double const centre = std::max(poses.front().time + half_, std::min(time, poses.back().time - half_));
         auto const begin = std::ranges::lower_bound(poses, centre - half_, {}, &Pose::time);
         auto const middle = std::ranges::lower_bound(poses, centre, {}, &Pose::time);
         auto const end = std::ranges::upper_bound(poses, centre + half_, {}, &Pose::time);
-        if (begin == middle || middle == end) { // by rounding only
+        if (begin == middle || middle == end) { // only by rounding
             return false;
         }
         Pose const before = middlePose_.of({begin, middle});

@@ -9,40 +9,40 @@
 namespace oV::Roamscan::tool
 {
 
-/// What counts as standing still.
+/// The thresholds of standing still.
 struct StillSettings
 {
-    double speed = 0.05;     ///< Metres a second; slower is still.
-    double rate = 3.0;       ///< Degrees a second; slower is still.
-    double minSeconds = 1.0; ///< A shorter stretch does not count.
+    double speed = 0.05;     ///< Metres per second; slower is still.
+    double rate = 3.0;       ///< Degrees per second; slower is still.
+    double minSeconds = 1.0; ///< Shorter stretches are ignored.
 };
 
-/// Where in a recording the device stood still, and how much of it could be measured.
+/// When the device stood still, and how much of the recording could be measured.
 struct StillStretches
 {
     AnchorSections sections;  ///< The stretches.
     double window = 0.0;      ///< Seconds over which the motion was measured.
     double measured = 0.0;    ///< Seconds of the recording whose motion could be measured.
-    std::size_t poses = 0;    ///< Nodes that were measured: at different times, with a pose.
-    std::size_t unusable = 0; ///< Nodes without a finite time or pose, or beyond what integer time can count.
-    std::size_t gaps = 0;     ///< Steps in time about which nothing is known.
+    std::size_t poses = 0;    ///< Nodes that were used: at different times, with a valid pose.
+    std::size_t unusable = 0; ///< Nodes without a finite time or pose, or out of the range of integer time.
+    std::size_t gaps = 0;     ///< Steps in time that are too long to be measured.
     double largestGap = 0.0;  ///< Seconds.
 };
 
 /// Finds the stretches in which the device stood still.
 ///
-/// Neighbouring poses say little about motion: a millimetre of noise at 300 poses a second looks like 0.3
-/// m/s. So the motion at a time is that between two poses of the middle, the medians over the quarter of a
-/// second before and the one after; where poses come less often, both halves grow until some four poses are
-/// in each. The medians bear single poses that are far off, and are right for steady motion however the poses
-/// are spaced. A stretch begins and ends at poses, inside the true one: where a fast device stops at once by
-/// half of such a half, where it slows down gently by less. Trembling that is faster than a half is taken for
-/// noise.
+/// The difference between neighbouring poses is mostly noise: one millimetre at 300 poses per second looks
+/// like 0.3 m/s. Therefore the motion at a time is measured between two median poses, over the half window of
+/// 0.25 s before and the one after; with fewer poses per second, the half windows grow until each contains
+/// about four poses. Medians are robust against outliers, and exact for steady motion with any spacing of the
+/// poses. A stretch begins and ends at poses and is shorter than the true one: by half of a half window at
+/// each end where a fast device stops abruptly, by less where it slows down gently. Vibration that is faster
+/// than a half window counts as noise.
 ///
-/// A step in time longer than a half is a gap. No stretch goes across it, and what lies between gaps that are
-/// closer than two halves is not measured.
+/// A step in time longer than a half window is a gap. No stretch contains a gap, and poses between two gaps
+/// that are less than a window apart are not measured.
 ///
-/// The nodes may come in any order; of several at the same time the last one counts.
+/// The nodes may be in any order; of several at the same time the last one counts.
 [[nodiscard]] StillStretches findStillStretches(std::span<TrajectoryNode const> nodes,
                                                 StillSettings const& settings);
 

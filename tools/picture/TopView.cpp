@@ -39,23 +39,19 @@ Interval withoutOutliers(std::vector<float> values, double share)
     if (values.empty()) {
         return {};
     }
-    auto const cut = static_cast<std::ptrdiff_t>(share * static_cast<double>(values.size()));
-    auto const low = values.begin() + cut;
-    std::nth_element(values.begin(), low, values.end());
-    Interval interval{*low, *low};
-    auto const high = values.end() - 1 - cut;
-    std::nth_element(values.begin(), high, values.end());
-    interval.high = *high;
-    return interval;
+    auto const sortedAt = [&](std::size_t index) {
+        auto const place = values.begin() + static_cast<std::ptrdiff_t>(index);
+        std::nth_element(values.begin(), place, values.end());
+        return *place;
+    };
+    auto const cut = static_cast<std::size_t>(share * static_cast<double>(values.size()));
+    return {sortedAt(cut), sortedAt(values.size() - 1 - cut)};
 }
 
 Interval withoutOutliers(std::vector<Vector3f> const& points, int axis, double share)
 {
-    std::vector<float> values;
-    values.reserve(points.size());
-    for (Vector3f const& point : points) {
-        values.push_back(point[axis]);
-    }
+    std::vector<float> values(points.size());
+    std::ranges::transform(points, values.begin(), [axis](Vector3f const& point) { return point[axis]; });
     return withoutOutliers(std::move(values), share);
 }
 
@@ -126,9 +122,8 @@ void addPoint(cv::Mat1f& density, Vector2d const& place)
 float nearlyHighest(cv::Mat1f const& density)
 {
     constexpr float something = 0.05F;
-    std::vector<float> values;
-    std::copy_if(
-        density.begin(), density.end(), std::back_inserter(values), [](float v) { return v > something; });
+    std::vector<float> values(density.begin(), density.end());
+    std::erase_if(values, [](float v) { return v <= something; });
     return std::max(withoutOutliers(std::move(values), 0.05).high, 1.0F);
 }
 
@@ -172,35 +167,19 @@ public:
 
     void rectangle(Vector2d const& topLeft, Vector2d const& size, Colour const& colour)
     {
-        Vector2d const last = enlargement * (topLeft + size) - Vector2d::Ones(); // is filled, too
-        cv::Point const first(cvRound(enlargement * topLeft.x()), cvRound(enlargement * topLeft.y()));
-        cv::rectangle(enlarged_, first, {cvRound(last.x()), cvRound(last.y())}, ink(colour), cv::FILLED);
+        enlarged_(cv::Rect(pixelAt(topLeft), pixelAt(topLeft + size))).setTo(ink(colour));
     }
 
     void disc(Vector2d const& centre, double radius, Colour const& colour)
     {
-        cv::circle(enlarged_,
-                   fixedPoint(centre),
-                   cvRound(radius * enlargement * fractions),
-                   ink(colour),
-                   cv::FILLED,
-                   cv::LINE_8,
-                   fractionBits);
+        cv::circle(enlarged_, pixelAt(centre), cvRound(enlargement * radius), ink(colour), cv::FILLED);
     }
 
     void line(std::vector<Vector2d> const& places, double thickness, Colour const& colour)
     {
-        std::vector<cv::Point> points;
-        for (Vector2d const& place : places) {
-            points.push_back(fixedPoint(place));
-        }
-        cv::polylines(enlarged_,
-                      points,
-                      false,
-                      ink(colour),
-                      cvRound(thickness * enlargement),
-                      cv::LINE_8,
-                      fractionBits);
+        std::vector<cv::Point> points(places.size());
+        std::ranges::transform(places, points.begin(), pixelAt);
+        cv::polylines(enlarged_, points, false, ink(colour), cvRound(enlargement * thickness));
     }
 
     /// The extent of a text in pixels.
@@ -212,15 +191,8 @@ public:
 
     void text(std::string const& text, Vector2d const& bottomLeft, double thickness, Colour const& colour)
     {
-        cv::Point const start(cvRound(enlargement * bottomLeft.x()), cvRound(enlargement * bottomLeft.y()));
-        cv::putText(enlarged_,
-                    text,
-                    start,
-                    font,
-                    fontScale,
-                    ink(colour),
-                    cvRound(thickness * enlargement),
-                    cv::LINE_8);
+        int const stroke = cvRound(enlargement * thickness);
+        cv::putText(enlarged_, text, pixelAt(bottomLeft), font, fontScale, ink(colour), stroke);
     }
 
     [[nodiscard]] cv::Mat3b smoothed() const
@@ -232,18 +204,15 @@ public:
 
 private:
     static constexpr int enlargement = 4;
-    static constexpr int fractionBits = 4; // of coordinates in the enlarged picture
-    static constexpr int fractions = 1 << fractionBits;
     static constexpr int font = cv::FONT_HERSHEY_SIMPLEX;
     static constexpr double fontScale = enlargement; // capital letters are some 21 pixels high
 
     static cv::Scalar ink(Colour const& colour) { return 255.0F * colour; }
 
-    /// OpenCV's whole numbers are the centres of pixels.
-    static cv::Point fixedPoint(Vector2d const& place)
+    /// In the enlarged picture.
+    static cv::Point pixelAt(Vector2d const& place)
     {
-        Eigen::Array2d const scaled = (enlargement * place.array() - 0.5) * fractions;
-        return {cvRound(scaled.x()), cvRound(scaled.y())};
+        return {cvRound(enlargement * place.x()), cvRound(enlargement * place.y())};
     }
 
     cv::Mat3b enlarged_;
@@ -290,12 +259,7 @@ void drawPath(Pen& pen, PlanView const& view, std::vector<Vector2f> const& path)
 double roundLength(double length)
 {
     double const power = std::pow(10.0, std::floor(std::log10(length)));
-    for (double const step : {5.0, 2.0}) {
-        if (step * power <= length) {
-            return step * power;
-        }
-    }
-    return power;
+    return power * (5.0 * power <= length ? 5.0 : 2.0 * power <= length ? 2.0 : 1.0);
 }
 
 std::string lengthLabel(double metres)

@@ -15,8 +15,8 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-/// How far a point came on its way into the global frame.
-enum class Fate
+/// What the library asked about a point, and with which result.
+enum class Outcome
 {
     WithoutTime,
     Outside,
@@ -29,9 +29,8 @@ bool isFinite(Bv_1_1::Vec3d<float> const& v)
     return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
 }
 
-/// Presents a scan to the library, and keeps book of what the library asked about the last point. A point's
-/// two indices are its block and its position in the block, so that a scan may have more points than an int
-/// can count.
+/// Gives the library access to a scan, and records the outcome of the last point. The two indices of a point
+/// are its block and its index in the block, so that a scan may have more points than an int can count.
 class ScanSource : public RoamscanDataAdapter
 {
 public:
@@ -42,8 +41,8 @@ public:
     [[nodiscard]] bool getScanPtTime(int first, int second, int64* time) override
     {
         double const seconds = scan_.times[indexOf(first, second)];
-        fate_ = std::isnan(seconds) ? Fate::WithoutTime : Fate::Outside;
-        if (fate_ == Fate::WithoutTime) {
+        outcome_ = std::isnan(seconds) ? Outcome::WithoutTime : Outcome::Outside;
+        if (outcome_ == Outcome::WithoutTime) {
             return false;
         }
         *time = integerTime(seconds);
@@ -55,11 +54,11 @@ public:
         ScanPoint const& point = scan_.points[indexOf(first, second)];
         auto const& p = point.position;
         bool const measured = p.x != 0.0F || p.y != 0.0F || p.z != 0.0F;
-        fate_ = measured && isFinite(p) ? Fate::Placed : Fate::WithoutPosition;
+        outcome_ = measured && isFinite(p) ? Outcome::Placed : Outcome::WithoutPosition;
         return point;
     }
 
-    [[nodiscard]] Fate fate() const { return fate_; } ///< Of the point that was asked for last.
+    [[nodiscard]] Outcome outcome() const { return outcome_; } ///< Of the last point.
 
 private:
     [[nodiscard]] static std::size_t indexOf(int first, int second)
@@ -67,7 +66,7 @@ private:
         return static_cast<std::size_t>(first) * blockSize + static_cast<std::size_t>(second);
     }
 
-    /// A time beyond integer time would wrap around into it, so it goes to the end instead.
+    /// Times out of the range of integer time are clamped.
     [[nodiscard]] static int64 integerTime(double seconds)
     {
         if (std::abs(seconds) > TimeConversion::largestSeconds) {
@@ -77,17 +76,17 @@ private:
     }
 
     ScanPoints const& scan_;
-    Fate fate_ = Fate::WithoutTime;
+    Outcome outcome_ = Outcome::WithoutTime;
 };
 
-void record(Placement& placement, Fate fate, IRoamscanData::ScanPoint const& global, double time)
+void record(Placement& placement, Outcome outcome, IRoamscanData::ScanPoint const& global, double time)
 {
     auto const& p = global.position;
-    if (fate == Fate::WithoutTime) {
+    if (outcome == Outcome::WithoutTime) {
         ++placement.withoutTime;
-    } else if (fate == Fate::Outside) {
+    } else if (outcome == Outcome::Outside) {
         ++placement.outside;
-    } else if (fate == Fate::WithoutPosition || !isFinite(p)) {
+    } else if (outcome == Outcome::WithoutPosition || !isFinite(p)) {
         ++placement.withoutPosition;
     } else {
         placement.placed.push_back({p.x, p.y, p.z, global.intensity, time});
@@ -107,7 +106,7 @@ Placement placePoints(ScanPoints const& scan, Trajectory const& trajectory)
         auto const first = static_cast<int>(i / ScanSource::blockSize);
         auto const second = static_cast<int>(i % ScanSource::blockSize);
         auto const global = source.getGlobalScanPt(first, second, trajectory, nullptr);
-        record(placement, source.fate(), global, scan.times[i]);
+        record(placement, source.outcome(), global, scan.times[i]);
     }
     return placement;
 }

@@ -11,14 +11,14 @@
 namespace oV::Roamscan::tool
 {
 
-/// What became of the points of a scan.
+/// The result of placing the points of a scan.
 struct Placement
 {
-    std::vector<CloudPoint> placed; ///< In the trajectory's global frame, in the order of the scan.
-    std::uint64_t withoutTime = 0;  ///< Had no time.
-    std::uint64_t outside = 0;      ///< Their time lies outside the trajectory.
+    std::vector<CloudPoint> placed; ///< In the world frame of the trajectory, in the order of the scan.
+    std::uint64_t withoutTime = 0;  ///< Points without a time.
+    std::uint64_t outside = 0;      ///< Points whose time is outside the trajectory.
     std::uint64_t withoutPosition =
-        0; ///< No measurement (a local position of zero), or a position that is not finite.
+        0; ///< Points without a measurement (position zero) or with a position that is not finite.
 
     [[nodiscard]] std::uint64_t total() const
     {
@@ -26,7 +26,7 @@ struct Placement
     }
 };
 
-/// Moves every point of a scan to where the trajectory was at the point's time.
+/// Transforms every point of a scan by the pose of the trajectory at the time of the point.
 [[nodiscard]] Placement placePoints(ScanPoints const& scan, Trajectory const& trajectory);
 
 } // namespace oV::Roamscan::tool

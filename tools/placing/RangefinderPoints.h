@@ -7,8 +7,8 @@
 namespace oV::Roamscan::tool
 {
 
-/// The points of a rangefinder in the order of its samples, without intensity and colour. A point's time is
-/// its sample's time stamp plus its own time within the burst in seconds.
+/// The points of a rangefinder in the order of its samples, without intensity and colour. The time of a point
+/// is the time stamp of its sample plus its own time within the sample.
 [[nodiscard]] ScanPoints scanPointsOf(SampleMap<mapping::RangefinderData> const& samples);
 
 } // namespace oV::Roamscan::tool

@@ -8,11 +8,11 @@
 namespace oV::Roamscan::tool
 {
 
-/// The points of a scan in the scanner's own frame, in metres, with their times in seconds; NaN for no time.
+/// The points of a scan in the frame of the scanner, in metres, with their times in seconds; NaN for no time.
 struct ScanPoints
 {
     std::vector<IRoamscanData::ScanPoint> points;
-    std::vector<double> times; ///< As many as there are points.
+    std::vector<double> times; ///< One for each point.
 
     [[nodiscard]] std::size_t size() const { return points.size(); }
 };

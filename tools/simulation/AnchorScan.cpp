@@ -13,7 +13,7 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-constexpr double span = 0.1; // seconds that the picture takes, with what comes before and after it
+constexpr double span = 0.1; // seconds, of the metadata around the picture
 
 AnchorScanMetadata::PanoramaPicture pictureOf(std::string const& name, double time)
 {

@@ -12,20 +12,20 @@
 namespace oV::Roamscan::tool
 {
 
-/// A panorama that is taken on the way, and what is told of it.
+/// A panorama that is taken during the motion, and its metadata.
 struct AnchorScan
 {
     PanoramaCamera camera;
     AnchorScanMetadata metadata;
 };
 
-/// The panorama that the instrument's camera (Device3) takes in the middle of the motion. It stands upright,
-/// and its middle shows where the instrument points to. `planFromBuilding` turns the building's frame so that
-/// z is up.
+/// The panorama that the instrument's camera (Device3) takes in the middle of the motion. It is upright, and
+/// its centre shows the forward direction of the instrument. `planFromBuilding` rotates the building's frame
+/// so that z is up.
 ///
-/// In the metadata, times are integer times, a tenth of a second around the picture's own at most; the angle
-/// is that of the picture's middle, in radians in the plan, counterclockwise from its x axis; and the
-/// velocity, in radians per second, is 0, for the whole picture is taken at once.
+/// In the metadata, the start and the end are at most 0.05 s from the time of the picture, all in integer
+/// time. The angle is that of the picture's centre: in radians in the plan, counterclockwise from its x axis.
+/// The velocity (radians per second) is 0, because the whole picture is taken at once.
 [[nodiscard]] AnchorScan
 anchorScan(Motion const& motion, Eigen::Matrix3d const& planFromBuilding, std::string const& pictureName);
 

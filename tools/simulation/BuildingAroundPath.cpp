@@ -20,13 +20,13 @@ namespace
 using Eigen::Vector2d;
 using Eigen::Vector3d;
 
-constexpr double clearance = 0.7; // metres from the path to anything that stands about
+constexpr double clearance = 0.7; // metres from the path to any obstacle
 constexpr double below = 1.2;     // metres from the lowest pose to the floor
 constexpr double above = 1.0;     // metres from the highest pose to the ceiling
 constexpr double bayWidth = 3.5;  // metres, about
 constexpr double mostBays = 12.0; // along one side
 constexpr double bayWallThickness = 0.15;
-constexpr std::uint64_t attempts = 600; // to stand something somewhere
+constexpr std::uint64_t attempts = 600; // to place obstacles
 
 /// Builds the hall in plan coordinates, where z is up.
 class Hall
@@ -48,7 +48,7 @@ public:
         addShell(building_, lowest_, highest_);
     }
 
-    /// Short walls at right angles to the outer ones, at the ends of bays of somewhat different widths.
+    /// Short walls at right angles to the outer walls. They form bays of different widths.
     void addBays()
     {
         for (int side = 0; side < 4; ++side) {
@@ -73,7 +73,7 @@ public:
         }
     }
 
-    /// Tries places until enough boxes stand clear of the path and of each other.
+    /// Tries random places until enough boxes are clear of the path and of each other.
     void scatter(std::string const& name,
                  std::size_t wanted,
                  Vector2d leastSize,
@@ -87,7 +87,7 @@ public:
             };
             Vector2d const size(draw(leastSize.x(), mostSize.x(), 1), draw(leastSize.y(), mostSize.y(), 2));
             double const angle = draw(0.0, std::numbers::pi, 3);
-            // Near the path, where it is seen: a long path leaves most of its hall out of range.
+            // Near the path, so that it is in range of the scanner.
             auto const nearby = static_cast<std::size_t>(draw(0.0, static_cast<double>(path_.size()), 4));
             double const direction = draw(0.0, 2.0 * std::numbers::pi, 5);
             double const away = draw(clearance, clearance + depth_, 6);
@@ -139,7 +139,7 @@ private:
 
     RandomNumbers random_;
     Building building_;
-    std::vector<Vector2d> path_; // thinned out
+    std::vector<Vector2d> path_; // without points that are close together
     std::vector<Disc> standing_;
     Vector3d lowest_;
     Vector3d highest_;

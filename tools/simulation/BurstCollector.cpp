@@ -34,13 +34,13 @@ void BurstCollector::finishBurst()
     if (burst_.empty()) {
         return;
     }
-    // The points are measured from where the sensor's own frame begins.
+    // The points are measured from the origin of the sensor's frame.
     mapping::Vector3<double> const origin;
     samples_.insert_or_assign(samples_.end(),
                               TimeConversion::convertToIntegerTime(start_),
                               std::make_shared<mapping::RangefinderData const>(
                                   mapping::TimeStamp(start_), origin, mapping::TimedPointCloud(burst_)));
-    burst_.clear(); // keeps its room
+    burst_.clear(); // keeps its capacity
 }
 
 } // namespace oV::Roamscan::tool

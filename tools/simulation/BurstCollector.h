@@ -9,18 +9,18 @@
 namespace oV::Roamscan::tool
 {
 
-/// Gathers the points of a scan into the samples of a rangefinder. A sample's time stamp is the time of its
-/// first point; the others count their times from there.
+/// Groups the points of a scan into samples of a rangefinder. The time stamp of a sample is the time of its
+/// first point; the times of the points are relative to it.
 class BurstCollector
 {
 public:
-    /// A sample takes the points of `duration` seconds at most.
+    /// @param duration the longest time of a sample in seconds
     explicit BurstCollector(double duration) : duration_(duration) {}
 
-    /// Adds a point, in order of time. A point without a time is left out.
+    /// Adds a point, in order of time. A point without a time is ignored.
     void add(CloudPoint const& point);
 
-    /// All samples, which are the receiver's afterwards.
+    /// Moves all samples out.
     [[nodiscard]] SampleMap<mapping::RangefinderData> take();
 
 private:

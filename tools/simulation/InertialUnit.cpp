@@ -16,7 +16,7 @@ namespace
 
 using Eigen::Vector3d;
 
-/// What three random numbers are drawn for, one for each axis.
+/// The purposes of random numbers; each takes three, one for each axis.
 enum Purpose : std::uint64_t
 {
     ForceNoise = 1,
@@ -29,10 +29,10 @@ constexpr double velocityTime = 0.005;  // seconds
 constexpr double northwardField = 20.0; // microtesla
 constexpr double downwardField = 44.0;  // microtesla
 
-/// How the unit moves at an instant: derivatives by central differences.
+/// The motion of the unit at an instant, by central differences.
 struct Moving
 {
-    Eigen::Matrix3d unitFromBuilding; ///< Turns the building's frame into the unit's.
+    Eigen::Matrix3d unitFromBuilding; ///< The rotation only.
     Vector3d acceleration;            ///< In the building's frame.
     Vector3d angularVelocity;         ///< In the unit's frame.
 };
@@ -44,8 +44,7 @@ Moving movingAt(double time, Motion const& motion, Eigen::Isometry3d const& body
     Eigen::Isometry3d const before = motion.at(earlier) * bodyFromUnit;
     Eigen::Isometry3d const now = motion.at(time) * bodyFromUnit;
     Eigen::Isometry3d const after = motion.at(later) * bodyFromUnit;
-    // Years of seconds leave little room for the digits of milliseconds: the steps are what the times really
-    // are apart.
+    // Far from time zero, the rounded times are not exactly velocityTime apart.
     Vector3d const arriving = (now.translation() - before.translation()) / (time - earlier);
     Vector3d const leaving = (after.translation() - now.translation()) / (later - time);
     Eigen::AngleAxisd const turn(before.linear().transpose() * after.linear());

@@ -23,9 +23,9 @@ struct InertialUnit
     double magneticDeviation = 0.3;  ///< Microtesla.
 };
 
-/// The samples from the motion's start to its stop. `planFromBuilding` turns the building's frame so that z
-/// is up and y north. Velocities are taken over 5 ms, so that a jump in them shows as a push of that length.
-/// The same seed gives the same samples.
+/// The samples from the start of the motion to its stop. `planFromBuilding` rotates the building's frame so
+/// that z is up and y north. Velocities are differences over 5 ms, so a jump in velocity becomes a pulse of
+/// that length. The same seed gives the same samples.
 [[nodiscard]] SampleMap<mapping::ImuData> measure(InertialUnit const& unit,
                                                   Motion const& motion,
                                                   Eigen::Matrix3d const& planFromBuilding,

@@ -30,8 +30,8 @@ std::vector<MountedDevice> instrument()
 {
     return {
         {Device::Device0, Eigen::Isometry3d::Identity()},
-        {Device::Device1, mounted({0.12, 0.0, 0.18}, 25.0, 65.0)},   // sweeps walls, floor and ceiling
-        {Device::Device2, mounted({-0.08, 0.0, 0.30}, 180.0, 15.0)}, // sweeps the walls all around
+        {Device::Device1, mounted({0.12, 0.0, 0.18}, 25.0, 65.0)},   // scans walls, floor and ceiling
+        {Device::Device2, mounted({-0.08, 0.0, 0.30}, 180.0, 15.0)}, // scans the walls all around
         {Device::Device3, mounted({0.05, 0.0, 0.45}, 0.0, 90.0)},
     };
 }

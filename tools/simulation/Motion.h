@@ -5,7 +5,7 @@
 namespace oV::Roamscan::tool
 {
 
-/// Where a carried instrument really is at any time. The body's x points forwards, y to the left, z up.
+/// The true motion of a carried instrument. The body's x axis points forwards, y to the left, z up.
 class Motion
 {
 public:
@@ -17,7 +17,8 @@ public:
     [[nodiscard]] virtual double startTime() const = 0; ///< Seconds.
     [[nodiscard]] virtual double stopTime() const = 0;
 
-    /// Body frame to the building's frame. Answers for some time before the start and after the stop, too.
+    /// The pose of the body (buildingFromBody). Also defined for a short time before the start and after the
+    /// stop.
     [[nodiscard]] virtual Eigen::Isometry3d at(double time) const = 0;
 };
 

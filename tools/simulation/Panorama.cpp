@@ -19,7 +19,7 @@ using Eigen::Vector3d;
 constexpr double pi = std::numbers::pi;
 constexpr int blockSize = 16; // pixels, as rows and as columns
 
-/// The same on every machine, which std::hash is not (FNV-1a).
+/// FNV-1a; unlike std::hash, the same on every machine.
 std::uint32_t hashOf(std::string_view text)
 {
     std::uint32_t hash = 2166136261U;
@@ -78,7 +78,7 @@ Colour surfaceColour(std::string_view name)
 
 Colour shade(Surface const& surface, RayHit const& hit)
 {
-    constexpr double dimRange = 15.0; // metres, where half of the light is left
+    constexpr double dimRange = 15.0; // metres, for half of the light
     double const facing = 0.55 + 0.45 * hit.cosIncidence;
     double const near = 1.0 / (1.0 + hit.range * hit.range / (dimRange * dimRange));
     double const light = (0.4 + 0.65 * surface.reflectance) * facing * near;
@@ -93,7 +93,7 @@ Colour emptiness()
 cv::Mat takePanorama(PanoramaCamera const& camera, Building const& building, cv::Size size)
 {
     SurfacesInView const inView(building, camera.position);
-    // The way to a block's corner goes along its middle row, then along a column.
+    // Bounds the angle to a corner: along the middle row, then along a column.
     double const halfAngle = blockSize * (pi / size.width + pi / size.height / 2.0);
     cv::Mat picture(size, CV_8UC3);
     for (int top = 0; top < size.height; top += blockSize) {

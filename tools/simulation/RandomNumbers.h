@@ -5,8 +5,8 @@
 namespace oV::Roamscan::tool
 {
 
-/// Random numbers by position: the same seed, position and purpose give the same number on every machine, in
-/// any order of asking. The arithmetic is exact, so the standard library has no say in it.
+/// Counter-based random numbers: the same seed, position and purpose give the same number on every machine,
+/// in any order of calls. The arithmetic is exact and does not depend on the standard library.
 class RandomNumbers
 {
 public:
@@ -49,7 +49,7 @@ public:
 private:
     static constexpr std::uint64_t increment = 0x9E3779B97F4A7C15U; // 2^64 over the golden ratio
 
-    /// Spreads every bit over the whole word (the finaliser of the SplitMix64 generator).
+    /// The finalizer of SplitMix64.
     [[nodiscard]] static std::uint64_t mixed(std::uint64_t x)
     {
         x += increment;

@@ -26,8 +26,8 @@ void check(TrajectoryNode const& node, std::filesystem::path const& name)
         throw fileError(name, "a pose or its time is not finite; import the recording again without it");
     }
     if (std::abs(node.time) > TimeConversion::largestSeconds) {
-        throw fileError(name,
-                        "a pose lies more than 2900 years from time zero, beyond what a recording counts");
+        throw fileError(
+            name, "the time of a pose is more than 2900 years from zero, out of the range of a recording");
     }
     if (std::abs(node.pose.rotation().norm() - 1.0) > unitTolerance) {
         throw fileError(name, "a pose's quaternion is not of unit length");
@@ -35,8 +35,8 @@ void check(TrajectoryNode const& node, std::filesystem::path const& name)
     if (node.pose.translation().cwiseAbs().maxCoeff() > farthest) {
         throw fileError(
             name,
-            "a pose lies more than 10 km from the origin, where the single precision of scan points "
-            "no longer shows millimetres; shift the recording");
+            "a pose is more than 10 km from the origin, where the single precision of scan points "
+            "no longer resolves millimetres; shift the recording");
     }
 }
 

@@ -12,13 +12,14 @@
 namespace oV::Roamscan::tool
 {
 
-/// A motion along recorded poses: steady from each to the next, at rest before the first and after the last.
+/// A motion along recorded poses, at constant velocity between successive poses and at rest before the first
+/// and after the last one.
 class RecordedMotion : public Motion
 {
 public:
-    /// Puts the nodes in order of time; of two at the same time the later one counts.
-    /// @throws ToolError, with `name` for the recording, if fewer than two different times remain, if a
-    /// number is not finite, a rotation is none, or the recording is too wide or too long to be scanned
+    /// The nodes may be in any order; of several at the same time the last one counts.
+    /// @throws ToolError, with `name` for the recording, if there are fewer than two different times, a
+    /// number is not finite, a quaternion is not of unit length, or the recording is too large or too long
     RecordedMotion(std::vector<TrajectoryNode> const& nodes, std::filesystem::path const& name);
 
     [[nodiscard]] double startTime() const override;

@@ -18,7 +18,7 @@ constexpr double doorHeight = 2.1;
 constexpr double wallThickness = 0.15;
 constexpr double wallReflectance = 0.75;
 
-/// A piece of wall over a stretch of its line; `bottom` above 0 leaves a passage below.
+/// A piece of a wall; with `bottom` above 0, there is a passage below it.
 void addPiece(Building& building, std::string const& name, Vector2d from, Vector2d to, double bottom)
 {
     bool const alongX = from.y() == to.y();

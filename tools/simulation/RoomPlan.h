@@ -9,12 +9,11 @@
 namespace oV::Roamscan::tool
 {
 
-/// A floor of 24 m by 14 m: a corridor, three rooms on either side of it, doors, pillars and cupboards. Its
-/// lowest corner is the origin.
+/// A floor of 24 m by 14 m with a corridor, three rooms on either side, doors, pillars and cupboards. The
+/// origin is its corner with the smallest coordinates.
 [[nodiscard]] Building roomPlan();
 
-/// A round walk through all rooms of that floor and their doors, about 80 m long: the corners of a closed
-/// line.
+/// The corners of a closed line of about 80 m through all rooms of that floor and their doors.
 [[nodiscard]] std::vector<Eigen::Vector2d> roundWalk();
 
 } // namespace oV::Roamscan::tool

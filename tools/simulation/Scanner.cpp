@@ -16,7 +16,7 @@ namespace
 
 using Eigen::Vector3d;
 
-/// What a random number is drawn for.
+/// The purposes of random numbers.
 enum Purpose : std::uint64_t
 {
     RangeNoise = 1,
@@ -24,7 +24,7 @@ enum Purpose : std::uint64_t
     IntensityNoise = 3
 };
 
-/// Bright surfaces that face the scanner send more back.
+/// Higher for bright surfaces and steep rays.
 std::uint16_t intensityOf(double reflectance, RayHit const& hit, double noise)
 {
     double const share = reflectance * (0.25 + 0.75 * hit.cosIncidence) * (1.0 + 0.03 * noise);

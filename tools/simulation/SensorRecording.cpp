@@ -14,7 +14,7 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-// Together the two heads and the two units stay below the 1,000,000 tables of a stream.
+// Together, the two heads and the two units need fewer than the 1,000,000 tables of a stream.
 constexpr double mostPoints = 12'000'000.0; // of a head
 constexpr double mostBursts = 150'000.0;    // of a head
 constexpr double mostInertial = 340'000.0;  // samples of a unit
@@ -55,7 +55,7 @@ public:
     }
 
 private:
-    /// Every sensor has noise of its own.
+    /// Every sensor has its own noise.
     [[nodiscard]] std::uint64_t nextSeed() { return seeds_.bits(sensorCount_++, 0); }
 
     SensorData& data_;

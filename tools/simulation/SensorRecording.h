@@ -11,22 +11,23 @@
 namespace oV::Roamscan::tool
 {
 
-/// How often the sensors measure.
+/// The measurement rates of the sensors.
 struct SensorRates
 {
     double pointsPerSecond = 20'000.0; ///< Of each rangefinder.
-    double burst = 0.002;              ///< Seconds that a sample of a rangefinder lasts.
+    double burst = 0.002;              ///< Seconds per sample of a rangefinder.
     double inertialPerSecond = 200.0;  ///< Samples of each inertial unit.
 };
 
-/// Longer bursts in long motions, and at last fewer measurements, so that a sensor stream with all of them
-/// can be read back, and written in less than two gigabytes of memory.
+/// The rates for a motion of this duration in seconds. Long motions have longer samples of rangefinders, and
+/// the longest ones fewer measurements, so that the sensor stream can be read back, and written in less than
+/// two gigabytes of memory.
 [[nodiscard]] SensorRates sensorRates(double duration);
 
-/// What the sensors of the instrument measure on the way, and how they are mounted. `planFromBuilding` turns
-/// the building's frame so that z is up. The same seed gives the same samples.
+/// The samples of the instrument's sensors during the motion, and their mounting poses. `planFromBuilding`
+/// rotates the building's frame so that z is up. The same seed gives the same samples.
 ///
-/// `firstHead` takes the points of "scanner1", also those whose times got lost, which no sample has.
+/// `firstHead` receives the points of "scanner1", including those without a time, which are in no sample.
 [[nodiscard]] SensorData recordSensors(Motion const& motion,
                                        Building const& building,
                                        Eigen::Matrix3d const& planFromBuilding,

@@ -3,7 +3,7 @@
 namespace oV::Roamscan::tool
 {
 
-/// A day, in seconds: the longest motion that is simulated.
+/// The longest motion that is simulated: a day, in seconds.
 inline constexpr double longestSimulation = 86'400.0;
 
 } // namespace oV::Roamscan::tool

@@ -14,21 +14,21 @@ namespace
 using Eigen::Vector2d;
 using Eigen::Vector3d;
 
-constexpr double beginning = 1000.0; // seconds; recordings hardly ever start at zero
+constexpr double beginning = 1000.0; // seconds; recordings rarely start at zero
 constexpr double speed = 1.25;       // metres per second along the line
-constexpr double spacing = 0.6;      // metres, about, from control point to control point
+constexpr double spacing = 0.6;      // metres between control points, approximately
 constexpr double carryHeight = 1.4;  // metres
 constexpr double stepsPerSecond = 1.8;
 
-/// What the steps do to the body.
-constexpr double sway = 0.03; // metres to either side, once in two steps
+/// Amplitudes of the motion of the body by the steps.
+constexpr double sway = 0.03; // metres to either side, once per two steps
 constexpr double bob = 0.015; // metres up and down, with each step
 constexpr double roll = 0.02; // radians, with the sway
 constexpr double nod = 0.025; // radians, with the bob
 constexpr double yaw = 0.03;  // radians, with the sway
 
-/// The six pieces of a uniform B-spline of the fifth degree, as polynomials over the fraction of the way from
-/// one control point to the next; times 120, the constant term first.
+/// The six pieces of the uniform B-spline basis of degree 5, as polynomials in the fraction between two
+/// control points: 120 times the coefficients, the constant term first.
 constexpr std::size_t pieces = 6;
 constexpr std::array<std::array<double, pieces>, pieces> basis{{
     {1.0, -5.0, 10.0, -10.0, 5.0, -1.0},

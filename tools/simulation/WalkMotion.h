@@ -9,9 +9,9 @@
 namespace oV::Roamscan::tool
 {
 
-/// Somebody who walks round and round along a closed line, looking where they go. The body sways, nods and
-/// bobs with the steps. Position and attitude are smooth: the line is a spline of the fifth degree, without a
-/// jump up to the fourth derivative, that rounds off the corners.
+/// A person who walks along a closed line, round after round, facing forwards. The body sways, nods and bobs
+/// with the steps. The motion is smooth: the line is a uniform B-spline of degree 5, which rounds the corners
+/// and has continuous derivatives up to the fourth.
 class WalkMotion : public Motion
 {
 public:
@@ -24,7 +24,7 @@ public:
     [[nodiscard]] Eigen::Isometry3d at(double time) const override;
 
 private:
-    /// On the line: where, and which way per second.
+    /// Position and velocity on the line.
     struct Place
     {
         Eigen::Vector2d position;

@@ -68,13 +68,13 @@ TEST_F(ExifCommandTest, ShowsATable)
                   "  -                    Somebody  -\n");
 }
 
-TEST_F(ExifCommandTest, APictureWithoutABlockIsNoFailure)
+TEST_F(ExifCommandTest, APictureWithoutABlockIsNotAFailure)
 {
     EXPECT_EQ(rowOf(write("a.png", "\x89PNG\r\n")), "  no valid EXIF block");
     EXPECT_EQ(rowOf(write("empty", "")), "  no valid EXIF block");
 }
 
-TEST_F(ExifCommandTest, WhatFillsATextIsNotShown)
+TEST_F(ExifCommandTest, PaddingIsNotShown)
 {
     EXPECT_EQ(rowOf(writeMake("a.jpg", "PENTAX  \0\0 \0"s)), "  -              PENTAX  -");
     EXPECT_EQ(rowOf(writeMake("b.jpg", "     \0"s)), "  -              -     -");
@@ -93,7 +93,7 @@ TEST_F(ExifCommandTest, LongTextsAreCut)
               "  -              " + std::string(37, 'm') + "...  -");
 }
 
-TEST_F(ExifCommandTest, SaysItInJson)
+TEST_F(ExifCommandTest, PrintsJson)
 {
     auto const camera = writeCamera("a.jpg");
     auto const none = write("b.jpg", "");

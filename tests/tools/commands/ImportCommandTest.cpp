@@ -53,7 +53,7 @@ TEST_F(ImportCommandTest, NothingIsWrittenOnFailure)
     EXPECT_EQ(names(), Names{"poses.csv"});
 }
 
-TEST_F(ImportCommandTest, WhatStoodThereStaysOnFailure)
+TEST_F(ImportCommandTest, ThePreviousOutputIsKeptOnFailure)
 {
     auto const poses = write("poses.txt", "x\n");
     write("a.trajectory", "before");
@@ -92,7 +92,7 @@ TEST_F(ImportCommandTest, TheInputIsNotOverwritten)
     EXPECT_EQ(read("poses.txt"), "5 1 2 3 0 0 0 1\n");
 }
 
-TEST_F(ImportCommandTest, RealRecordingsAreTakenWhole)
+TEST_F(ImportCommandTest, RealRecordingsAreImportedCompletely)
 {
     std::filesystem::path const folder = std::filesystem::path(ROAMSCAN_SHARED_DATA_DIR) / "trajectories";
     auto const tum = folder / "fr2_desk_groundtruth.txt";

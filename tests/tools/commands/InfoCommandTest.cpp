@@ -126,7 +126,7 @@ TEST(TrajectoryInfo, NodesWithoutTimeAreCountedApart)
     EXPECT_EQ(describe(data).at("to"), 5.0);
 }
 
-TEST_F(InfoCommandTest, SaysItInWords)
+TEST_F(InfoCommandTest, PrintsText)
 {
     writeHandMade("a.trajectory");
     std::ofstream(file("a.trajectory"), std::ios::binary | std::ios::app) << "tail";
@@ -147,7 +147,7 @@ TEST_F(InfoCommandTest, SaysItInWords)
             "  4 bytes follow the stream\n");
 }
 
-TEST_F(InfoCommandTest, SaysItInJson)
+TEST_F(InfoCommandTest, PrintsJson)
 {
     writeHandMade("a.trajectory");
     ToolRun const info = run({"info", "--json", file("a.trajectory")});
@@ -207,7 +207,7 @@ TEST(SensorInfo, AnySpanCanBeMeasured)
     EXPECT_NEAR(units[2].at("largestGap"), 184467440737.1, 0.1);
 }
 
-TEST_F(InfoCommandTest, SaysWhatIsInASensorStream)
+TEST_F(InfoCommandTest, PrintsASensorStreamAsText)
 {
     writeHandMadeSensors("a.sensors");
     ToolRun const info = run({"info", file("a.sensors")});
@@ -230,7 +230,7 @@ TEST_F(InfoCommandTest, SaysWhatIsInASensorStream)
                   "  tables: 12 of the 1000000 that a reader accepts\n");
 }
 
-TEST_F(InfoCommandTest, SaysWhetherThePosesAreApplied)
+TEST_F(InfoCommandTest, PrintsWhetherThePosesAreApplied)
 {
     SensorData data = handMadeSensors();
     data.applyPoses();
@@ -243,7 +243,7 @@ TEST_F(InfoCommandTest, SaysWhetherThePosesAreApplied)
               std::string::npos);
 }
 
-TEST_F(InfoCommandTest, SaysWhatIsInASensorStreamInJson)
+TEST_F(InfoCommandTest, PrintsASensorStreamAsJson)
 {
     writeHandMadeSensors("a.sensors");
     ToolRun const info = run({"info", "--json", file("a.sensors")});

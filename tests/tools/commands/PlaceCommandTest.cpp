@@ -143,7 +143,7 @@ private:
 
 } // namespace
 
-TEST_F(PlaceCommandTest, ASimulatedWalkComesOutAtItsWalls)
+TEST_F(PlaceCommandTest, ASimulatedWalkIsPlacedOnItsWalls)
 {
     simulate({"--seconds", "1"});
     ToolRun const placing = place(
@@ -177,7 +177,7 @@ TEST_F(PlaceCommandTest, ASimulatedWalkComesOutAtItsWalls)
     }
 }
 
-TEST_F(PlaceCommandTest, EveryTargetComesOutAtTheWalls)
+TEST_F(PlaceCommandTest, EveryTargetIsPlacedOnTheWalls)
 {
     simulate({"--seconds", "0.3"});
     for (int const to : {0, 1, 2, 3}) {
@@ -200,7 +200,7 @@ TEST_F(PlaceCommandTest, EveryRangefinderBelongsToItsDevice)
     }
 }
 
-TEST_F(PlaceCommandTest, ARecordingOfYearsOfSecondsComesOutAtItsWalls)
+TEST_F(PlaceCommandTest, ARecordingFarFromTimeZeroIsPlacedOnItsWalls)
 {
     std::string poses;
     for (int i = 0; i < 20; ++i) {
@@ -248,7 +248,7 @@ TEST_F(PlaceCommandTest, APointOfABurstIsPlacedAtItsOwnTime)
     EXPECT_EQ(readPlyFile(file("cloud.ply")).points.at(0).position, (Bv_1_1::Vec3d<float>{5.0F, 4.0F, 2.0F}));
 }
 
-TEST_F(PlaceCommandTest, ASensorStreamThatDoesNotFitIsTold)
+TEST_F(PlaceCommandTest, AnUnsuitableSensorStreamIsReported)
 {
     writeSmallRecording();
     auto const reason = [&](SensorData const& data, std::vector<std::string> const& more = {}) {
@@ -317,7 +317,7 @@ TEST_F(PlaceCommandTest, ErrorsAreDistancesToTheNearestSurface)
     EXPECT_EQ(lastLine(other.out), "placed 1 of 5 points, rms 0.2500 m") << other.err;
 }
 
-TEST_F(PlaceCommandTest, AMissingDeviceIsTold)
+TEST_F(PlaceCommandTest, AMissingDeviceIsReported)
 {
     writeSmallRecording();
     ToolRun const placing = place({"--cloud", file("cloud.ply"), "--picture", file("plan.png")}, 3, 0);
@@ -358,7 +358,7 @@ TEST_F(PlaceCommandTest, NothingIsLeftOnFailure)
     expectFailure("ends early");
 }
 
-TEST_F(PlaceCommandTest, ATrajectoryWithoutPosesIsTold)
+TEST_F(PlaceCommandTest, ATrajectoryWithoutPosesIsReported)
 {
     writeSmallRecording();
     std::ofstream stream(file("a.trajectory"), std::ios::binary);

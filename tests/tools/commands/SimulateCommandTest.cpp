@@ -212,7 +212,7 @@ TEST_F(SimulateCommandTest, TheHeadingOfThePanoramaIsThatOfTheWalk)
     EXPECT_NEAR(metadata.horizontalAngle, std::atan2(forwards.y(), forwards.x()), 0.05);
 }
 
-TEST_F(SimulateCommandTest, TilesOfAnEarlierPanoramaDoNotStay)
+TEST_F(SimulateCommandTest, TilesOfAPreviousPanoramaAreRemoved)
 {
     ASSERT_EQ(simulate("a", "1001").status, 0);
     ASSERT_EQ(simulate("a", "40").status, 0);
@@ -221,7 +221,7 @@ TEST_F(SimulateCommandTest, TilesOfAnEarlierPanoramaDoNotStay)
     EXPECT_EQ(panorama("a").size(), cv::Size(40, 20));
 }
 
-TEST_F(SimulateCommandTest, AnEarlierRunStaysAsItIsOnFailure)
+TEST_F(SimulateCommandTest, ThePreviousOutputIsKeptOnFailure)
 {
     ASSERT_EQ(simulate("a", "40").status, 0);
     std::vector<std::string> const files{"walk.trajectory", "panorama.json", "panorama/0.png"};
@@ -259,7 +259,7 @@ TEST_F(SimulateCommandTest, TheColumnsOfThePanoramaAreBounded)
     EXPECT_EQ(names(), Names{});
 }
 
-TEST_F(SimulateCommandTest, ThePanoramaTakesSeveralTilesUnlessToldOtherwise)
+TEST_F(SimulateCommandTest, ThePanoramaHasSeveralTilesByDefault)
 {
     ASSERT_EQ(run({"simulate", file("a"), "--seconds", "0.05"}).status, 0);
     EXPECT_EQ(namesIn("a/panorama"), (Names{"0.png", "1.png", "2.png"}));

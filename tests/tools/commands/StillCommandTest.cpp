@@ -75,7 +75,7 @@ TEST_F(StillCommandTest, PrintsJson)
                   R"("startTicks":1000000000,"endTicks":1375000000}],"total":3.75})");
 }
 
-TEST_F(StillCommandTest, SaysThatThereWasNoStop)
+TEST_F(StillCommandTest, PrintsThatThereWasNoStop)
 {
     std::string const name = save(handMade());
     ToolRun const still = run({"still", "--trajectory", name, "--min-seconds", "5"});
@@ -86,7 +86,7 @@ TEST_F(StillCommandTest, SaysThatThereWasNoStop)
     EXPECT_EQ(nlohmann::json::parse(json.out).at("stretches"), nlohmann::json::array());
 }
 
-TEST_F(StillCommandTest, SaysWhatIsNotKnown)
+TEST_F(StillCommandTest, PrintsGapsAndUnusableNodes)
 {
     TrajectoryData data = handMade();
     data.nodes.emplace_back(32.0);
@@ -102,7 +102,7 @@ TEST_F(StillCommandTest, SaysWhatIsNotKnown)
         << still.out;
 }
 
-TEST_F(StillCommandTest, SaysThatOnePoseIsTooFew)
+TEST_F(StillCommandTest, PrintsThatOnePoseIsTooFew)
 {
     TrajectoryData data;
     data.nodes.emplace_back(5.0);

@@ -78,7 +78,7 @@ TEST(SurfacesInView, AFaceIsInViewFromTheAngleOfItsEdgeOn)
         (Names{"ceiling", "outer wall, south", "outer wall, north", "outer wall, west", "outer wall, east"}));
 }
 
-TEST(SurfacesInView, WhatLiesBehindIsNotInView)
+TEST(SurfacesInView, SurfacesBehindTheOriginAreNotInView)
 {
     Building building;
     addBox(building, "box", {{3.0, 0.0}, {1.0, 1.0}, 0.0, -1.0, 1.0}, BoxLids::None, 0.5);
@@ -86,7 +86,7 @@ TEST(SurfacesInView, WhatLiesBehindIsNotInView)
     EXPECT_THAT(namesWithin(building, Vector3d::Zero(), {-1.0, 0.0, 0.0}, 0.5), IsEmpty());
 }
 
-TEST(SurfacesInView, AHalfSphereIsTooWideToTell)
+TEST(SurfacesInView, AConeOfAHalfSphereContainsEverySurface)
 {
     Building const building = cube();
     EXPECT_EQ(namesWithin(building, {5.0, 0.0, 0.0}, {1.0, 0.0, 0.0}, pi / 2.0).size(), 6U);

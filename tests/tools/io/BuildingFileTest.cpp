@@ -37,7 +37,7 @@ std::string surface(std::string const& corner, std::string const& edges)
 
 } // namespace
 
-TEST_F(BuildingFileTest, WhatIsWrittenIsReadBack)
+TEST_F(BuildingFileTest, WrittenDataIsReadBack)
 {
     Building building;
     building.surfaces.push_back({"wall", Rectangle({0.1, 0.2, 0.3}, {3.0, 4.0, 0.0}, {0.0, 0.0, 2.5}), 0.7});
@@ -62,7 +62,7 @@ TEST_F(BuildingFileTest, NameAndReflectanceMayBeLeftOut)
     EXPECT_EQ(building.surfaces[0].reflectance, 0.5);
 }
 
-TEST_F(BuildingFileTest, WhatIsNoBuildingIsRefused)
+TEST_F(BuildingFileTest, AnInvalidBuildingIsRefused)
 {
     for (std::string const& json : {std::string(),
                                     std::string("{"),

@@ -34,12 +34,12 @@ using Lines = std::vector<std::string>;
 
 } // namespace
 
-TEST(LineReader, LinesEndInEitherWay)
+TEST(LineReader, LinesEndWithLfOrCrLf)
 {
     EXPECT_EQ(linesOf("a\nb\r\n\nc\n"), (Lines{"a", "b", "", "c"}));
 }
 
-TEST(LineReader, TheLastLineMayEndWithout)
+TEST(LineReader, TheLastLineMayLackItsEnd)
 {
     EXPECT_EQ(linesOf("a\nb"), (Lines{"a", "b"}));
     EXPECT_EQ(linesOf("a\nb\r"), (Lines{"a", "b"}));

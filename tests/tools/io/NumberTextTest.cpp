@@ -49,13 +49,13 @@ TEST(NumberText, NanosecondsAreRoundedOnce)
     EXPECT_NE(static_cast<double>(treacherous) / 1e9, 1430257678.620673558);
 }
 
-TEST(NumberText, ColumnsStandBetweenBlanksAndTabs)
+TEST(NumberText, ColumnsAreSeparatedByBlanksOrCommas)
 {
-    std::string_view line = "  a\tbc  d ";
-    EXPECT_EQ(nextColumn(line), "a");
-    EXPECT_EQ(nextColumn(line), "bc");
-    EXPECT_EQ(nextColumn(line), "d");
-    EXPECT_EQ(nextColumn(line), "");
+    using Columns = std::vector<std::string_view>;
+    EXPECT_EQ(columnsOf("  a\tbc  d "), (Columns{"a", "bc", "d"}));
+    EXPECT_EQ(columnsOf(" \t "), Columns{});
+    EXPECT_EQ(commaColumnsOf(" a,b c ,,\td"), (Columns{"a", "b c", "", "d"}));
+    EXPECT_EQ(commaColumnsOf("a,"), (Columns{"a", ""}));
     EXPECT_EQ(trimmed(" \t x y\t"), "x y");
     EXPECT_EQ(trimmed(" \t "), "");
 }

@@ -22,7 +22,7 @@ class OutputFileTest : public ToolFixture
 
 } // namespace
 
-TEST_F(OutputFileTest, AppearsOnlyWhenItIsWhole)
+TEST_F(OutputFileTest, AppearsOnlyWhenItIsComplete)
 {
     OutputFile output(file("a.txt"));
     output.stream() << "text";
@@ -42,7 +42,7 @@ TEST_F(OutputFileTest, LeavesNothingWithoutCommit)
     EXPECT_EQ(names(), Names{});
 }
 
-TEST_F(OutputFileTest, KeepsWhatStoodThereWithoutCommit)
+TEST_F(OutputFileTest, KeepsThePreviousFileWithoutCommit)
 {
     write("a.txt", "before");
     {
@@ -59,7 +59,7 @@ TEST_F(OutputFileTest, KeepsWhatStoodThereWithoutCommit)
     EXPECT_EQ(names(), Names{"a.txt"});
 }
 
-TEST_F(OutputFileTest, AFailureOfTheStreamIsTold)
+TEST_F(OutputFileTest, AFailureOfTheStreamIsReported)
 {
     OutputFile output(file("a.txt"));
     output.stream().setstate(std::ios::badbit);
@@ -78,7 +78,7 @@ TEST_F(OutputFileTest, WritesThroughALink)
     EXPECT_EQ(read("real.txt"), "after");
 }
 
-TEST_F(OutputFileTest, RefusesWhatIsNoFile)
+TEST_F(OutputFileTest, RefusesATargetThatIsNotARegularFile)
 {
     EXPECT_NE(failureOf([&] { OutputFile output(file(".")); }).find("is a folder"), std::string::npos);
     EXPECT_NE(failureOf([&] { OutputFile output(file("no/such/a.txt")); }).find("cannot be created"),
@@ -89,7 +89,7 @@ TEST_F(OutputFileTest, RefusesWhatIsNoFile)
     }
 }
 
-TEST_F(OutputFileTest, TheSameFileByAnotherNameIsNoticed)
+TEST_F(OutputFileTest, TwoNamesOfTheSameFileAreRefused)
 {
     write("a.txt", "");
     EXPECT_EQ(failureOf([&] { requireDistinctFiles({file("a.txt"), file("b.txt"), "", ""}); }), "");

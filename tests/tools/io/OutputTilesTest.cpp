@@ -97,7 +97,7 @@ TEST_F(OutputTilesTest, KeepsThePictureThatWasThereWithoutCommit)
     expectPicture(1001, 7);
 }
 
-TEST_F(OutputTilesTest, NoTileOfAWiderPictureStaysBehind)
+TEST_F(OutputTilesTest, NoTileOfAPreviousWiderPictureRemains)
 {
     commitPicture(2001, 7);
     commitPicture(1000, 8);
@@ -114,7 +114,7 @@ TEST_F(OutputTilesTest, AnEmptyFolderIsReplaced)
     expectPicture(3, 7);
 }
 
-TEST_F(OutputTilesTest, ThePictureThatWasThereComesBackIfTheCommitFails)
+TEST_F(OutputTilesTest, ThePreviousPictureIsRestoredIfTheCommitFails)
 {
     commitPicture(1001, 7);
     OutputTiles output(file("pano.png"));
@@ -138,7 +138,7 @@ TEST_F(OutputTilesTest, ThePlaceIsOneToSerializeTo)
     expectPicture(4, 9);
 }
 
-TEST_F(OutputTilesTest, ATileThatCannotBeWrittenIsTold)
+TEST_F(OutputTilesTest, ATileThatCannotBeWrittenIsReported)
 {
     {
         OutputTiles const output(file("pano.png"));
@@ -189,7 +189,7 @@ TEST_F(OutputTilesTest, RefusesAFolderThatHoldsAnythingElse)
     }
 }
 
-TEST_F(OutputTilesTest, WhatCameIntoTheFolderInTheMeantimeIsNotThrownAway)
+TEST_F(OutputTilesTest, AFileAddedToTheFolderInTheMeantimeIsKept)
 {
     commitPicture(3, 7);
     {
@@ -212,7 +212,7 @@ TEST_F(OutputTilesTest, RefusesANameWithoutTheExtensionOfAPictureFormat)
     EXPECT_EQ(names(), Names{});
 }
 
-TEST_F(OutputTilesTest, RefusesAFolderThatIsNotThere)
+TEST_F(OutputTilesTest, RefusesAMissingParentFolder)
 {
     EXPECT_THAT(failureOf([&] { OutputTiles const output(file("no/such/pano.png")); }),
                 HasSubstr("no/such/pano: cannot be created"));

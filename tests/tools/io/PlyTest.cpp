@@ -68,7 +68,7 @@ TEST_F(PlyTest, TheWriterPutsTheCountIntoTheHeader)
                            0x3F, 0x34, 0x12, 0,    0, 0, 0, 0,    0, 0xF0, 0x3F}));
 }
 
-TEST_F(PlyTest, TheHeaderKeepsItsLengthWhateverTheCount)
+TEST_F(PlyTest, TheLengthOfTheHeaderDoesNotDependOnTheCount)
 {
     std::ostringstream stream;
     PlyWriter writer(stream);
@@ -81,7 +81,7 @@ TEST_F(PlyTest, TheHeaderKeepsItsLengthWhateverTheCount)
     EXPECT_EQ(stream.str().size(), length + 1234 * 22);
 }
 
-TEST_F(PlyTest, WhatIsWrittenIsReadBack)
+TEST_F(PlyTest, WrittenDataIsReadBack)
 {
     std::ostringstream stream;
     PlyWriter writer(stream);
@@ -153,13 +153,13 @@ TEST_F(PlyTest, HostileHeadersAreRefusedByLine)
               "scan.ply:8: the element \"vertex\" is ");
     EXPECT_EQ(refusal(start + "element vertex -1\n"), "scan.ply:3: \"-1\" is not a count of vertices");
     EXPECT_EQ(refusal(start + "element vertex 1e3\n"), "scan.ply:3: \"1e3\" is not a count of vertices");
-    EXPECT_EQ(refusal(start + "element vertex\n"), "scan.ply:3: an element has a name and a count");
+    EXPECT_EQ(refusal(start + "element vertex\n"), "scan.ply:3: an element needs a name and a count");
     EXPECT_EQ(refusal(start + "property float x\n"), "scan.ply:3: a property before its element");
     EXPECT_EQ(refusal(start + vertex + "property list uchar int x\n"),
-              "scan.ply:4: list properties have no place in a scan");
+              "scan.ply:4: list properties are not supported");
     EXPECT_EQ(refusal(start + vertex + "property half x\n"), "scan.ply:4: \"half\" is not a scalar type");
     EXPECT_EQ(refusal(start + vertex + coordinates + "property int x\n"),
-              "scan.ply:8: the property \"x\" stands there twice");
+              "scan.ply:8: the property \"x\" is there twice");
     EXPECT_EQ(refusal(start + vertex + coordinates + "end_header\r\n").substr(0, 26),
               "scan.ply:8: \"end_header?\" ");
     EXPECT_EQ(refusal(start + vertex + "property float x\nproperty float y\nproperty float z\n" + end),

@@ -94,7 +94,7 @@ TEST(TumPoses, AQuaternionMayBeOffByATenth)
     EXPECT_EQ(tum("1 0 0 0 0 0 0 1.0999").size(), 1U);
     EXPECT_EQ(tum("1 0 0 0 0 0 0 -0.9001").size(), 1U);
     EXPECT_EQ(failure(tum, "1 0 0 0 0 0 0 1.11"),
-              "poses.txt:1: the quaternion's length is 1.1100 instead of 1; is the order right?");
+              "poses.txt:1: the norm of the quaternion is 1.1100 instead of 1; is the order right?");
     EXPECT_EQ(failure(tum, "1 0 0 0 0 0 0 0.89").substr(0, 16), "poses.txt:1: the");
     EXPECT_EQ(failure(tum, "1 0 0 0 0 0 0 0").substr(0, 16), "poses.txt:1: the");
     EXPECT_EQ(failure(tum, "1 0 0 0 1e200 1e200 0 0").substr(0, 16), "poses.txt:1: the");
@@ -123,7 +123,7 @@ TEST(EurocPoses, ALineThatDoesNotParseIsNamed)
     EXPECT_EQ(failure(euroc, good + "2,0,0,0,1,0,0"),
               "data.csv:2: 7 columns, but an EuRoC line (t,px,py,pz,qw,qx,qy,qz,...) has at least 8");
     EXPECT_EQ(failure(euroc, good + "2.5,0,0,0,1,0,0,0"),
-              "data.csv:2: \"2.5\" is not a time in whole nanoseconds");
+              "data.csv:2: \"2.5\" is not a time in integer nanoseconds");
     EXPECT_EQ(failure(euroc, good + "2,0,,0,1,0,0,0"), "data.csv:2: \"\" is not a finite number");
     EXPECT_EQ(failure(euroc, good + "2,0,0,0,2,0,0,0").substr(0, 15), "data.csv:2: the");
     EXPECT_EQ(failure(euroc, good + "1e9,0,0,0,1,0,0,0").substr(0, 12), "data.csv:2: ");
@@ -155,7 +155,7 @@ TEST(KittiPoses, ALineThatDoesNotParseIsNamed)
     EXPECT_EQ(failure(read, good + "1 0 0 0 0 1 0 0 0 0 1"),
               "00.txt:2: 11 columns, but a KITTI line (a 3x4 matrix, row by row) has 12");
     EXPECT_EQ(failure(read, good + "1.2 0 0 0 0 1 0 0 0 0 1 0"),
-              "00.txt:2: the matrix has the determinant 1.2000 instead of 1");
+              "00.txt:2: the determinant of the matrix is 1.2000 instead of 1");
     EXPECT_EQ(failure(read, good + "-1 0 0 0 0 1 0 0 0 0 1 0").substr(0, 14), "00.txt:2: the ");
     EXPECT_EQ(failure(read, good + "1 0 0 0 0 1 0 0 0 0 y 0"), "00.txt:2: \"y\" is not a finite number");
 }

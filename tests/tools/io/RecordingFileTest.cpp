@@ -37,7 +37,7 @@ protected:
 
 } // namespace
 
-TEST_F(RecordingFileTest, TellsATrajectoryByItsContent)
+TEST_F(RecordingFileTest, RecognisesATrajectoryByItsContent)
 {
     TrajectoryData nodes;
     nodes.nodes.emplace_back(0.0);
@@ -51,7 +51,7 @@ TEST_F(RecordingFileTest, TellsATrajectoryByItsContent)
     }
 }
 
-TEST_F(RecordingFileTest, TellsASensorStreamByWhateverIsInIt)
+TEST_F(RecordingFileTest, RecognisesASensorStreamByAnyContent)
 {
     mapping::Vector3<double> const zero;
     SensorData inertial;
@@ -80,7 +80,7 @@ TEST_F(RecordingFileTest, NothingAtAllCountsAsATrajectory)
     EXPECT_FALSE(isSensors(SensorData()));
 }
 
-TEST_F(RecordingFileTest, WhatIsNeitherIsTold)
+TEST_F(RecordingFileTest, AFileOfNeitherKindIsReported)
 {
     auto const path = write("a", std::string(100, '\0'));
     EXPECT_EQ(failureOf([&] { static_cast<void>(readRecordingFile(path)); }),

@@ -71,7 +71,7 @@ TEST_F(SensorFileTest, TheFirstFrameIsReadAndTheRestCounted)
     EXPECT_EQ(two.bytesAfter, streamBytes().size() + 1);
 }
 
-TEST_F(SensorFileTest, DamageIsTold)
+TEST_F(SensorFileTest, DamageIsReported)
 {
     EXPECT_EQ(refusal("1234567"), "a.sensors: is too short for a sensor stream (7 bytes)");
     std::string const cut = streamBytes().substr(0, streamBytes().size() - 1);
@@ -91,7 +91,7 @@ TEST_F(SensorFileTest, EverySensorSampleAndPoseIsATable)
     EXPECT_EQ(tableCount(data), 6U);
 }
 
-TEST_F(SensorFileTest, AFullDiskIsTold)
+TEST_F(SensorFileTest, AFullDiskIsReported)
 {
     std::ostringstream stream;
     stream.setstate(std::ios::badbit);

@@ -48,7 +48,7 @@ TEST_F(TrajectoryFileTest, TheFirstFrameIsReadAndTheRestCounted)
     EXPECT_EQ(two.bytesAfter, streamBytes().size() + 1);
 }
 
-TEST_F(TrajectoryFileTest, DamageIsTold)
+TEST_F(TrajectoryFileTest, DamageIsReported)
 {
     EXPECT_EQ(refusal(""), "a.trajectory: is too short for a trajectory stream (0 bytes)");
     EXPECT_EQ(refusal(streamBytes().substr(0, 7)),
@@ -61,13 +61,13 @@ TEST_F(TrajectoryFileTest, DamageIsTold)
     EXPECT_EQ(refusal(zeros).substr(0, 45), "a.trajectory: is damaged or no trajectory str");
 }
 
-TEST_F(TrajectoryFileTest, WhatIsNoFileIsTold)
+TEST_F(TrajectoryFileTest, AMissingFileIsReported)
 {
     EXPECT_NE(
         failureOf([&] { static_cast<void>(readTrajectoryFile(file("none"))); }).find("there is no such file"),
         std::string::npos);
     EXPECT_NE(
-        failureOf([&] { static_cast<void>(readTrajectoryFile(file("."))); }).find("is not an ordinary file"),
+        failureOf([&] { static_cast<void>(readTrajectoryFile(file("."))); }).find("is not a regular file"),
         std::string::npos);
 }
 

@@ -92,7 +92,7 @@ TEST(TopView, WallsAreDarkAndDoorsAreOpen)
     EXPECT_EQ(picture(5, 5), cv::Vec3b(255, 255, 255));
 }
 
-TEST(TopView, ThePathLiesOnTop)
+TEST(TopView, ThePathIsDrawnOverThePoints)
 {
     cv::Mat3b const picture = drawTopView(room());
     Pixel const middle(4.0, 2.0);

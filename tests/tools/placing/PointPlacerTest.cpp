@@ -73,7 +73,7 @@ TEST(PointPlacer, EveryPointIsAccountedFor)
     EXPECT_EQ(placement.total(), scan.size());
 }
 
-TEST(PointPlacer, TimesBeyondIntegerTimeLieOutside)
+TEST(PointPlacer, TimesOutOfTheRangeOfIntegerTimeAreOutside)
 {
     ScanPoints scan;
     for (double const time : {1e11, -1e11, 1e300, infinity, -infinity}) {

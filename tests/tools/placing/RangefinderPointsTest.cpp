@@ -27,7 +27,7 @@ std::shared_ptr<mapping::RangefinderData const> sample(double time, Points point
 
 } // namespace
 
-TEST(RangefinderPoints, ComeInOrderEachWithItsOwnTime)
+TEST(RangefinderPoints, AreInOrderEachWithItsOwnTime)
 {
     SampleMap<mapping::RangefinderData> samples;
     samples[200] = sample(20.0, {{{3.0F, 0.0F, 0.0F}, 0.25F, {}}});
@@ -42,7 +42,7 @@ TEST(RangefinderPoints, ComeInOrderEachWithItsOwnTime)
     EXPECT_EQ(scan.points[0].intensity, 0);
 }
 
-TEST(RangefinderPoints, TimesAreRoundedToTicksOnlyAsAWhole)
+TEST(RangefinderPoints, TimesAreRoundedToTicksOnlyOnce)
 {
     // 0.6 ticks and 0.6 ticks are one tick, not two.
     SampleMap<mapping::RangefinderData> samples;
@@ -51,7 +51,7 @@ TEST(RangefinderPoints, TimesAreRoundedToTicksOnlyAsAWhole)
     EXPECT_EQ(TimeConversion::convertToIntegerTime(scan.times.at(0)), 1);
 }
 
-TEST(RangefinderPoints, ATimeThatIsNoneStaysNone)
+TEST(RangefinderPoints, AMissingTimeRemainsMissing)
 {
     SampleMap<mapping::RangefinderData> samples;
     samples[1] = sample(1.0, {{{1.0F, 0.0F, 0.0F}, std::numeric_limits<float>::quiet_NaN(), {}}});

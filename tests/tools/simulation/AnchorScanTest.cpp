@@ -92,7 +92,7 @@ TEST(AnchorScan, TheHeadingIsThatOfThePlan)
     EXPECT_LT((scan.camera.direction({2, 1}, 1.0, 0.5) - Vector3d::UnitY()).norm(), 1e-12);
 }
 
-TEST(AnchorScan, TheMiddleOfThePictureIsWhereTheWalkGoes)
+TEST(AnchorScan, TheCentreOfThePictureIsTheDirectionOfTheWalk)
 {
     WalkMotion const walk(roundWalk(), 10.0, 0.0);
     AnchorScan const scan = anchorScan(walk, Eigen::Matrix3d::Identity(), "a.png");

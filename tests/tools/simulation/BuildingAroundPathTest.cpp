@@ -91,7 +91,7 @@ TEST(BuildingAroundPath, ACamerasPathHasItsFloorAcrossY)
     EXPECT_GT(clearanceOf(path, building), 0.6);
 }
 
-TEST(BuildingAroundPath, APathThatStandsStillHasABuildingToo)
+TEST(BuildingAroundPath, APathOfOnePlaceHasABuilding)
 {
     std::vector<Vector3d> const path(5, Vector3d(100.0, -50.0, 2.0));
     Building const building = buildingAround(path, 1);

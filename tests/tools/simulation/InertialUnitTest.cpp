@@ -132,7 +132,7 @@ TEST(InertialUnit, YearsOfSecondsDoNotSwallowTheMotion)
     EXPECT_LT(deviation.turning, 0.001);
 }
 
-TEST(InertialUnit, UpIsWhereThePlanSaysSo)
+TEST(InertialUnit, UpIsThatOfThePlan)
 {
     Eigen::Matrix3d planFromBuilding; // y is up, as in pictures turned over; -z is north
     planFromBuilding << 1, 0, 0, 0, 0, -1, 0, 1, 0;

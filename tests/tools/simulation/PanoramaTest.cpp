@@ -80,7 +80,7 @@ void expectDirection(PanoramaCamera const& camera, double x, double y, Vector3d 
 
 } // namespace
 
-TEST(Panorama, ColumnsGoOnceAroundTurningRight)
+TEST(Panorama, ColumnsAreTheAzimuthClockwise)
 {
     PanoramaCamera const camera;
     expectDirection(camera, 4.0, 2.0, {1.0, 0.0, 0.0}); // the middle
@@ -91,7 +91,7 @@ TEST(Panorama, ColumnsGoOnceAroundTurningRight)
     expectDirection(camera, 5.0, 2.0, {std::sqrt(0.5), -std::sqrt(0.5), 0.0});
 }
 
-TEST(Panorama, RowsGoFromStraightUpToStraightDown)
+TEST(Panorama, RowsAreFromTheZenithToTheNadir)
 {
     PanoramaCamera const camera;
     for (double const x : {0.0, 3.0, 8.0}) {
@@ -102,7 +102,7 @@ TEST(Panorama, RowsGoFromStraightUpToStraightDown)
     expectDirection(camera, 4.0, 3.0, {std::sqrt(0.5), 0.0, -std::sqrt(0.5)});
 }
 
-TEST(Panorama, TheHeadingIsInTheMiddle)
+TEST(Panorama, TheHeadingIsInTheCentre)
 {
     PanoramaCamera camera;
     camera.heading = pi / 2.0;
@@ -110,7 +110,7 @@ TEST(Panorama, TheHeadingIsInTheMiddle)
     expectDirection(camera, 2.0, 2.0, {-1.0, 0.0, 0.0});
 }
 
-TEST(Panorama, StandsUprightInThePlan)
+TEST(Panorama, IsUprightInThePlan)
 {
     PanoramaCamera camera;
     camera.planFromBuilding = Eigen::AngleAxisd(pi / 2.0, Vector3d::UnitX()).toRotationMatrix(); // y is up
@@ -119,7 +119,7 @@ TEST(Panorama, StandsUprightInThePlan)
     expectDirection(camera, 2.0, 2.0, {0.0, 0.0, -1.0});
 }
 
-TEST(Panorama, TheLastColumnIsBesideTheFirst)
+TEST(Panorama, TheLastColumnIsNextToTheFirst)
 {
     PanoramaCamera camera;
     camera.heading = 0.7;
@@ -152,7 +152,7 @@ TEST(Panorama, ShowsTheSurfaceInEachDirection)
     }
 }
 
-TEST(Panorama, ABoxHidesTheWallBehindIt)
+TEST(Panorama, ABoxOccludesTheWall)
 {
     Building building = room();
     addBox(building, "cupboard", {{1.5, 0.0}, {1.0, 1.0}, 0.0, -1.0, 0.5}, BoxLids::Top, 0.45);
@@ -163,7 +163,7 @@ TEST(Panorama, ABoxHidesTheWallBehindIt)
     EXPECT_LE(largestDifference(picture.at<cv::Vec3b>(1, 0), seen("outer wall, north", 3.0, 1.0)), 1);
 }
 
-TEST(Panorama, TheCameraStandsAtItsPosition)
+TEST(Panorama, TheCameraIsAtItsPosition)
 {
     PanoramaCamera camera = straightCamera();
     camera.position = {1.0, -1.0, 0.0};
@@ -174,7 +174,7 @@ TEST(Panorama, TheCameraStandsAtItsPosition)
     EXPECT_LE(largestDifference(picture.at<cv::Vec3b>(1, 3), seen("outer wall, west", 3.0, 1.0)), 1);
 }
 
-TEST(Panorama, EveryPixelIsWhatItsRayMeets)
+TEST(Panorama, EveryPixelShowsTheFirstSurfaceOnItsRay)
 {
     Building const building = roomPlan();
     RandomNumbers const random(11);
@@ -198,7 +198,7 @@ TEST(Panorama, EveryPixelIsWhatItsRayMeets)
     }
 }
 
-TEST(Panorama, NothingIsSeenWhereThereIsNothing)
+TEST(Panorama, DirectionsWithoutASurfaceShowTheBackground)
 {
     cv::Mat const picture = takePanorama({}, {}, {3, 2});
     for (int y = 0; y < 2; ++y) {
@@ -208,7 +208,7 @@ TEST(Panorama, NothingIsSeenWhereThereIsNothing)
     }
 }
 
-TEST(Panorama, ASinglePixelLooksAhead)
+TEST(Panorama, ASinglePixelShowsTheHeading)
 {
     PanoramaCamera camera;
     camera.heading = pi / 2.0;

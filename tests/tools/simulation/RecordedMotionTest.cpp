@@ -31,7 +31,7 @@ std::string refusal(std::vector<TrajectoryNode> const& nodes)
 
 } // namespace
 
-TEST(RecordedMotion, GoesSteadilyFromPoseToPose)
+TEST(RecordedMotion, InterpolatesLinearlyBetweenPoses)
 {
     RecordedMotion const motion({node(10.0, {0, 0, 0}, 0.0), node(12.0, {4, 2, 0}, 1.0)}, "a");
     EXPECT_EQ(motion.startTime(), 10.0);
@@ -59,7 +59,7 @@ TEST(RecordedMotion, RestsOutsideItsTimes)
     EXPECT_EQ(motion.at(7.0).translation(), Vector3d(4, 0, 0));
 }
 
-TEST(RecordedMotion, PutsTheNodesInOrderAndKeepsTheLaterOfTwo)
+TEST(RecordedMotion, SortsTheNodesAndKeepsTheLastOfEqualTimes)
 {
     RecordedMotion const motion(
         {node(2.0, {4, 0, 0}), node(1.0, {9, 9, 9}), node(0.0, {1, 0, 0}), node(1.0, {2, 0, 0})}, "a");
@@ -67,7 +67,7 @@ TEST(RecordedMotion, PutsTheNodesInOrderAndKeepsTheLaterOfTwo)
     EXPECT_EQ(motion.at(1.0).translation(), Vector3d(2, 0, 0));
 }
 
-TEST(RecordedMotion, WhatCannotBeFollowedIsRefused)
+TEST(RecordedMotion, InvalidRecordingsAreRefused)
 {
     TrajectoryNode const good = node(0.0, {0, 0, 0});
     double const nan = std::numeric_limits<double>::quiet_NaN();

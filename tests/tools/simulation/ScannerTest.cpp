@@ -105,7 +105,7 @@ TEST(Scanner, TheNoiseHasItsDeviation)
     EXPECT_NEAR(std::sqrt(squares / count), 0.003, 0.0001);
 }
 
-TEST(Scanner, WhatIsOutOfRangeGivesNoPoint)
+TEST(Scanner, SurfacesOutOfRangeGiveNoPoint)
 {
     Scanner scanner;
     scanner.longestRange = 5.5;
@@ -118,7 +118,7 @@ TEST(Scanner, WhatIsOutOfRangeGivesNoPoint)
     EXPECT_EQ(scanned(scanner, StandingMotion(), Building(), 1).size(), 0U);
 }
 
-TEST(Scanner, PointsLieOnTheSurfacesAtTheTruePoses)
+TEST(Scanner, PointsAreOnTheSurfacesAtTheTruePoses)
 {
     Building const building = roomPlan();
     NearestSurface const nearest(building);

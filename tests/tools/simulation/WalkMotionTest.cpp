@@ -77,7 +77,7 @@ TEST(WalkMotion, LeadsThroughAllRoomsAndTheCorridor)
     EXPECT_EQ(rooms, (std::set<int>{0, 1, 2, 3, 4, 5, 6}));
 }
 
-TEST(WalkMotion, GoesAtAWalkingPaceWhereItLooks)
+TEST(WalkMotion, MovesForwardsAtWalkingSpeed)
 {
     for (double t = walk().startTime(); t < walk().stopTime(); t += 0.05) {
         Eigen::Isometry3d const pose = walk().at(t);
