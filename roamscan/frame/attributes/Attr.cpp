@@ -317,6 +317,5 @@ template class Attr<int>;
 template class Attr<double>;
 template class Attr<Bv_1_1::String>;
 template class Attr<StringList>;
-template class Attr<Point>;
 
 } // namespace oV

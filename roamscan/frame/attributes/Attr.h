@@ -10,7 +10,7 @@
 namespace oV
 {
 
-/// An attribute with a value of type `T`: `bool`, `int`, `double`, `Bv_1_1::String`, StringList or Point.
+/// An attribute with a value of type `T`: `bool`, `int`, `double`, `Bv_1_1::String` or StringList.
 ///
 /// Every operation that reads the value reads the pending one while there is one (CachedAttributeInfo).
 /// The order of the virtual operations is part of the binary interface.
@@ -18,7 +18,7 @@ template <typename T>
 class ROAMSCAN_EXPORT Attr : public Attribute
 {
 public:
-    /// Starts with `false`, 0, 0.0, String::EMPTY, no strings, or the origin.
+    /// Starts with `false`, 0, 0.0, String::EMPTY, or no strings.
     /// @param source where the flag word comes from, unless it is null or the type is NoSource
     Attr(CreateType type, Attribute const* source);
 
@@ -34,7 +34,7 @@ public:
     int readFrom(std::istream* stream, ReadContextBase* context) override;
 
     /// Writes the value, with its keyword in the keyed form. There a value that counts as default is left out
-    /// if the context says so: `false`, 0, 0.0, the empty string, no strings, the origin.
+    /// if the context says so: `false`, 0, 0.0, the empty string, no strings.
     /// @note NaN and -0.0 count as default, too, so they are read back as 0.0 when defaults are left out.
     /// @return StatusCode::noContext for a null context, StatusCode::writeFailed if the stream's state is not
     /// clean
@@ -85,6 +85,5 @@ extern template class ROAMSCAN_EXPORT Attr<int>;
 extern template class ROAMSCAN_EXPORT Attr<double>;
 extern template class ROAMSCAN_EXPORT Attr<Bv_1_1::String>;
 extern template class ROAMSCAN_EXPORT Attr<StringList>;
-extern template class ROAMSCAN_EXPORT Attr<Point>;
 
 } // namespace oV

@@ -13,7 +13,6 @@ enum class AttrType : std::uint32_t
     Int = 2,      ///< Attr<int>
     Double = 3,   ///< Attr<double>
     String = 4,   ///< Attr<Bv_1_1::String>
-    Vec3d = 5,    ///< Attr<Bv_1_1::Vec3d<double>>
     Strings = 21, ///< Attr<std::vector<Bv_1_1::String>>
     End = 54      ///< the end of a definition table; also what an unknown type key gives
 };

@@ -35,6 +35,5 @@ template class AttrVal<int>;
 template class AttrVal<double>;
 template class AttrVal<Bv_1_1::String>;
 template class AttrVal<StringList>;
-template class AttrVal<Point>;
 
 } // namespace oV

@@ -39,6 +39,5 @@ extern template class ROAMSCAN_EXPORT AttrVal<int>;
 extern template class ROAMSCAN_EXPORT AttrVal<double>;
 extern template class ROAMSCAN_EXPORT AttrVal<Bv_1_1::String>;
 extern template class ROAMSCAN_EXPORT AttrVal<StringList>;
-extern template class ROAMSCAN_EXPORT AttrVal<Point>;
 
 } // namespace oV

@@ -28,6 +28,5 @@ template class CustAttr<int>;
 template class CustAttr<double>;
 template class CustAttr<Bv_1_1::String>;
 template class CustAttr<StringList>;
-template class CustAttr<Point>;
 
 } // namespace oV

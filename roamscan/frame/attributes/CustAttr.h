@@ -37,6 +37,5 @@ extern template class ROAMSCAN_EXPORT CustAttr<int>;
 extern template class ROAMSCAN_EXPORT CustAttr<double>;
 extern template class ROAMSCAN_EXPORT CustAttr<Bv_1_1::String>;
 extern template class ROAMSCAN_EXPORT CustAttr<StringList>;
-extern template class ROAMSCAN_EXPORT CustAttr<Point>;
 
 } // namespace oV

@@ -36,6 +36,5 @@ template class NewValueInfo<int>;
 template class NewValueInfo<double>;
 template class NewValueInfo<Bv_1_1::String>;
 template class NewValueInfo<StringList>;
-template class NewValueInfo<Point>;
 
 } // namespace oV

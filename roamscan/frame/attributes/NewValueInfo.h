@@ -35,6 +35,5 @@ extern template class ROAMSCAN_EXPORT NewValueInfo<int>;
 extern template class ROAMSCAN_EXPORT NewValueInfo<double>;
 extern template class ROAMSCAN_EXPORT NewValueInfo<Bv_1_1::String>;
 extern template class ROAMSCAN_EXPORT NewValueInfo<StringList>;
-extern template class ROAMSCAN_EXPORT NewValueInfo<Point>;
 
 } // namespace oV

@@ -45,7 +45,6 @@ TEST(AttrType, ATypeKeyIsTheNameOfTheClassRecord)
                                      Expected{Attr<int>::Class(), AttrType::Int},
                                      Expected{Attr<double>::Class(), AttrType::Double},
                                      Expected{Attr<String>::Class(), AttrType::String},
-                                     Expected{Attr<oV::Point>::Class(), AttrType::Vec3d},
                                      Expected{Attr<oV::StringList>::Class(), AttrType::Strings}})
     {
         EXPECT_EQ(AttrContainer::getTypeFromStringKey(expected.record->name()), expected.type);

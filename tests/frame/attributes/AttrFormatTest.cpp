@@ -25,7 +25,6 @@ using oV::Attr;
 using oV::Attribute;
 using oV::CustAttr;
 using oV::ModelFormat;
-using oV::Point;
 using oV::ReadContext;
 using oV::StringList;
 using oV::WriteContext;
@@ -77,7 +76,6 @@ TEST(AttrWriting, TheKeyedFormHasTheKeywordOfToken3)
     EXPECT_EQ(keyed(String(L"a \"b\"\n")), "value \"a \\\"b\\\"\\n\";\n");
     EXPECT_EQ(keyed(String()), "value null;\n");
     EXPECT_EQ(keyed(StringList{L"a", String::NIL}), "value [\"a\", null];\n");
-    EXPECT_EQ(keyed(Point{1.5, -2.0, 0.0}), "value 1.5 -2 0;\n");
 }
 
 TEST(AttrWriting, Form1HasNoKeyword)
@@ -87,7 +85,6 @@ TEST(AttrWriting, Form1HasNoKeyword)
     EXPECT_EQ(written(0.1, Format::Bare, true), "0.1\n");
     EXPECT_EQ(written(String(L"a"), Format::Bare, true), "\"a\"\n");
     EXPECT_EQ(written(StringList{L"a"}, Format::Bare, true), "[\"a\"]\n");
-    EXPECT_EQ(written(Point{1.5, -2.0, 0.0}, Format::Bare, true), "1.5\n-2\n0\n");
 }
 
 TEST(AttrWriting, Form1HasDefaultValuesInAnyCase)
@@ -103,7 +100,6 @@ TEST(AttrWriting, DefaultValuesAreLeftOutOnRequest)
     EXPECT_EQ(written(0, Format::Keyed, false), "");
     EXPECT_EQ(written(String::EMPTY, Format::Keyed, false), "");
     EXPECT_EQ(written(StringList(), Format::Keyed, false), "");
-    EXPECT_EQ(written(Point(), Format::Keyed, false), "");
     EXPECT_EQ(written(true, Format::Keyed, false), "value true;\n");
     EXPECT_EQ(written(1, Format::Keyed, false), "value 1;\n");
     EXPECT_EQ(written(String::NIL, Format::Keyed, false), "value null;\n");
@@ -151,14 +147,12 @@ TEST(AttrReading, TakesTheValueOfItsKeyword)
     EXPECT_EQ(readBack(1.0, "value 0.1;"), std::pair(0.1, 0));
     EXPECT_EQ(readBack(String(L"x"), "value \"a\";"), std::pair(String(L"a"), 0));
     EXPECT_EQ(readBack(StringList{L"x"}, "value [\"a\", null];"), std::pair(StringList{L"a", String()}, 0));
-    EXPECT_EQ(readBack(Point{}, "value 1 2 3;"), std::pair(Point{1.0, 2.0, 3.0}, 0));
 }
 
 TEST(AttrReading, TakesTheValueOfForm1)
 {
     EXPECT_EQ(readBack(false, "true\n", Format::Bare), std::pair(true, 0));
     EXPECT_EQ(readBack(1, "-7\n", Format::Bare), std::pair(-7, 0));
-    EXPECT_EQ(readBack(Point{}, "1 2 3", Format::Bare), std::pair(Point{1.0, 2.0, 3.0}, 0));
 }
 
 TEST(AttrReading, ABlockWithoutAValueResetsTheAttribute)
@@ -210,7 +204,6 @@ TEST(AttrReading, AFailureGivesItsStatusAndLeavesTheValue)
     EXPECT_EQ(readBack(5, "value 7"), std::pair(7, StatusCode::unexpectedEnd)); // the value itself is whole
     EXPECT_EQ(readBack(5, "unit"), std::pair(5, StatusCode::unexpectedEnd));
     EXPECT_EQ(readBack(5, "= 7;"), std::pair(5, StatusCode::syntaxError));
-    EXPECT_EQ(readBack(Point{1.0, 2.0, 3.0}, "value 4 5;").first, (Point{1.0, 2.0, 3.0}));
     EXPECT_EQ(attr(5)->readFrom(nullptr, nullptr), StatusCode::readFailed);
 }
 
@@ -310,7 +303,6 @@ TEST(AttrRoundTrip, EveryValueComesBack)
                              String::fromUtf16(u"\xD800 lone"),
                              String::fromUtf16(std::u16string_view(u"a\0b", 3))});
     expectRoundTrip<StringList>({{}, {String::EMPTY}, {String::NIL}, {L"a", L"b,", L"]"}});
-    expectRoundTrip<Point>({{0.1, -1e300, 5e-324}});
 }
 
 TEST(AttrRoundTrip, DoublesComeBackBitForBit)

@@ -25,7 +25,6 @@ using oV::Attribute;
 using oV::AttrVal;
 using oV::CustAttr;
 using oV::NewValueInfo;
-using oV::Point;
 using oV::StringList;
 using CreateType = Bv_1_1::BaseNode::CreateType;
 
@@ -72,14 +71,6 @@ struct Sample<StringList>
     static inline char const* text = R"(["a,b", null, ""])";
     static inline std::wstring name = L"StringList";
 };
-template <>
-struct Sample<Point>
-{
-    static inline Point const initial;
-    static inline Point const other = {1.5, -2.0, 0.1};
-    static inline char const* text = "1.5 -2 0.1";
-    static inline std::wstring name = L"Point";
-};
 
 template <typename T>
 SmartPtr<Attr<T>> plain()
@@ -101,7 +92,7 @@ protected:
     T const other = Sample<T>::other;
 };
 
-using ValueTypes = testing::Types<bool, int, double, String, StringList, Point>;
+using ValueTypes = testing::Types<bool, int, double, String, StringList>;
 TYPED_TEST_SUITE(AttrOf, ValueTypes, );
 
 TYPED_TEST(AttrOf, ANewOneHasTheInitialValue)
@@ -338,11 +329,6 @@ TEST(Attr, TextThatIsNotOfTheTypeLeavesTheValue)
         list->assignFromString(damaged, nullptr, nullptr);
         EXPECT_EQ(list->getValue(), StringList{L"a"});
     }
-    auto const point = plain<Point>();
-    point->assignFromString(L"1 2", nullptr, nullptr);
-    EXPECT_EQ(point->getValue(), Point());
-    point->assignFromString(L"1 2 3 4", nullptr, nullptr);
-    EXPECT_EQ(point->getValue(), Point());
 }
 
 TEST(Attr, NaNEqualsNothing)

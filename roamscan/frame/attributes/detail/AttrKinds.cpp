@@ -30,12 +30,8 @@ constexpr AttrKind kindOf()
             &makeAttribute<CustAttr<T>>};
 }
 
-constexpr std::array kinds = {kindOf<bool>(),
-                              kindOf<int>(),
-                              kindOf<double>(),
-                              kindOf<Bv_1_1::String>(),
-                              kindOf<Point>(),
-                              kindOf<StringList>()};
+constexpr std::array kinds = {
+    kindOf<bool>(), kindOf<int>(), kindOf<double>(), kindOf<Bv_1_1::String>(), kindOf<StringList>()};
 
 template <typename Test>
 AttrKind const* firstWith(Test const& test)

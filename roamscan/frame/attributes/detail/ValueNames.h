@@ -51,12 +51,4 @@ struct ValueNames<StringList>
     static constexpr AttrType type = AttrType::Strings;
 };
 
-template <>
-struct ValueNames<Point>
-{
-    static constexpr wchar_t const* attribute = L"Attr<Point>";
-    static constexpr wchar_t const* newValueInfo = L"NewValueInfo<Point>";
-    static constexpr AttrType type = AttrType::Vec3d;
-};
-
 } // namespace oV::detail

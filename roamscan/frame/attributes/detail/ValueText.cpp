@@ -2,7 +2,6 @@
 #include <roamscan/frame/formats/DataInFormat.h>
 #include <roamscan/frame/formats/DataOutFormat.h>
 
-#include <algorithm>
 #include <sstream>
 #include <string>
 #include <type_traits>
@@ -14,9 +13,9 @@ namespace oV::detail
 namespace
 {
 
-// Values whose text is the one of the bare form.
+// The text of a list is the one of the bare form.
 template <typename T>
-constexpr bool hasTextOfBareForm = std::is_same_v<T, StringList> || std::is_same_v<T, Point>;
+constexpr bool isList = std::is_same_v<T, StringList>;
 
 } // namespace
 
@@ -24,13 +23,12 @@ template <typename T>
 Bv_1_1::String textOfValue(T const& value)
 {
     Bv_1_1::String text;
-    if constexpr (hasTextOfBareForm<T>) {
+    if constexpr (isList<T>) {
         std::ostringstream stream;
         ModelOutFormat out(&stream, ModelFormat::Format::Bare);
         writeValue(out, value);
         std::string bare = std::move(stream).str();
-        bare.pop_back(); // the end of the last line
-        std::replace(bare.begin(), bare.end(), '\n', ' ');
+        bare.pop_back(); // the end of the line
         text = Bv_1_1::String::fromNarrow(bare.c_str());
     } else if constexpr (std::is_same_v<T, double>) {
         text += value;
@@ -45,7 +43,7 @@ Bv_1_1::String textOfValue(T const& value)
 template <typename T>
 void parseValue(Bv_1_1::String const& text, T& value)
 {
-    if constexpr (hasTextOfBareForm<T>) {
+    if constexpr (isList<T>) {
         std::istringstream stream(text.stringAnsi());
         ModelInFormat in(&stream, ModelFormat::Format::Bare);
         T parsed{};
@@ -78,31 +76,10 @@ void readValue(ModelInFormat& in, T& value)
     }
 }
 
-template <>
-void readValue(ModelInFormat& in, Point& value)
-{
-    DataInFormat<double> numbers(in);
-    auto const x = numbers.get();
-    auto const y = numbers.get();
-    auto const z = numbers.get();
-    if (z) { // a failure before it stays
-        value = Point{*x, *y, *z};
-    }
-}
-
 template <typename T>
 void writeValue(ModelOutFormat& out, T const& value)
 {
     DataOutFormat<T>(out).put(value);
-}
-
-template <>
-void writeValue(ModelOutFormat& out, Point const& value)
-{
-    DataOutFormat<double> numbers(out);
-    numbers.put(value.x);
-    numbers.put(value.y);
-    numbers.put(value.z);
 }
 
 template Bv_1_1::String textOfValue(bool const&);
@@ -130,8 +107,5 @@ template void parseValue(Bv_1_1::String const&, StringList&);
 template bool countsAsDefault(StringList const&);
 template void readValue(ModelInFormat&, StringList&);
 template void writeValue(ModelOutFormat&, StringList const&);
-template Bv_1_1::String textOfValue(Point const&);
-template void parseValue(Bv_1_1::String const&, Point&);
-template bool countsAsDefault(Point const&);
 
 } // namespace oV::detail
