@@ -34,13 +34,14 @@ template <typename T>
     return {vector.x, vector.y, vector.z};
 }
 
-/// Matches the components by name: Eigen's constructor takes w first, mapping::Quaternion stores it last.
+/// The components by name: Eigen's constructor takes w first, mapping::Quaternion stores it last.
 template <typename T>
 [[nodiscard]] Eigen::Quaternion<T> toEigen(mapping::Quaternion<T> const& rotation)
 {
     return {rotation.w, rotation.x, rotation.y, rotation.z};
 }
 
+/// The components x, y, z.
 /// @param vector any expression of three rows and one column
 template <typename Derived>
 [[nodiscard]] Bv_1_1::Vec3d<typename Derived::Scalar> toVec3d(Eigen::MatrixBase<Derived> const& vector)
@@ -49,6 +50,7 @@ template <typename Derived>
     return {value.x(), value.y(), value.z()};
 }
 
+/// The components x, y, z.
 /// @param vector any expression of three rows and one column
 template <typename Derived>
 [[nodiscard]] mapping::Vector3<typename Derived::Scalar> toVector3(Eigen::MatrixBase<Derived> const& vector)
@@ -57,8 +59,9 @@ template <typename Derived>
     return {value.x(), value.y(), value.z()};
 }
 
+/// The seven components of a pose.
 /// @param translation any expression of three rows and one column
-/// @param rotation    taken as it is, not normalised
+/// @param rotation copied unchanged, not normalised
 template <typename Derived>
 [[nodiscard]] mapping::Rigid3<typename Derived::Scalar>
 toRigid3(Eigen::MatrixBase<Derived> const& translation,

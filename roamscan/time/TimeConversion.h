@@ -27,10 +27,10 @@ extern ROAMSCAN_EXPORT double const timeResolution;
 extern ROAMSCAN_EXPORT double const automationTimeResolution;
 
 /// The largest whole number of seconds that integer time can represent: 92233720368, about 2,900 years.
-/// convertToIntegerTime() is defined from `-largestSeconds` to `largestSeconds`.
 inline constexpr double largestSeconds = std::numeric_limits<int64>::max() / 100'000'000;
 
-/// Converts seconds to integer time, rounded to the nearest tick. Halves round away from zero.
+/// Converts seconds to integer time, rounded to the nearest tick. Halves round away from zero. The result is
+/// unspecified for NaN and outside [-largestSeconds, largestSeconds].
 [[nodiscard]] ROAMSCAN_EXPORT int64 convertToIntegerTime(double const& seconds);
 
 /// Converts integer time to seconds.
@@ -59,9 +59,7 @@ inline constexpr double largestSeconds = std::numeric_limits<int64>::max() / 100
 
 /// The position of `time` between `first` and `last`: (time - first) / (last - first), so 0 at `first` and 1
 /// at `last`. Times outside extrapolate. The differences are 64-bit integers that wrap around on overflow.
-/// @note The result is 0.0 if all three times are equal. If only `first` and `last` are equal, the result is
-/// an
-///     infinity.
+/// @note If `first` and `last` are equal, the result is 0.0 for the same `time` and an infinity otherwise.
 [[nodiscard]] ROAMSCAN_EXPORT double
 getInterpolationFraction(int64 const& first, int64 const& last, int64 const& time);
 

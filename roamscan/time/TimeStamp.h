@@ -12,7 +12,7 @@ using TimeStamp = mapping::TimeStamp;
 /// A duration in seconds.
 using Duration = mapping::Duration;
 
-/// An instant as a signed count of ticks of 10 ns; the exact key in all stores.
+/// An instant as a signed number of ticks of 10 ns. The stores use it as the key, because it is exact.
 using IntegerTime = int64;
 
 } // namespace oV::Roamscan

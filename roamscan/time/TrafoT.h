@@ -84,8 +84,7 @@ public:
     /// Reads a transform from two arrays; valid.
     /// @param translation three values x, y, z
     /// @param rotation four values x, y, z, w
-    /// @warning This is not the inverse of serialize(): here w is the last coefficient, there it is the
-    /// first.
+    /// @warning This is not the inverse of serialize(), which puts w before x, y, z.
     [[nodiscard]] static TrafoT FromArrays(T const* const translation, T const* const rotation)
     {
         return TrafoT(Vector(translation[0], translation[1], translation[2]),
@@ -158,7 +157,7 @@ public:
     /// @param precision the relative error; narrowed to `float` in `TrafoT<float>`
     [[nodiscard]] bool isApprox(TrafoT const& other, double precision) const;
 
-    /// isApprox() with precision 1e-12. Therefore not transitive.
+    /// isApprox() with precision 1e-12: an approximate comparison, and therefore not transitive.
     [[nodiscard]] bool operator==(TrafoT const& other) const { return isApprox(other, 1e-12); }
     [[nodiscard]] bool operator!=(TrafoT const& other) const { return !(*this == other); }
 

@@ -13,8 +13,9 @@ class oVClass;
 
 /// The base of all reference-counted objects with run-time class information.
 ///
-/// A node is created by `new` with a reference count of 0. It is destroyed when the last SmartPtr to it
-/// releases it. A plain pointer to a node does not own it. The reference count is thread-safe.
+/// A node is created by `new` with a reference count of 0. It is destroyed when its last reference is
+/// removed, usually by a SmartPtr. A plain pointer to a node does not own it. The reference count is
+/// thread-safe.
 ///
 /// The order of the virtual operations, getClassType() and then the destructor, is part of the binary
 /// interface.
@@ -24,18 +25,18 @@ public:
     /// How a node is created.
     enum class CreateType : std::uint32_t
     {
-        Fresh = 0,   ///< creates a new node
-        NoSource = 3 ///< creates a node without a source object
+        Fresh = 0,   ///< creates a new node; its class decides what it takes from a source object
+        NoSource = 3 ///< creates a new node and ignores the source object
     };
 
-    /// The value of a node's reference count after its last release. It makes a use after the release visible
-    /// in a memory dump; no code compares against it.
+    /// The value of the reference count after the last reference was removed. It makes a use after free
+    /// visible in a memory dump; no code compares against it.
     static constexpr std::uint32_t releasedMark = 0xF000DEAD;
 
-    /// The record of this class, the root of all records.
+    /// The class record of BaseNode, the root of all class records.
     [[nodiscard]] static oVClass const* Class();
 
-    /// The record of the node's own class.
+    /// The class record of the node's most derived class.
     [[nodiscard]] virtual oVClass const* getClassType() const;
 
     /// Adds one reference. Called by SmartPtr, and by code that passes on ownership without a SmartPtr.

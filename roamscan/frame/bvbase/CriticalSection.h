@@ -11,9 +11,8 @@ namespace Bv_1_1
 
 /// A recursive lock that counts how many times it is held.
 ///
-/// @note The count is kept by this class, not by the platform. It is incremented after entering and
-///     decremented before leaving, so a thread that has just entered reads 1 if and only if it did not hold
-///     the lock before.
+/// @note The count is incremented after entering and decremented before leaving. So a thread that has just
+///     entered reads 1 if and only if it did not hold the lock before.
 class ROAMSCAN_EXPORT CriticalSection
 {
 public:
@@ -30,10 +29,10 @@ public:
     /// @return false if another thread holds the lock; it is not entered then
     [[nodiscard]] bool tryEnter() noexcept;
 
-    /// Undoes one enter() or tryEnter() of this thread.
+    /// Reverts one enter() or successful tryEnter() of this thread.
     void leave() noexcept;
 
-    /// How many times the lock is held. Any thread may read it, but the value is reliable only on the thread
+    /// How many times the lock is held. Any thread may read the count, but it is only reliable on the thread
     /// that holds the lock.
     [[nodiscard]] std::uint32_t holdCount() const noexcept { return holds_.load(std::memory_order_relaxed); }
 
@@ -56,7 +55,7 @@ public:
     Access(Access const&) = delete;
     Access& operator=(Access const&) = delete;
 
-    /// Leaves the lock if it is still held.
+    /// Leaves the lock if this guard still holds it.
     ~Access();
 
     /// Whether this guard holds the lock.

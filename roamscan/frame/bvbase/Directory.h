@@ -12,8 +12,8 @@ namespace Bv_1_1
 class ROAMSCAN_EXPORT Directory : public BaseNode
 {
 public:
-    /// The directory at `path`. A relative path is relative to the current directory, which an empty path
-    /// denotes.
+    /// The directory at `path`. Relative paths are relative to the current directory. An empty path denotes
+    /// the current directory.
     [[nodiscard]] static SmartPtr<Directory const> fromPath(String const& path);
 
     /// The record of this class.
@@ -28,8 +28,8 @@ public:
     /// @return whether the directory exists afterwards; also true if it existed before
     [[nodiscard]] bool create() const;
 
-    /// The sub-directory `name`. An empty name denotes the directory itself. An absolute path is used as a
-    /// relative one.
+    /// The subdirectory `name`. An empty name denotes the directory itself. If `name` is an absolute path,
+    /// its root is removed: "/tmp" denotes the subdirectory "tmp".
     /// @warning `..` in the name leaves the directory, as in any path.
     [[nodiscard]] SmartPtr<Directory const> appendLevel(String const& name) const;
 

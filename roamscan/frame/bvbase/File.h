@@ -16,7 +16,7 @@ public:
     /// The file at `path`. A relative path is relative to the current directory.
     [[nodiscard]] static SmartPtr<File> fromPath(String const& path);
 
-    /// The file `name` in the directory. An absolute path is used as a relative one.
+    /// The file `name` in the directory. If `name` is an absolute path, its root is removed.
     /// @warning `..` in the name leaves the directory, as in any path.
     [[nodiscard]] static SmartPtr<File> fromString(Directory const& directory, String const& name);
 
@@ -35,7 +35,7 @@ public:
     /// Whether the file exists. False for a directory.
     [[nodiscard]] virtual bool exists() const;
 
-    /// The path with directory, name and extension.
+    /// The whole path: directory, name and extension.
     [[nodiscard]] virtual String getPath() const;
 
     /// The extension without its dot: "png" for "walk/pano.png". Empty if there is none.

@@ -11,7 +11,7 @@ namespace Bv_1_1
 
 class oVClass;
 
-/// A shared library that is loaded into the process, with the records of its classes.
+/// A shared library that is loaded into the process, with its class records (oVClass).
 ///
 /// Class records may be added and removed on any thread. Only the thread that loads or unloads the library
 /// may attach or detach the module.

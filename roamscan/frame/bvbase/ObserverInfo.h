@@ -6,8 +6,9 @@
 namespace Bv_1_1
 {
 
-/// The base of notification records: what an observed object wants its observers to know about a change, and
-/// what an observer answers. Records are found by their class (oV::Observer::lookupNotifyInfo).
+/// The base of notification records. During a notification, the observed object holds records with data about
+/// the change, and observers may add a record as an answer. oV::Observer::lookupNotifyInfo() finds a record
+/// by its class.
 class ROAMSCAN_EXPORT ObserverInfo : public BaseNode
 {
 public:

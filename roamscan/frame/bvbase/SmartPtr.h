@@ -36,14 +36,13 @@ public:
     template <typename U, std::enable_if_t<std::is_convertible_v<U*, T*>, int> = 0>
     SmartPtr(SmartPtr<U> const& other) noexcept : SmartPtr(other.get())
     {}
+    /// The same, and leaves `other` null.
     template <typename U, std::enable_if_t<std::is_convertible_v<U*, T*>, int> = 0>
-    /// @overload
     SmartPtr(SmartPtr<U>&& other) noexcept : node_(std::exchange(other.node_, nullptr))
     {}
     // NOLINTEND(google-explicit-constructor)
 
-    /// Adds the new reference before it releases the old one. So the new node may be one that only the old
-    /// node keeps alive.
+    /// Adds the new reference before it releases the old one, so the new node may be owned by the old one.
     // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): handled by the swap
     SmartPtr& operator=(SmartPtr const& other) noexcept
     {

@@ -11,11 +11,10 @@
 namespace Bv_1_1
 {
 
-/// Reference-counted text: a pointer to a StringVal, which copies share. The null pointer is the null string
-/// NIL.
+/// Reference-counted text in UTF-16. Copies share the text.
 ///
-/// NIL means that there is no text, and differs from the empty string. Functions that return text return an
-/// empty text for it. Text is stored in UTF-16. Narrow text is UTF-8, except on Windows, where it is in the
+/// The null string NIL means that there is no text. It differs from the empty string EMPTY, but text() and
+/// stringAnsi() return an empty text for both. Narrow text is UTF-8, except on Windows, where it is in the
 /// process's code page.
 ///
 /// Copies are copy-on-write: changing a string does not change its copies. Different strings may be used on
@@ -72,7 +71,7 @@ public:
     /// Copies UTF-16 text. Unpaired surrogates are kept.
     [[nodiscard]] static String fromUtf16(std::u16string_view text);
 
-    /// Takes ownership of one reference to `value`, which may be null.
+    /// Takes ownership of one reference to `value`. Null gives NIL.
     [[nodiscard]] static String adopt(StringVal* value) noexcept { return {Adopted{}, value}; }
 
     /// Exchanges the two values.

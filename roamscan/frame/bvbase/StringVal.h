@@ -29,7 +29,7 @@ public:
     ///     UTF-8 is supported (65001, or 0)
     [[nodiscard]] static StringVal* construct(char const* text, int length, int codePage);
 
-    /// The same for a text with a code page of its own. A `codePage` other than -1 overrides it.
+    /// The same for a text that names its code page. A `codePage` other than -1 overrides that one.
     [[nodiscard]] static StringVal*
     constructUsingCodepage(CodePageInterface source, int length, int codePage);
 

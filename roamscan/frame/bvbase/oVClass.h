@@ -9,8 +9,8 @@ namespace Bv_1_1
 class BaseNode;
 class Module;
 
-/// The record of a class: its name, parent, module and version. A record is registered in its module from
-/// construction to destruction.
+/// The class record: run-time information about a class, namely its name, parent, module and version. It is
+/// registered in its module from construction to destruction.
 ///
 /// A class that is created through its record, or that has static data to set up, derives its own record from
 /// this class. The order of the virtual functions (destructor, create, initClassStatics, clearClassStatics)

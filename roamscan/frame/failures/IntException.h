@@ -6,7 +6,7 @@
 namespace oV
 {
 
-/// The base of internal failures, whose messages are for programmers and not for users.
+/// The base of internal failures. Their messages are for programmers, not for users.
 class ROAMSCAN_EXPORT IntException : public ThrowableException
 {
 public:

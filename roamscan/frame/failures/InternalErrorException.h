@@ -12,7 +12,7 @@ class ROAMSCAN_EXPORT InternalErrorException : public IntException
 public:
     /// @param message what went wrong
     /// @param function the qualified name of the function that throws
-    /// @param file the name of its source
+    /// @param file the source: a file name or a component name
     /// @param line the line in that source
     InternalErrorException(Bv_1_1::String const& message,
                            Bv_1_1::String const& function,

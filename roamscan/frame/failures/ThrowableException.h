@@ -10,7 +10,8 @@ namespace oV
 
 /// The base of the library's failures: a description, and the source location that threw it.
 ///
-/// Copies share their texts, and copying does not throw. The texts are immutable, and therefore thread-safe.
+/// Copies share their texts, and copying does not throw. The texts are immutable, so copies of a failure may
+/// be used on different threads.
 class ROAMSCAN_EXPORT ThrowableException : public std::exception
 {
 public:
@@ -29,7 +30,7 @@ public:
     /// The qualified name of the function that threw the failure.
     [[nodiscard]] Bv_1_1::String getFunction() const;
 
-    /// The name of that function's source.
+    /// The source of that function: a file name or a component name.
     [[nodiscard]] Bv_1_1::String getFile() const;
 
     /// The line in that source.

@@ -17,11 +17,10 @@ public:
     /// @param title the kind of failure
     /// @param second further text, used only in what()
     /// @param function the qualified name of the function that throws
-    /// @param file the name of its source
+    /// @param file the source: a file name or a component name
     /// @param line the line in that source
-    /// @param extractor converts `code` to text, which is used only in what(); may be null. It is called
-    /// once,
-    ///     by this constructor, and not stored.
+    /// @param extractor converts `code` to text, which is used only in what(); called once, by this
+    ///     constructor; may be null
     /// @param code the kind of failure as a number
     /// @param message what went wrong; the description of the failure
     /// @param last further text, used only in what()

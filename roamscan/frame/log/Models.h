@@ -16,8 +16,8 @@
 namespace oV
 {
 
-/// The global list of models, with the library's only log. The log keeps the newest messages and passes each
-/// message to a sink that the host may install. Nothing is printed.
+/// The host's global list of models. In this library it only holds the log. The log keeps the newest messages
+/// and passes each message to a sink that the host may install. Nothing is printed.
 ///
 /// All functions are thread-safe.
 class ROAMSCAN_EXPORT Models : public Bv_1_1::BaseNode
@@ -29,7 +29,8 @@ public:
     /// The largest number of messages in the log. A further message removes the oldest one.
     static constexpr std::size_t logCapacity = 10000;
 
-    /// The global list; null until the first call of the(). The pointer owns one reference.
+    /// The global list; null until the first call of the(). The pointer owns one reference. Call the()
+    /// instead of reading it.
     static std::atomic<Models*> list;
 
     /// The global list, created at the first call. Lock-free: if several threads make the first call
@@ -65,8 +66,7 @@ public:
 
     /// Replaces the sink. An empty function removes it.
     /// @warning Several threads may call a sink concurrently. A call of the previous sink may still be
-    /// running
-    ///     on another thread when this function returns.
+    ///     running on another thread when this function returns.
     void setLogSink(LogSink sink);
 
     /// A copy of the messages in the log, oldest first.

@@ -9,14 +9,16 @@
 namespace mapping
 {
 
-/// A pose of the scanner from an absolute source. Immutable.
+/// A pose of the scanner from an absolute source, such as a positioning system. Immutable.
+///
+/// The recording software defines the frame and the units. This library does not interpret them.
 class AbsolutePose2DData
 {
 public:
     /// @param time the time of the sample
     /// @param pose the pose
-    /// @param translationUncertainty a 3x3 matrix by rows
-    /// @param rotationUncertainty a 3x3 matrix by rows
+    /// @param translationUncertainty the three rows of a 3x3 matrix
+    /// @param rotationUncertainty the three rows of a 3x3 matrix
     AbsolutePose2DData(TimeStamp time,
                        Rigid3<double> pose,
                        std::array<Vector3<double>, 3> translationUncertainty,
@@ -31,12 +33,12 @@ public:
     [[nodiscard]] TimeStamp const& getTimeStamp() const { return time_; }
     /// The pose.
     [[nodiscard]] Rigid3<double> const& getPose() const { return pose_; }
-    /// The uncertainty of the translation, a 3x3 matrix by rows.
+    /// The uncertainty of the translation: the three rows of a 3x3 matrix.
     [[nodiscard]] std::array<Vector3<double>, 3> const& getTranslationUncertainty() const
     {
         return translationUncertainty_;
     }
-    /// The uncertainty of the rotation, a 3x3 matrix by rows.
+    /// The uncertainty of the rotation: the three rows of a 3x3 matrix.
     [[nodiscard]] std::array<Vector3<double>, 3> const& getRotationUncertainty() const
     {
         return rotationUncertainty_;

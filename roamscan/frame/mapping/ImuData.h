@@ -6,7 +6,9 @@
 namespace mapping
 {
 
-/// One sample of an inertial measurement unit. Immutable.
+/// One sample of an inertial measurement unit (IMU). Immutable.
+///
+/// The recording software defines the units. This library does not interpret them.
 class ImuData
 {
 public:
@@ -30,9 +32,9 @@ public:
 
     /// The time of the sample.
     [[nodiscard]] TimeStamp const& getTimeStamp() const { return time_; }
-    /// The linear acceleration, in the recorder's unit.
+    /// The linear acceleration.
     [[nodiscard]] Vector3<double> const& getLinearAcceleration() const { return linearAcceleration_; }
-    /// The angular velocity, in the recorder's unit.
+    /// The angular velocity.
     [[nodiscard]] Vector3<double> const& getAngularVelocity() const { return angularVelocity_; }
 
     /// Whether the sample has a magnetic field.

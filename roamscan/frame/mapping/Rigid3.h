@@ -5,7 +5,8 @@
 namespace mapping
 {
 
-/// Four consecutive values in the order x, y, z, w: the vector part before the scalar part.
+/// A quaternion as four consecutive values in the order x, y, z, w: the vector part before the scalar part.
+/// The identity by default.
 template <typename T>
 struct Quaternion
 {
@@ -17,7 +18,8 @@ struct Quaternion
     [[nodiscard]] friend constexpr bool operator==(Quaternion const&, Quaternion const&) = default;
 };
 
-/// A rigid transform as seven consecutive values: translation x, y, z, then rotation x, y, z, w.
+/// A rigid transform as seven consecutive values: translation x, y, z, then rotation x, y, z, w. The identity
+/// by default. It maps a point p to `rotation * p + translation`.
 template <typename T>
 struct Rigid3
 {

@@ -6,11 +6,10 @@
 namespace mapping
 {
 
-/// A value of `T` with a distinct type for each `Tag`. So an instant, for example, cannot be passed where a
-/// duration is expected. It contains only the value. Each mixin adds a group of operators.
+/// A value of `T` with a distinct type for each `Tag` (strong typedef). For example, an instant cannot be
+/// passed where a duration is expected. Each mixin adds a group of operators.
 ///
-/// The conversion to `T` is explicit for arithmetic types, where an implicit one would defeat the purpose,
-/// and implicit for all others.
+/// The conversion to `T` is explicit for arithmetic types and implicit for all others.
 template <typename T, typename Tag, template <typename> class... Mixins>
 class StrongAlias : public Mixins<StrongAlias<T, Tag, Mixins...>>...
 {

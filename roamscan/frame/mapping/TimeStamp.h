@@ -11,8 +11,7 @@ struct TimeStampTag;
 /// A duration in seconds.
 using Duration = StrongAlias<double, DurationTag, MixinTotallyOrdered, MixinPlusAssignOperator>;
 
-/// Adds the arithmetic of instants: instant plus or minus duration is an instant, instant minus instant is a
-/// duration.
+/// Adds the arithmetic of instants: instant plus or minus duration, and instant minus instant.
 template <typename Alias>
 struct MixinTimeStampPlusMinusDuration
 {

@@ -9,14 +9,14 @@
 namespace mapping
 {
 
-/// Three 32-bit words that a recorder attaches to a point. The library stores them and never interprets them.
+/// Three 32-bit words that the recording software attaches to a point. This library never interprets them.
 using PointAuxiliary = std::array<std::uint32_t, 3>;
 
 /// One point of a range sensor's burst.
 struct TimedRangefinderPoint
 {
-    Vector3<float> position;                 ///< The measured point.
-    float time = 0;                          ///< The time within the burst; not on the time axis.
+    Vector3<float> position; ///< The measured point.
+    float time = 0;          ///< Time within the burst, in the recorder's unit; not interpreted.
     std::vector<PointAuxiliary> auxiliaries; ///< Further recorded values.
 
     [[nodiscard]] friend bool operator==(TimedRangefinderPoint const&,

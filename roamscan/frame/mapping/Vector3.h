@@ -3,7 +3,7 @@
 namespace mapping
 {
 
-/// Three consecutive values in the order x, y, z.
+/// Three consecutive values in the order x, y, z; zero by default.
 template <typename T>
 struct Vector3
 {

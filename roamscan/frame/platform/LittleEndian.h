@@ -23,8 +23,8 @@ template <std::unsigned_integral Value>
     return bytes;
 }
 
-/// The unsigned integer that `bytes` hold, least significant byte first.
-/// @param bytes at most 8 bytes; missing upper bytes count as 0
+/// The unsigned integer stored in `bytes`, least significant byte first.
+/// @param bytes at most 8 bytes, which is not checked; missing upper bytes count as 0
 [[nodiscard]] constexpr std::uint64_t fromLittleEndian(std::span<char const> bytes)
 {
     std::uint64_t value = 0;

@@ -52,17 +52,19 @@ private:
     explicit RecursiveLock(unsigned int) noexcept {}
     ~RecursiveLock() = default;
 
-    /// @overload
+    /// Blocks until no other thread holds the lock, then enters it.
+    /// @throws std::system_error if the thread has entered the lock too often
     void enter()
     {
         mutex_.lock();
     }
-    /// @overload
+    /// Enters the lock without blocking.
+    /// @return false if another thread holds the lock; it is not entered then
     [[nodiscard]] bool tryEnter() noexcept
     {
         return mutex_.try_lock();
     }
-    /// @overload
+    /// Reverts one enter() or successful tryEnter() of this thread.
     void leave() noexcept
     {
         mutex_.unlock();

@@ -12,8 +12,8 @@ class ROAMSCAN_EXPORT Endianness
 {
 public:
     /// Whether streams are big-endian. Initially the byte order of the platform.
-    /// @note Each read and write of a sample file sets it to false, on any thread, because the format is
-    ///     little-endian.
+    /// @note Each read and write of oV::Roamscan::SensorData and oV::Roamscan::TrajectoryData sets it to
+    ///     false, because their stream formats are little-endian.
     static std::atomic<bool> bigEndian;
 };
 

@@ -20,8 +20,8 @@ public:
     /// infinite or NaN; y may have any value.
     void addSample(T const& x, T const& y);
 
-    /// Evaluates the function at x by linear interpolation. At the x of a sample the result is exactly its y.
-    /// Next to a sample whose y is NaN the result is NaN.
+    /// Evaluates the function at x by linear interpolation between the two neighbouring samples. At the x of
+    /// a sample the result is exactly its y. If the y of a neighbour is NaN, the result is NaN.
     /// @param x where to evaluate
     /// @param[out] y the value; unchanged if the function returns false
     /// @return false if x is NaN or outside the domain, which is empty without samples
@@ -35,7 +35,7 @@ private:
     };
     using Position = typename std::vector<Sample>::const_iterator;
 
-    /// The first sample at or after x.
+    // The first sample at or after x.
     [[nodiscard]] Position firstFrom(T x) const;
 
     std::vector<Sample> samples_; // in ascending order of x, each x once
