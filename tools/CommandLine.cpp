@@ -23,6 +23,8 @@ constexpr char const* examples = R"(Examples:
   roamscan place --trajectory walk/walk.trajectory --from 1 --to 0 --sensors walk/walk.sensors --picture plan.png
                                                                  transform scan points along a trajectory
   roamscan still --trajectory walk/walk.trajectory --speed 0.02  find when the device stood still
+  roamscan line --trajectory walk/walk.trajectory --from 1 --to 0 --nodes walk.glb
+                                                                 draw the path for a viewer (glTF or OBJ)
   roamscan info walk/walk.sensors --json                         show what a trajectory or sensor stream contains
   roamscan panorama split panorama.jpg tiles/panorama.png        split a wide picture into tiles
   roamscan exif panorama.jpg                                     show when and with which camera it was taken
@@ -42,6 +44,7 @@ int runCommand(int argumentCount, char const* const* arguments, std::ostream& ou
     addSimulate(app, console);
     addPlace(app, console);
     addStill(app, console);
+    addLine(app, console);
     addInfo(app, console);
     addPanorama(app, console);
     addExif(app, console);

@@ -34,7 +34,7 @@ TEST_F(CommandLineTest, HelpHasAnExampleOfEveryCommand)
 {
     ToolRun const help = run({"--help"});
     EXPECT_EQ(help.status, 0);
-    for (std::string const command : {"import", "simulate", "place", "still", "info"}) {
+    for (std::string const command : {"import", "simulate", "place", "still", "line", "info"}) {
         EXPECT_NE(help.out.find("  roamscan " + command + " "), std::string::npos) << help.out;
         ToolRun const one = run({command, "--help"});
         EXPECT_EQ(one.status, 0);
@@ -68,6 +68,9 @@ TEST_F(CommandLineTest, AWrongCallIsOneLineAndStatusOne)
               "c"},
              {"simulate", file("a"), "--seconds", "5", "--along", "b"},
              {"simulate", file("a"), "--seed", "-1"},
+             {"line", "--trajectory", "a.trajectory", "--from", "1", "--to", "0"},
+             {"line", "--trajectory", "a.trajectory", "--from", "1", "b.glb"},
+             {"line", "--trajectory", "a.trajectory", "--from", "4", "--to", "0", "b.glb"},
              {"still"},
              {"still", "a.trajectory"},
              {"still", "--trajectory", "a.trajectory", "--speed", "walking"},

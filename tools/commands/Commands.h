@@ -25,6 +25,7 @@ void addImport(CLI::App& app, Console& console);
 void addSimulate(CLI::App& app, Console& console);
 void addPlace(CLI::App& app, Console& console);
 void addStill(CLI::App& app, Console& console);
+void addLine(CLI::App& app, Console& console);
 void addInfo(CLI::App& app, Console& console);
 void addPanorama(CLI::App& app, Console& console);
 void addExif(CLI::App& app, Console& console);

@@ -53,13 +53,8 @@ Trajectory deriveTrajectory(TrajectoryData const& data, Options const& options)
     {
         throw fileError(options.trajectory, "there is no pose with a time in it");
     }
-    for (Device const device : {options.from, options.to}) {
-        if (!data.devicePositions.contains(device)) {
-            throw fileError(options.trajectory,
-                            "it has no position for device " + std::to_string(static_cast<int>(device)) +
-                                "; devices with a position: " + listDevices(data));
-        }
-    }
+    requirePosition(data, options.from, options.trajectory);
+    requirePosition(data, options.to, options.trajectory);
     return data.buildTrajectoryFromTrajectoryNodes(options.from, options.to);
 }
 

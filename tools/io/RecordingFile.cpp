@@ -150,4 +150,13 @@ std::string listDevices(TrajectoryData const& data)
     return listed(names);
 }
 
+void requirePosition(TrajectoryData const& data, Device device, std::filesystem::path const& name)
+{
+    if (!data.devicePositions.contains(device)) {
+        throw fileError(name,
+                        "it has no position for device " + std::to_string(static_cast<int>(device)) +
+                            "; devices with a position: " + listDevices(data));
+    }
+}
+
 } // namespace oV::Roamscan::tool

@@ -57,4 +57,8 @@ void writeSensors(SensorData const& data, std::ostream& stream, std::filesystem:
 /// The devices with a position: "0, 1 and 3", or "none".
 [[nodiscard]] std::string listDevices(TrajectoryData const& data);
 
+/// `name` is the file's name for messages.
+/// @throws ToolError if the device has no position
+void requirePosition(TrajectoryData const& data, Device device, std::filesystem::path const& name);
+
 } // namespace oV::Roamscan::tool

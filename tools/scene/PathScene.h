@@ -26,6 +26,9 @@ struct PathScene
     std::string name;             ///< UTF-8
     std::vector<ScenePoint> line; ///< The corners of the polyline in order.
     std::vector<PathMarker> markers;
+    std::size_t ignoredPoints =
+        0; ///< Corners that are not in `line`: not finite, or too large for a `float`.
+    std::size_t ignoredMarkers = 0; ///< The same of markers.
 
     /// A viewer draws each sphere by itself, so more markers than this are drawn as points.
     static constexpr std::size_t mostSpheres = 10'000;
