@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -324,6 +325,38 @@ TEST_F(Modified, ListenersHoldAReferenceUntilTheyAreRemoved)
     EXPECT_FALSE(Attribute::isAnyModifiedListenerExisting());
     attribute->assignFrom(2, nullptr, nullptr);
     EXPECT_TRUE(listener->values.empty());
+}
+
+TEST(ModifiedListeners, MayComeAndGoWhileOtherThreadsChangeAttributesOfTheirOwn)
+{
+    class Counter : public ModifiedListener
+    {
+    public:
+        void attributeModified(Attribute&, Observer*, void*) override { calls.fetch_add(1); }
+        std::atomic<int> calls = 0;
+    };
+    SmartPtr<Counter> const always(new Counter);
+    Attribute::addModifiedListener(always.get());
+    constexpr int changes = 500;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 2; ++i) {
+        threads.emplace_back([] {
+            auto const own = number();
+            for (int value = 1; value <= changes; ++value) {
+                own->assignFrom(value, nullptr, nullptr);
+            }
+        });
+    }
+    for (int round = 0; round < changes; ++round) {
+        SmartPtr<Counter> const passing(new Counter);
+        Attribute::addModifiedListener(passing.get());
+        EXPECT_TRUE(Attribute::removeModifiedListener(passing.get()));
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_TRUE(Attribute::removeModifiedListener(always.get()));
+    EXPECT_EQ(always->calls.load(), 2 * changes);
 }
 
 // The cached-value path
