@@ -19,7 +19,7 @@ namespace oV::Roamscan
 /// Thread safety: concurrent reads are safe; a write needs exclusive access.
 ///
 /// @note TimeWindow::valid() is not tested. An empty, reversed or unset window is inserted by the same rules
-/// and may remain as a section. To have valid sections only, test before inserting.
+///     and may remain as a section. To have only valid sections, test a window before inserting it.
 class ROAMSCAN_EXPORT AnchorSections
 {
 public:
@@ -60,7 +60,7 @@ public:
     /// Whether the window contains the start or the end of some section.
     [[nodiscard]] bool containsAnyAnchorMarker(TimeWindow window) const;
 
-    /// Whether some section contains exactly one of the window's start and end.
+    /// Whether some section contains either the window's start or its end, but not both.
     [[nodiscard]] bool containsStartXorEndMarkerOfOneSequence(TimeWindow window) const;
 
 private:

@@ -21,7 +21,8 @@ namespace oV::Roamscan
 /// Derive from RoamscanDataAdapter, which implements the reserved operations. The order of the virtual
 /// operations is part of the binary interface. This library never calls the reserved ones.
 ///
-/// Thread safety: getGlobalScanPt() may run concurrently if getScanPtTime() and getLocalScanPt() may.
+/// Thread safety: getGlobalScanPt() may run concurrently if the plug-in's getScanPtTime() and
+/// getLocalScanPt() may.
 class ROAMSCAN_EXPORT IRoamscanData
 {
 public:
@@ -38,12 +39,15 @@ public:
     virtual void reserved2() = 0; ///< @copybrief reserved21
 
     /// The time of a point.
+    /// @param first,second the point's two indices
     /// @param time receives the time in ticks of 10 ns; not written if the point has none
     /// @return whether the point has a time
     [[nodiscard]] virtual bool getScanPtTime(int first, int second, int64* time) = 0;
 
     /// A point in the scanner's frame, in metres.
-    /// @param parameters those given to getGlobalScanPt(); may be null
+    /// @param first,second the point's two indices
+    /// @param parameters passed on by getGlobalScanPt(); may be null. Their meaning is up to the
+    ///     implementation.
     [[nodiscard]] virtual ScanPoint getLocalScanPt(int first, int second, double const* parameters) = 0;
 
     virtual void reserved3() = 0;  ///< @copybrief reserved21
@@ -77,9 +81,11 @@ public:
     /// time. Intensity and colour are those of the local point.
     ///
     /// Exceptions of the trajectory's pose function pass through.
+    /// @param first,second the point's two indices
+    /// @param trajectory its poses transform from the scanner's frame to the global frame
     /// @param parameters passed on to getLocalScanPt() unchanged; may be null
-    /// @return a point of zeros if the point has no time or the trajectory does not contain it;
-    ///         getLocalScanPt() is not called then
+    /// @return the point; all zero if the point has no time or the trajectory does not contain that time.
+    ///     getLocalScanPt() is not called then.
     /// @note A local position of exactly zero marks a point without a measurement. It is returned unchanged,
     /// with its intensity and colour, and the trajectory is not sampled.
     [[nodiscard]] ScanPoint

@@ -18,8 +18,8 @@ extern ROAMSCAN_EXPORT int const invalidTarget;
 /// A bounded planar target in space: its centre, its orientation, and the lengths of its two axes in the
 /// plane. Positions and lengths share one unit, which the caller chooses.
 ///
-/// No operation throws or tests its arguments: zero vectors and numbers that are not finite give results
-/// without a meaning.
+/// No operation throws or checks its arguments. Zero vectors and numbers that are not finite give meaningless
+/// results.
 class ROAMSCAN_EXPORT PlaneTarget
 {
 public:
@@ -28,10 +28,11 @@ public:
     using ParamMatrix = Eigen::Matrix<double, 3, 4>; ///< Columns: position, normal, major, minor axis.
 
     /// A target with id `invalidTarget` and zero lengths.
-    /// @param normal of any length from 1e-75 to 1e75; otherwise the rotation has no meaning
-    /// @warning The rotation is the inverse of the one that takes Z to the normal. So normal() does not
-    /// return `normal`, unless that is along Z. To set the orientation directly, use planeParams() or
-    /// setFromPlaneFit().
+    /// @param normal need not be of unit length; its length must be between 1e-75 and 1e75
+    /// @param position the centre of the plane
+    /// @warning The rotation is the inverse of the one that takes Z to `normal`; kept for compatibility. So
+    ///     normal() does not return `normal` unless it is along Z. To set the orientation, use planeParams()
+    ///     or setFromPlaneFit().
     // NOLINTNEXTLINE(google-explicit-constructor): implicit in the interface
     PlaneTarget(Vector const& normal = Vector::UnitZ(), Vector const& position = Vector::Zero());
 
@@ -83,9 +84,9 @@ public:
     [[nodiscard]] std::array<Vector, 4> planeParams() const;
 
     /// Sets position, orientation and lengths. The id does not change.
-    /// @param params position, normal, major axis and minor axis as columns. The axes' lengths become the
-    ///        target's. The normal must be of unit length, and major axis, minor axis and normal must be
-    ///        right-handed; neither is tested.
+    /// @param params position, normal, major axis and minor axis as columns. The lengths of the axes become
+    ///     the lengths of the target. The normal must be of unit length, and major axis, minor axis and
+    ///     normal must be a right-handed frame; neither is checked.
     void planeParams(ParamMatrix const& params);
 
 private:

@@ -33,24 +33,22 @@ public:
         MinTheta = 3  ///< Smallest polar angle.
     };
 
-    /// Computes the bounds of each point over all poses, and interpolates them linearly over the bins of
-    /// distance between the points.
+    /// Computes the bounds of each point over all poses, and interpolates them linearly for the bins between
+    /// the points.
     ///
     /// The table has an entry for each bin from the first point's up to, but not including, the last point's.
-    /// It takes about 350 bytes for each bin.
-    /// @param trafos the possible poses of the scanner; they transform from the scanner's frame to that of
-    /// the
-    ///        points
+    /// An entry takes about 350 bytes.
+    /// @param trafos the possible poses of the scanner, from the scanner's frame to that of the points
     /// @param points in ascending order of their distance from the origin. The table ends before the distance
-    ///        of the last point, which must be the farthest.
+    ///     of the last point, which must be the farthest.
     /// @note Of several points in one bin, the last one is used. A point whose distance is NaN or above
     /// 21474836.47 is ignored. The table is empty if there are no points, or if the last one is in the first
     /// bin. Without poses the maxima are -1000 and the minima 1000.
-    /// @warning Azimuths are compared as plain numbers, so the bounds of a point near phi = pi span almost
-    /// the full circle. The bounds of theta are NaN for a point at the position of a pose.
+    /// @warning Azimuths do not wrap around: the bounds of a point near phi = pi span almost the full circle.
+    ///     The bounds of theta are NaN for a point at the position of a pose.
     ToleranceThresholds(std::vector<TrafoT<double>> const& trafos, std::vector<Vector> const& points);
 
-    /// Copies the table. Moving copies, too.
+    /// Copies the table. There is no move: moving copies as well.
     ToleranceThresholds(ToleranceThresholds const& other);
     ~ToleranceThresholds();
 
@@ -58,13 +56,14 @@ public:
     ToleranceThresholds& operator=(ToleranceThresholds const& other);
 
     /// Looks up a bound.
+    /// @param name which bound
     /// @param distance of a point from the origin, in the coordinate unit
     /// @return the value of the last bin before the one that the distance is rounded to; the value of the
     ///         first bin if there is none before it, or if the distance is NaN
     /// @throws std::out_of_range if the table is empty
-    /// @note The value lags one bin behind the distance, also for a distance that has a bin of its own. A
-    /// `name` that is none of the four bounds gives 0.0 and is entered into the table, so the function is not
-    /// const.
+    /// @note The value is that of the previous bin, even if the distance has a bin of its own; kept for
+    ///     compatibility. For a `name` that is none of the four bounds the result is 0.0, which is also
+    ///     inserted into the table, so the function is not const.
     [[nodiscard]] double getThreshold(ThresholdName name, double distance);
 
 private:

@@ -73,7 +73,7 @@ struct ROAMSCAN_EXPORT AnchorScanMetadata
         int64 time = 0; ///< When it was taken, on the writer's time axis.
     };
 
-    std::uint32_t id = 0;                          ///< Identity of the scan.
+    std::uint32_t id = 0;                          ///< Identifier of the scan.
     double horizontalVelocity = 0.0;               ///< Of the horizontal rotation, in the writer's unit.
     double horizontalAngle = 0.0;                  ///< Of the horizontal rotation, in the writer's unit.
     int64 startTime = 0;                           ///< On the writer's time axis.

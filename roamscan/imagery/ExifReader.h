@@ -19,7 +19,7 @@ struct ExifData
     std::string dateTime;     ///< When the picture was taken or last changed (tag 306). Empty if absent.
     std::string manufacturer; ///< Manufacturer of the camera (tag 271). Empty if absent.
     std::string model;        ///< Model of the camera (tag 272). Empty if absent.
-    bool valid = false;       ///< Whether a valid directory with at least one entry, of any tag, was found.
+    bool valid = false;       ///< Whether an EXIF directory with at least one entry, of any tag, was read.
 };
 
 } // namespace PanoramaImageData

@@ -6,7 +6,7 @@
 
 #include <opencv2/core/mat.hpp>
 
-/// Stores pictures that are too wide for one file as a folder of tiles.
+/// Stores pictures that are too wide for one file as a folder of tiles. The pictures are usually panoramas.
 ///
 /// The `file` argument names the folder and the format; it is not a file that is written or read itself. The
 /// picture "walk/pano.png" is stored in the folder "walk/pano" as "0.png", "1.png" and so on. Tile i holds
@@ -41,8 +41,8 @@ ROAMSCAN_EXPORT void serializeImage(cv::Mat const& image, Bv_1_1::SmartPtr<Bv_1_
 /// to 2^30 pixels.
 ///
 /// Of several errors, the one that occurs first is thrown.
-/// @note A tile that OpenCV cannot decode counts as an empty one: as the only tile it gives an empty picture,
-/// together with other tiles it does not match.
+/// @note A tile that OpenCV cannot decode counts as an empty picture. If it is the only tile, the result is
+///     empty; otherwise it does not match the other tiles, which is an error.
 /// @throws oV::VisibleException if OpenCV fails on a tile, with code 18, "Error reading image from " and the
 ///     path of the tile
 /// @throws oV::InternalErrorException "Img dimensions mismatch." or "Img types mismatch." if tiles differ in

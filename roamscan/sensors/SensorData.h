@@ -82,32 +82,33 @@ struct ROAMSCAN_EXPORT SensorData
     ///         unchanged
     SensorData& operator+=(SensorData const& other);
 
-    /// Rotates the samples of each sensor by its pose and sets `posesApplied`. Does nothing if that is
-    /// already set. Runs in parallel on TBB's threads, one task for each pose.
+    /// Rotates the samples of each sensor by its pose in `sensorPoses`, and sets `posesApplied`. Does nothing
+    /// if `posesApplied` is already set. Runs in parallel on TBB's threads, one task for each pose.
     ///
     /// The name of each pose is looked up in `imuData`, then in `rangefinderData`, then in
     /// `secondRangefinderData`. Only the first match is rotated.
     ///
     /// Exceptions of a task, such as std::bad_alloc, pass through. `posesApplied` then stays false, but some
     /// sensors may have been rotated.
-    /// @warning Magnetic fields and auxiliaries are dropped. Translations are not applied, and the origins of
+    /// @warning Magnetic fields and auxiliaries are dropped, translations are not applied, and the origins of
     /// bursts are not rotated. A quaternion that is not of unit length is normalised for inertial samples,
     /// but used unchanged for points.
     void applyPoses();
 
-    /// Merges the samples of all sensors in the order of time (k-way merge).
+    /// A view of all samples in the order of time, for a replay of the recording. Made by a k-way merge.
     /// @return never null; shares the records and is otherwise independent of this store
     [[nodiscard]] std::shared_ptr<std::map<int64, TimedData>> createTimedData() const;
 
-    /// Maps the time of every sample: its key becomes `f(key)`, and its time stamp is converted to ticks,
-    /// mapped by `f` and converted back. The times of points within a burst do not change.
+    /// Maps the time of every sample by a function, for example to shift the recording. The key of a sample
+    /// becomes `f(key)`; its time stamp is converted to ticks, mapped by `f` and converted back. The times of
+    /// points within a burst do not change.
     ///
     /// Of several samples of a sensor that are mapped to the same tick, the one with the latest former key is
     /// kept. Sensors without samples are removed.
     ///
     /// Exceptions of `f` pass through. Samples of the kinds handled before are then mapped, the others
     /// unchanged; the order is inertial, rangefinder, second rangefinder, absolute pose, scanning status.
-    /// @param f ticks to ticks; must give the same result for the same argument
+    /// @param f maps ticks to ticks; must be a pure function, because it is called twice for each sample
     /// @throws std::bad_function_call if `f` is empty and there is a sample
     void modifyTime(std::function<int64(int64)> const& f);
 

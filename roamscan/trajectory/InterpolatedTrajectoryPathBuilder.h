@@ -40,7 +40,7 @@ public:
     InterpolatedTrajectoryPathBuilder& operator=(InterpolatedTrajectoryPathBuilder&& other) noexcept;
 
     /// The same as addPose() at an absolute time.
-    /// @note It does not remove earlier poses and may be called at any point.
+    /// @note It does not remove earlier poses, and need not be called first.
     InterpolatedTrajectoryPathBuilder& setInitialPose(TimeStamp time, TrafoT<double> pose);
 
     /// Adds a pose at an absolute time.

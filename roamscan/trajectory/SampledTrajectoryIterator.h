@@ -35,8 +35,8 @@ public:
     /// An iterator without a trajectory. It may only be assigned to, compared and destroyed.
     SampledTrajectoryIterator() = default;
 
-    /// The position at time `start + index * step`. Evaluates the pose function if the trajectory contains
-    /// that time.
+    /// The position at time `start + index * step`, in seconds. Evaluates the pose function if the trajectory
+    /// contains that time.
     SampledTrajectoryIterator(Trajectory const* trajectory,
                               TimeStamp start,
                               std::uint64_t index,

@@ -12,7 +12,8 @@
 namespace oV::Roamscan
 {
 
-/// The pose of a device as a function of time over a closed interval, optionally with its acceleration.
+/// The pose of a device as a function of time over a closed interval, optionally with its acceleration. A
+/// pose transforms from the device's frame to the trajectory's target frame, usually the global frame.
 ///
 /// A trajectory owns an interval, a pose function and an acceleration function. The usual pose function is
 /// the table that InterpolatedTrajectoryPathBuilder makes: it interpolates between its poses, from the first
@@ -76,6 +77,8 @@ public:
     /// @throws std::bad_function_call if there is no pose function
     /// @throws std::out_of_range if the pose function is a table and the time is outside it
     /// @note The interval is not tested: the pose function decides for which times it has a pose.
+    /// @warning A pose that the table interpolates is always valid(), even if its neighbours are not. Only
+    ///     the last pose is returned as it was added. See TrafoT::interpolate().
     [[nodiscard]] TrafoT<double> sample(double seconds) const;
     /// @overload
     [[nodiscard]] TrafoT<double> sample(TimeStamp time) const;
@@ -95,12 +98,12 @@ public:
     [[nodiscard]] Bv_1_1::Vec3d<double> sampleGlobalAcceleration_or(TimeStamp time,
                                                                     Bv_1_1::Vec3d<double> fallback) const;
 
-    /// The poses from start to stop at a fixed step. The range refers to this trajectory, which must outlive
-    /// it.
+    /// The poses from start to stop at a fixed step, for a range-based loop. The range refers to this
+    /// trajectory, which must outlive it.
     [[nodiscard]] SampledTrajectoryRange sampled(Duration step) const;
 
-    /// The poses between two instants, which may lie outside the interval; see SampledTrajectoryIterator for
-    /// what it gives there. The range refers to this trajectory, which must outlive it.
+    /// The same between two instants, which may lie outside the interval.
+    /// @warning Positions outside the interval repeat the previous node; see SampledTrajectoryIterator.
     [[nodiscard]] SampledTrajectoryRange sampled_over(TimeStamp from, TimeStamp to, Duration step) const;
 
 private:

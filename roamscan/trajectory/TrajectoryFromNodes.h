@@ -12,14 +12,16 @@ namespace oV::Roamscan
 
 /// Builds a trajectory that interpolates between the poses of `nodes`.
 ///
-/// @param nodes in any order; of two at the same time, the later one in the vector is used
+/// @param nodes in any order; of two nodes at the same time, the later one in the vector is used
 /// @return the trajectory from the smallest to the largest time; it owns a copy of the poses
-/// @note Nodes whose pose is not `valid()` are used as well; the trajectory's pose is then not valid either.
-/// Without nodes the result is that of an InterpolatedTrajectoryPathBuilder without poses.
+/// @note Without nodes, the interval is 0 to 0 and sampling throws `std::out_of_range`.
+/// @warning Nodes whose pose is not `valid()` are used as well. Interpolated poses next to them are `valid()`
+///     all the same; see Trajectory::sample().
 [[nodiscard]] ROAMSCAN_EXPORT Trajectory
 buildTrajectoryFromTrajectoryNodes(std::vector<TrajectoryNode> const& nodes);
 
-/// The same with the poses `(leftTransform * pose) * rightTransform`, multiplied in this order.
+/// The same with the poses `(leftTransform * pose) * rightTransform`, multiplied in this order: from the
+/// source frame of `rightTransform` to the target frame of `leftTransform`.
 [[nodiscard]] ROAMSCAN_EXPORT Trajectory
 buildTrajectoryFromTrajectoryNodes(std::vector<TrajectoryNode> const& nodes,
                                    TrafoT<double> const& rightTransform,

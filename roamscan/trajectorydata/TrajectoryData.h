@@ -72,34 +72,38 @@ struct ROAMSCAN_EXPORT TrajectoryData
     /// equal their default are not written.
     [[nodiscard]] bool write(std::ostream& stream) const;
 
-    /// Builds a trajectory of the poses `inverse(T_to) * P * T_from`, where P is the pose of a node, and
-    /// `T_from` and `T_to` are the positions of the two devices.
+    /// Builds the trajectory of the nodes, re-expressed between two devices: the poses are `inverse(T_to) * P
+    /// * T_from`, where P is the pose of a node, and `T_from` and `T_to` are the entries of the two devices
+    /// in `devicePositions`.
     /// @throws oV::InternalErrorException if a position is missing; `from` is checked first
     [[nodiscard]] Trajectory buildTrajectoryFromTrajectoryNodes(Device from, Device to) const;
 
     /// The same with one device as `from` and `to`.
     /// @throws oV::InternalErrorException if the position is missing
-    /// @note The message of that exception names the position of the target, not of the source.
+    /// @note The exception's message calls it the `to` device; kept for compatibility.
     [[nodiscard]] Trajectory buildTrajectoryFromTrajectoryNodes(Device device) const;
 
     /// A scene object that draws the trajectory from one device to another. Include
     /// <roamscan/frame/scene/Transform.h> to use it.
     ///
-    /// Its children are the markers in the order of the nodes, if `withNodes`, and then the line, all with
-    /// the place 48. The line has the name `name`, as the object itself, and one point for each node, in the
-    /// stored order of the nodes: the translation of the pose in metres. Each marker is an oV::Sphere of size
-    /// 0.01 with the name "Node_" and the node's time in seconds.
+    /// The object and its line have the name `name`. The line has one point for each node, in the stored
+    /// order of the nodes: the translation of the trajectory's pose, in metres. Each marker is an oV::Sphere
+    /// of size 0.01 at such a point. Its name is "Node_" and the node's time in seconds. The markers, in the
+    /// order of the nodes, and then the line are added as children, with the place 48.
     ///
     /// A node whose time, rounded to 10 ns, is outside the trajectory is skipped.
-    /// @note A point at exactly the origin gets a marker but is not on the line.
+    /// @param withNodes whether to add a marker for each node
+    /// @param name the name of the object and of its line
+    /// @param from,to as in buildTrajectoryFromTrajectoryNodes()
     /// @throws oV::InternalErrorException if a position is missing; `from` is looked up first
+    /// @note A point at exactly the origin gets a marker but is not on the line.
     [[nodiscard]] Bv_1_1::SmartPtr<Transform>
     lineFromTrajectory(bool withNodes, Bv_1_1::String const& name, Device from, Device to) const;
 
-    /// The same with one device in both roles.
-    /// @note Unlike buildTrajectoryFromTrajectoryNodes(Device), it reports a missing position as that of the
-    /// `from` device.
+    /// The same with one device as `from` and `to`.
     /// @throws oV::InternalErrorException if the position is missing
+    /// @note The exception's message calls it the `from` device, unlike that of
+    ///     buildTrajectoryFromTrajectoryNodes(Device); kept for compatibility.
     [[nodiscard]] Bv_1_1::SmartPtr<Transform>
     lineFromTrajectory(bool withNodes, Bv_1_1::String const& name, Device device) const;
 };

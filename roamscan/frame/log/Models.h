@@ -60,7 +60,8 @@ public:
     /// @param file the source that logs the message; null becomes NIL
     /// @param line the line in that source
     /// @param function the qualified name of the function; null becomes NIL
-    /// @throws any exception that the sink throws; the message is in the log then
+    ///
+    /// Exceptions of the sink pass through; the message is in the log then.
     void appendLogMsgExt(
         Bv_1_1::String const& message, int severity, char const* file, int line, char const* function);
 
