@@ -29,6 +29,7 @@ public:
     /// Attaches the module to a loaded image and calls initClassStatics() on each class record, in the order
     /// of registration. Attaching it to the same image again does nothing.
     /// @return false for a null handle, or if the module is attached to another image
+    ///
     /// Exceptions of a class record pass through; the module is not attached then.
     [[nodiscard]] bool internalInit(oV::Roamscan::ImageHandle image);
 

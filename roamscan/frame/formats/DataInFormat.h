@@ -19,8 +19,9 @@ public:
     /// Reads from `in`, which must outlive this object.
     explicit DataInFormat(ModelInFormat& in) noexcept : in_(in) {}
 
-    /// Reads the next value. A `double` takes an integer, too.
-    /// @return nothing if the next token is no such value; `in` has failed then and has the status
+    /// Reads the next value. Integers are also valid for `double`.
+    /// @return the value, or nothing if the next token is not a value of type `T`; ModelInFormat::status()
+    ///     then has the code of the failure
     [[nodiscard]] std::optional<T> get();
 
 private:

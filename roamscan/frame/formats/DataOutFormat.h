@@ -10,7 +10,7 @@ namespace oV
 {
 
 /// Writes values of one type to the output. `T` is `bool`, `int`, `double`, `Bv_1_1::String` or
-/// `std::vector<Bv_1_1::String>`. DataInFormat reads each value back as it was, doubles bit for bit.
+/// `std::vector<Bv_1_1::String>`. DataInFormat reads back the same value; a `double` is the same bit for bit.
 template <typename T>
 class DataOutFormat
 {

@@ -9,20 +9,21 @@
 namespace oV
 {
 
-/// Text that a reader did not understand and kept, to be written again: the rest of a statement with its
-/// ";" or its block, or one item of the bare form. It is well-formed. ModelInFormat::keepRest() makes it,
-/// ModelOutFormat::putKept() writes it.
+/// Text of an unknown element of the input, kept so that it can be written again: the rest of a statement
+/// with its ";" or its block, or one item of the bare form. It is well-formed. ModelInFormat::keepRest()
+/// creates it, and ModelOutFormat::putKept() writes it.
 class KeptText
 {
 public:
-    /// The bytes as they were read, without blank space around them.
+    /// The bytes as they were read, without surrounding blank space.
     [[nodiscard]] std::string const& text() const noexcept { return text_; }
 
-    /// The form that the text was read in.
+    /// The form of the text.
     [[nodiscard]] ModelFormat::Format format() const noexcept { return format_; }
 
-    /// The same in another form. A block keeps its value: the values of the bare block are those of the
-    /// statement with ModelFormat::valueKeyword in the keyed block. What else the block holds is left out.
+    /// Converts the text to another form. Of a block, only its value is converted: the values of the bare
+    /// block are those of the statement with ModelFormat::valueKeyword in the keyed block. Its other contents
+    /// are lost.
     [[nodiscard]] ROAMSCAN_EXPORT KeptText inFormat(ModelFormat::Format format) const;
 
 private:

@@ -10,13 +10,13 @@
 namespace oV
 {
 
-/// A two-way table of tokens and names: each token has one name, each name one token.
+/// A bidirectional table of tokens (numbers) and names: each token has one name, and each name has one token.
 ///
-/// Many threads may look up; adding needs the caller's own exclusion.
+/// Thread safety: concurrent lookups are safe; adding needs exclusive access.
 class ROAMSCAN_EXPORT KeyTable
 {
 public:
-    /// Stands for a name that the table does not have.
+    /// The result for a name that is not in the table.
     static constexpr unsigned int unknownToken = 0xFFFFFFFF;
 
     /// A table without entries.
@@ -26,14 +26,14 @@ public:
     KeyTable& operator=(KeyTable const&) = delete;
 
     /// Adds an entry.
-    /// @return false, with the table unchanged, if the token or the name is in the table already, the name is
-    /// NIL, or the token is `unknownToken`
+    /// @return false if the table already has the token or the name, or if the name is NIL or the token is
+    ///     `unknownToken`; the table is then unchanged
     bool addEntry(unsigned int token, Bv_1_1::String const& name);
 
-    /// The token of a name, `unknownToken` if there is none. The case of letters matters.
+    /// The token of a name, or `unknownToken`. Case-sensitive.
     [[nodiscard]] unsigned int keyToToken(Bv_1_1::String const& name) const;
 
-    /// The name of a token, NIL if there is none. Valid as long as the table.
+    /// The name of a token, or NIL. The reference is valid as long as the table.
     [[nodiscard]] Bv_1_1::String const& tokenToKey(unsigned int token) const;
 
 private:

@@ -5,14 +5,15 @@
 namespace oV
 {
 
-/// What the two text forms of the model formats have in common, and their grammar.
+/// The grammar and the constants of the model formats, which are two text forms for attributes and their
+/// containers. Read with ReadFromScope and ModelInFormat, write with WriteToScope and ModelOutFormat.
 ///
-/// Both forms are UTF-8. The keyed form names each value; a person can read and edit it. The bare form holds
-/// the same values in the order in which they were written, without keywords; reader and writer must agree on
-/// that order. A value has the same text in both forms.
+/// Both forms are UTF-8. The keyed form has a keyword for each value and is easy to read and edit. The bare
+/// form has the same values in the order in which they were written, without keywords; reader and writer must
+/// agree on that order. A value has the same text in both forms.
 ///
-/// Grammar of the keyed form. Blank space (space, tab, CR, LF) may stand between any two tokens and is needed
-/// only between two words. `*` is any number of times, `+` at least once, `?` at most once, `|` is or.
+/// Grammar of the keyed form. Blank space (space, tab, CR, LF) is allowed between any two tokens, and
+/// required between two words. `*` means any number of times, and `|` separates alternatives.
 ///
 /// @code{.unparsed}
 /// text       statement*
@@ -33,17 +34,17 @@ namespace oV
 ///     text       item*
 ///     item       value   |   "{" item* "}"
 ///
-/// What the writer writes, byte for byte:
+/// The exact output of the writer:
 ///
-/// - Keyed form: each statement begins a line, indented by four spaces for each open block. One space
-///   precedes each value and each "{". ";", "{" and "}" end the line with LF. A keyword that has the form
-///   of a word is written as a word, any other one as a string.
-/// - Bare form: each value, "{" and "}" has a line of its own that ends with LF, without indentation.
-/// - Numbers: the shortest decimal text that reads back to the same bits; -0.0 is "-0". The quiet NaN
+/// - Keyed form: each statement starts a new line, indented by four spaces for each open block. One space
+///   precedes each value and each "{". ";", "{" and "}" end the line with LF. A keyword is written as a word
+///   if the grammar allows it, otherwise as a string.
+/// - Bare form: each value, "{" and "}" is on its own line, which ends with LF, without indentation.
+/// - Numbers: the shortest decimal text that parses to the same bits; -0.0 is "-0". The quiet NaN
 ///   without payload and sign is "nan"; any other NaN is "nan:" and its bits in lower-case digits.
 /// - Strings: the null string is `null`. Double quote, backslash, LF, CR and TAB have their short
-///   escapes. Other control characters (U+0000 to U+001F, U+007F to U+009F), U+2028, U+2029, U+FEFF and
-///   lone surrogates are written as a `u` escape in lower-case digits. Everything else stands as it is.
+/// escapes. Other control characters (U+0000 to U+001F, U+007F to U+009F), U+2028, U+2029, U+FEFF and
+/// unpaired surrogates are written as a `u` escape in lower-case digits. All other characters are unchanged.
 /// - Lists: `["a", null]`, `[]`.
 ///
 /// A container with two attributes in the keyed form:
@@ -61,20 +62,21 @@ namespace oV
 class ModelFormat
 {
 public:
-    /// The form of a text. Every value other than Bare stands for the keyed form.
+    /// The form of a text. Every value other than Bare denotes the keyed form.
     enum class Format : int
     {
         Keyed = 0, ///< with keywords
         Bare = 1,  ///< without keywords
     };
 
-    /// Ends a block. As a keyword of one character it is what a reader finds at the end of a block.
+    /// The character that ends a block. A reader gets it as a keyword of one character.
     static constexpr wchar_t END_OF_BLOCK = L'}'; // NOLINT(readability-identifier-naming): the host's name
 
-    /// The keyword of an attribute's value. Readers of the bare form find it in front of the value, too.
+    /// The keyword of an attribute's value. Readers of the bare form also get it, although it is not in the
+    /// text.
     static constexpr wchar_t const* valueKeyword = L"value";
 
-    /// Greatest number of blocks that may be open at once.
+    /// The largest depth of nested blocks.
     static constexpr int maxDepth = 100;
 
     ModelFormat() = delete;

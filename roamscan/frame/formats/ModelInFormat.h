@@ -20,84 +20,89 @@ namespace detail
 class TokenReader;
 } // namespace detail
 
-/// Reads the text forms of ModelFormat. ReadFromScope makes it; DataInFormat reads the values.
+/// Reads the text forms of ModelFormat. ReadFromScope creates it; DataInFormat reads the values.
 ///
-/// A reader walks the statements of its block:
+/// A reader iterates over the statements of its block:
 ///
 ///     for (;;) {
 ///         String const keyword = in.getKeyword();
 ///         if (keyword is NIL or END_OF_BLOCK) { break; }
-///         ... read the values with DataInFormat, or leave them
+///         if (keyword is known) { ... read its values with DataInFormat }
+///         else if (!StatusCode::isTolerated(in.unknownKeyword())) { return in.unknownKeyword(); }
 ///         in.nextKeyword();
 ///     }
 ///
-/// To let another object read a block: startBlock(), call it, nextKeyword(). What a reader leaves of a
-/// statement is skipped by nextKeyword(), or kept by keepRest().
+/// To let another object read a block, call startBlock(), then the object, then nextKeyword(). nextKeyword()
+/// skips the part of a statement that was not read. keepRest() keeps it as text.
 ///
-/// The first failure stays: from then on the keyword is the empty string, which no statement has, no value is
-/// read, and status() has the code. A reader that hands every keyword it does not know to unknownKeyword()
-/// so reports a damaged text.
+/// After a failure, getKeyword() returns the empty string, which is never a valid keyword, no value is read,
+/// and status() is the code of the first failure. The loop above takes the empty string for an unknown
+/// keyword and so returns that code.
 ///
-/// In the bare form each scope finds ModelFormat::valueKeyword once, in front of its value, and then the end
-/// of its block, or NIL where something else follows.
+/// In the bare form, each scope gets ModelFormat::valueKeyword once, before its value, and then the end of
+/// its block, or NIL if something else follows.
 class ROAMSCAN_EXPORT ModelInFormat
 {
 public:
-    /// @param stream may be null, which is a failure; it must outlive this object
+    /// @param stream must outlive this object; null is a failure (StatusCode::readFailed)
+    /// @param format the form to read
     ModelInFormat(std::istream* stream, ModelFormat::Format format);
 
     ~ModelInFormat();
     ModelInFormat(ModelInFormat const&) = delete;
     ModelInFormat& operator=(ModelInFormat const&) = delete;
 
-    /// The form that is read.
+    /// The form of the text.
     [[nodiscard]] ModelFormat::Format format() const noexcept { return format_; }
 
     /// StatusCode::ok, or the code of the first failure.
     [[nodiscard]] int status() const noexcept;
 
-    /// The line of the input at which the reader stands, counted from 1 where the outermost scope began.
+    /// The number of the current line, counted from 1 at the start of the outermost scope.
     [[nodiscard]] std::size_t lineNumber() const noexcept;
 
-    /// The keyword that the end of a block has: the one character ModelFormat::END_OF_BLOCK.
+    /// The keyword at the end of a block: the one character ModelFormat::END_OF_BLOCK.
     [[nodiscard]] static Bv_1_1::String endOfBlock();
 
-    /// The current keyword, which is read if there is none yet. NIL at the end of the input; the one
-    /// character ModelFormat::END_OF_BLOCK at the end of a block; empty after a failure.
-    ///
-    /// An end of block where no block is open is no failure: the block may belong to somebody else.
+    /// The current keyword. Reads the next one if there is none.
+    /// @return NIL at the end of the input, endOfBlock() at the end of a block, the empty string after a
+    ///     failure
+    /// @note The end of a block that this object did not open is not a failure: the caller may have opened
+    ///     it.
     [[nodiscard]] Bv_1_1::String const& getKeyword();
 
-    /// Done with the current keyword: skips what is left of its statement, or leaves the block that ends
-    /// here. Nothing happens if there is no current keyword.
+    /// Finishes the current keyword: skips the rest of its statement, or leaves the block that ends here.
+    /// Does nothing if there is no current keyword.
     void nextKeyword();
 
-    /// Makes this the current keyword and lets the enclosing scope find it as its current one. The last call
-    /// of a scope; nextKeyword() takes it back.
+    /// Passes a keyword to the enclosing scope, where getKeyword() returns it after this scope has closed.
+    /// Must be the last call of a scope; nextKeyword() cancels it.
     void setPropagateKeyword(Bv_1_1::String const& keyword);
 
-    /// Whether a value comes next; false at ";", at a block, at the end of one and at the end of the input.
+    /// Whether the next token starts a value. False at ";", "{" and "}", and at the end of the input.
     [[nodiscard]] bool hasValue();
 
-    /// Whether a block comes next.
+    /// Whether the next token starts a block.
     [[nodiscard]] bool hasBlock();
 
-    /// Enters the block of the current statement; in the bare form, the block that comes next. The next
-    /// keyword is the block's first one.
-    /// @return false if there is no block, or too many are open; that is a failure
+    /// Enters the block of the current statement; in the bare form, the next block. The next keyword is then
+    /// the first one of the block.
+    /// @return false, which is a failure, if there is no block or more than ModelFormat::maxDepth would be
+    ///     open
     bool startBlock();
 
-    /// Takes what is left of the current statement as text, with its ";" or its block; in the bare form, the
-    /// item that comes next. nextKeyword() finds nothing left then.
-    /// @return nothing after a failure and, in the keyed form, without a current statement
+    /// Reads the rest of the current statement as text, including its ";" or its block; in the bare form, the
+    /// next item. Call nextKeyword() afterwards, as for any statement.
+    /// @return the text; nothing after a failure or, in the keyed form, if there is no current statement
     [[nodiscard]] std::optional<KeptText> keepRest();
 
-    /// What a reader returns that does not know the current keyword: the status of a failed input,
-    /// StatusCode::unknownKeyword otherwise.
+    /// The status for a reader that does not know the current keyword: status() after a failure, otherwise
+    /// StatusCode::unknownKeyword.
     [[nodiscard]] int unknownKeyword() const noexcept;
 
-    /// Fails with the status, unless the input has failed before. For readers that find a text which follows
-    /// the grammar but makes no sense to them.
+    /// Sets status(), unless there was a failure before. For readers that reject a text that follows the
+    /// grammar.
+    /// @param status the code of the failure, not 0
     void fail(int status) noexcept;
 
 private:
@@ -109,16 +114,16 @@ private:
     /// What the current keyword is.
     enum class Current
     {
-        None,       // there is none; the next one has not been read
-        Statement,  // that of a statement whose values or block come next
-        Finished,   // one of which nothing is left
+        None,       // none; the next keyword has not been read
+        Statement,  // a keyword whose values or block come next
+        Finished,   // a keyword whose statement has been read completely
         EndOfBlock, // the end of a block
     };
 
-    /// What each scope has for itself.
+    /// The state of each scope.
     struct ScopeState
     {
-        bool bareValueFound = false; // in the bare form: valueKeyword has been the current keyword
+        bool bareValueFound = false; // in the bare form: getKeyword() has returned valueKeyword
         bool beganAtEndOfBlock =
             false;               // the end of a block was the current keyword when the scope was opened
         bool propagates = false; // the current keyword is for the enclosing scope
@@ -128,7 +133,7 @@ private:
     [[nodiscard]] ScopeState openScope() noexcept;
     void closeScope(ScopeState outer) noexcept;
 
-    // For DataInFormat: what to read a value from.
+    // For DataInFormat: the tokens of the next value.
     [[nodiscard]] detail::TokenReader& valueTokens();
 
     // For KeptText: the text of the next value.
@@ -146,7 +151,7 @@ private:
     std::unique_ptr<detail::TokenReader> tokens_;
     Current current_ = Current::None;
     Bv_1_1::String keyword_;
-    int depth_ = 0; // blocks that were entered and not left
+    int depth_ = 0; // number of open blocks
     ScopeState scope_;
 };
 

@@ -12,49 +12,48 @@
 namespace oV
 {
 
-/// Writes the text forms of ModelFormat. WriteToScope makes it; DataOutFormat writes the values.
+/// Writes the text forms of ModelFormat. WriteToScope creates it; DataOutFormat writes the values. The calls,
+/// and the text that they write in the keyed form:
 ///
 ///     startValue(keyword), values, endValue()                              keyword values;
 ///     startValue(keyword), values, startBlock(), statements, endBlock()    keyword values { statements }
 ///
-/// In the bare form the same calls leave the keyword and the ";" out. A write that fails shows in the state
-/// of the stream and in good(); exceptions enabled on the stream pass through.
+/// In the bare form, the same calls write neither keyword nor ";". After a failed write, good() is false.
+/// Exceptions enabled on the stream pass through.
 class ROAMSCAN_EXPORT ModelOutFormat
 {
 public:
-    /// @param stream may be null; it must outlive this object
+    /// @param stream must outlive this object; if null, nothing is written and good() is false
+    /// @param format the form to write
     ModelOutFormat(std::ostream* stream, ModelFormat::Format format) noexcept;
 
     ModelOutFormat(ModelOutFormat const&) = delete;
     ModelOutFormat& operator=(ModelOutFormat const&) = delete;
 
-    /// The form that is written.
+    /// The form of the text.
     [[nodiscard]] ModelFormat::Format format() const noexcept { return format_; }
 
-    /// Whether there is a stream and its state is clean.
+    /// Whether there is a stream and it is good.
     [[nodiscard]] bool good() const;
 
     /// Begins a statement.
-    /// @throws InternalErrorException if the keyword is NIL, empty or the end of a block; also in the bare
-    /// form
+    /// @throws InternalErrorException if the keyword is NIL, empty or the end of a block, in both forms
     void startValue(Bv_1_1::String const& keyword);
 
-    /// Ends a statement that has no block.
+    /// Ends a statement without a block.
     void endValue();
 
     /// Begins the block of a statement.
-    /// @throws InternalErrorException if ModelFormat::maxDepth blocks are open
+    /// @throws InternalErrorException if ModelFormat::maxDepth blocks are already open
     void startBlock();
 
-    /// Ends the block, and with it the statement.
+    /// Ends the block and its statement.
     /// @throws InternalErrorException if no block is open
     void endBlock();
 
-    /// Writes what a reader kept, in place of the rest of a statement with its endValue() or endBlock().
-    ///
-    /// Text of the same form comes out byte for byte. Between the forms, a block keeps its value: the values
-    /// of the bare block are those of the statement with ModelFormat::valueKeyword in the keyed block.
-    /// Statements with other keywords have no place in the bare form and are left out.
+    /// Writes a kept text as the rest of a statement, after startValue() and its first values. It replaces
+    /// the call of endValue() or endBlock(). Text of the same form is written byte for byte; other text is
+    /// converted by KeptText::inFormat().
     void putKept(KeptText const& kept);
 
 private:

@@ -9,7 +9,7 @@ namespace oV
 class ROAMSCAN_EXPORT ReadContext : public ReadContextBase
 {
 public:
-    /// @param format what getFormat() returns
+    /// @param format the result of getFormat()
     explicit ReadContext(ModelFormat::Format format = ModelFormat::Format::Keyed) noexcept;
 
     [[nodiscard]] ModelFormat::Format getFormat() const override;

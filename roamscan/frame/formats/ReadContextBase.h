@@ -6,9 +6,9 @@
 namespace oV
 {
 
-/// What the host settles for a read. It may derive from this class to pass more to its own readers.
+/// The settings of a read. A host may derive from this class to pass further settings to its own readers.
 ///
-/// A null context is allowed wherever a reader takes one; it stands for the keyed form.
+/// A reader also accepts a null context, which means the keyed form.
 class ROAMSCAN_EXPORT ReadContextBase
 {
 public:

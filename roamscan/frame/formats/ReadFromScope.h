@@ -16,25 +16,27 @@ template <typename Scope>
 class OpenScopes;
 } // namespace detail
 
-/// The scope of one read. Each object that reads itself opens one and walks the keywords of its input format.
+/// The scope of one read. An object that reads itself from a stream opens a scope and iterates over the
+/// keywords of its input format.
 ///
-/// Scopes nest: a scope that is opened while the same thread has one open on the same stream shares its input
-/// format, with the position and the current keyword. So a container can read a keyword, and the attribute
-/// that it calls goes on from there. The outermost scope makes the input format in the form of its context.
-/// When it closes, the stream stands just after the last byte that was used. The state flags of the stream
-/// are not changed.
+/// Scopes nest: if the same thread already has a scope on the same stream, the new scope shares its input
+/// format, including the position and the current keyword. So a container can read a keyword, and the
+/// attribute that it calls continues from there. The outermost scope creates the input format, in the form of
+/// its context. When it closes, the stream is positioned directly after the last byte that was used. The
+/// state flags of the stream are not changed.
 ///
-/// The contexts of nested scopes must have the same form. A scope is for the thread that opened it.
+/// The contexts of nested scopes must have the same form. A scope must be used only by the thread that opened
+/// it.
 class ROAMSCAN_EXPORT ReadFromScope
 {
 public:
-    /// @param stream what to read; if it is null or has failed, so has the input format
-    /// @param context may be null, which stands for the keyed form; both must outlive the scope
+    /// @param stream must outlive the scope; null or a failed stream is a failure (StatusCode::readFailed)
+    /// @param context must outlive the scope; null means the keyed form
     ReadFromScope(std::istream* stream, ReadContextBase* context);
 
-    /// Hands a keyword to the enclosing scope if ModelInFormat::setPropagateKeyword() was called in this one.
-    /// Otherwise an end of block that was read in this scope is done with, and the enclosing scope goes on
-    /// after it.
+    /// Passes a keyword to the enclosing scope if ModelInFormat::setPropagateKeyword() was called in this
+    /// one. Otherwise, an end of block that was read in this scope is finished, and the enclosing scope
+    /// continues after it.
     ~ReadFromScope();
 
     ReadFromScope(ReadFromScope const&) = delete;
@@ -43,7 +45,7 @@ public:
     /// The input format, valid as long as the scope.
     [[nodiscard]] ModelInFormat& getImf() const noexcept { return *input_; }
 
-    /// The context that this scope was opened with.
+    /// The context that was given to the constructor.
     [[nodiscard]] ReadContextBase* getReadContext() const noexcept { return context_; }
 
 private:

@@ -1,26 +1,25 @@
 #pragma once
 
 /// @file
-/// The status codes of reading and writing models, and how a reader treats them.
+/// The status codes of reading and writing models, and the rules for combining them.
 
 #include <algorithm>
 #include <array>
 
-/// Status codes of reading and writing. 0 is success. Codes up to 17 here are failures that no reader
-/// tolerates.
+/// Status codes of reading and writing. 0 means success. isTolerated() tells which of the others end a read.
 namespace oV::StatusCode
 {
 
 inline constexpr int ok = 0;            ///< success
 inline constexpr int syntaxError = 1;   ///< the text does not follow the grammar of ModelFormat
 inline constexpr int unexpectedEnd = 2; ///< the text ends inside a statement, a value or a block
-inline constexpr int wrongKind = 3;     ///< a well-formed value of another kind than the one asked for
+inline constexpr int wrongKind = 3;     ///< a well-formed value of another kind than requested
 inline constexpr int outOfRange =
-    4; ///< a number or text beyond the range of its type, or a number that rounds to 0
+    4; ///< a number or text beyond the range of its type, or a number other than 0 that rounds to 0
 inline constexpr int tooDeep = 6;         ///< more than ModelFormat::maxDepth open blocks
 inline constexpr int readFailed = 17;     ///< no input stream, or one that failed
-inline constexpr int writeFailed = 18;    ///< no output stream, or one whose state is not clean
-inline constexpr int unknownKeyword = 23; ///< a keyword that nobody knows was skipped; tolerated
+inline constexpr int writeFailed = 18;    ///< no output stream, or one that is not good
+inline constexpr int unknownKeyword = 23; ///< an unknown keyword was skipped; tolerated
 inline constexpr int noContext = 27;      ///< no write context was given
 
 namespace detail
@@ -31,14 +30,16 @@ inline constexpr std::array tolerated = {0,  5,  12,  23,  24,  30,  31,  34,  4
 
 } // namespace detail
 
-/// Whether a reader goes on after this status of a part.
+/// Whether a reader continues after a part that was read with this status.
 [[nodiscard]] constexpr bool isTolerated(int status) noexcept
 {
     return std::binary_search(detail::tolerated.begin(), detail::tolerated.end(), status);
 }
 
-/// The status to keep after one more part has been read: the first that is not 0. The mild codes 23 and 24
-/// give way to a later one that is not 0.
+/// Combines the statuses of two parts of a text: the first one that is not 0. The codes 23 and 24 are
+/// replaced by a later status that is not 0.
+/// @param kept the status of the parts before
+/// @param next the status of the next part
 [[nodiscard]] constexpr int keep(int kept, int next) noexcept
 {
     bool const givesWay = kept == ok || ((kept == 23 || kept == 24) && next != ok);

@@ -6,7 +6,7 @@
 namespace oV
 {
 
-/// What the host settles for a write. It may derive from this class to pass more to its own writers.
+/// The settings of a write. A host may derive from this class to pass further settings to its own writers.
 class ROAMSCAN_EXPORT WriteContextBase
 {
 public:
@@ -17,8 +17,8 @@ public:
     /// The form of the text to write.
     [[nodiscard]] virtual ModelFormat::Format getFormat() const = 0;
 
-    /// Whether the keyed form also has the values that equal the default of their type. The bare form always
-    /// has them.
+    /// Whether values that equal the default of their type are written in the keyed form. The bare form
+    /// always contains them.
     [[nodiscard]] virtual bool writeDefaultValues() const = 0;
 
 protected:

@@ -16,15 +16,16 @@ template <typename Scope>
 class OpenScopes;
 } // namespace detail
 
-/// The scope of one write. Scopes nest as those of ReadFromScope do: a scope that is opened while the same
-/// thread has one open on the same stream shares its output format, with the form and the open blocks.
+/// The scope of one write. Scopes nest like those of ReadFromScope: if the same thread already has a scope on
+/// the same stream, the new scope shares its output format, including the form and the open blocks.
 ///
-/// The contexts of nested scopes must have the same form. A scope is for the thread that opened it.
+/// The contexts of nested scopes must have the same form. A scope must be used only by the thread that opened
+/// it.
 class ROAMSCAN_EXPORT WriteToScope
 {
 public:
-    /// @param stream where to write; if it is null, nothing is written and ModelOutFormat::good() is false
-    /// @param context may be null, which stands for the keyed form; both must outlive the scope
+    /// @param stream must outlive the scope; if null, nothing is written and ModelOutFormat::good() is false
+    /// @param context must outlive the scope; null means the keyed form
     WriteToScope(std::ostream* stream, WriteContextBase* context);
     ~WriteToScope();
 
@@ -34,7 +35,7 @@ public:
     /// The output format, valid as long as the scope.
     [[nodiscard]] ModelOutFormat& getMof() const noexcept { return *output_; }
 
-    /// The context that this scope was opened with.
+    /// The context that was given to the constructor.
     [[nodiscard]] WriteContextBase* getWriteContext() const noexcept { return context_; }
 
 private:
