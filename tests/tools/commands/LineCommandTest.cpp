@@ -124,12 +124,14 @@ TEST_F(LineCommandTest, WritesNothingIfThereIsNothingToDraw)
 TEST_F(LineCommandTest, CountsNodesThatCannotBeDrawn)
 {
     TrajectoryData data = threeNodes();
+    // The interpolation that ends at the next node, at 1 s, makes that NaN.
     data.nodes[1].pose = TrafoT<double>::Translation({std::numeric_limits<double>::infinity(), 0, 0});
+    data.nodes.emplace_back(2.0, TrafoT<double>::Translation({500003, 5400004, 3}));
     ToolRun const line = draw(save(data), "walk.obj", {"--nodes"});
     EXPECT_EQ(line.status, 0) << line.err;
     EXPECT_EQ(line.out,
               file("walk.obj").string() + ": a line through 2 points, 2 nodes as spheres\n" +
-                  "  1 node ignored: the position is not finite or too far away\n");
+                  "  2 nodes ignored: the position is not finite or too far away\n");
 }
 
 TEST_F(LineCommandTest, DoesNotReplaceItsInput)
