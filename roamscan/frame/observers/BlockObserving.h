@@ -5,8 +5,8 @@
 namespace oV
 {
 
-/// Switches notification off on the calling thread for a scope: attributes neither announce nor report
-/// changes. Scopes nest.
+/// A scope guard that switches notification off on the calling thread: attributes notify observers neither
+/// before nor after a change. Scopes may be nested.
 class ROAMSCAN_EXPORT BlockObserving
 {
 public:

@@ -6,17 +6,17 @@
 namespace oV
 {
 
-/// A scope that holds the update of observers back while a container sets itself up. When the last of the
-/// nested scopes on a table ends, it runs Observer::updateObservers() on its object, if it has one.
+/// A scope guard that defers the update of observers while a container is set up. When the last nested scope
+/// on a table ends, it calls Observer::updateObservers() on its object, if it has one.
 class ROAMSCAN_EXPORT BlockUpdateObservers : public PreserveObserverRelation
 {
 public:
-    /// @param table null for none; the scope then does nothing
-    /// @param toUpdate the object to update at the end, or null; it must outlive the scope
+    /// @param table must outlive the scope; if null, the scope does nothing
+    /// @param toUpdate the object to update at the end, or null; must outlive the scope
     BlockUpdateObservers(ObserverRelationTable* table, Observer* toUpdate) noexcept;
 
-    /// Nothing is updated while an exception from within the scope passes through.
-    /// @throws whatever the update throws; the counts are lowered all the same
+    /// Does not update if the scope is left by an exception. Exceptions of the update pass through; the
+    /// counts of the table are decremented in any case.
     ~BlockUpdateObservers() noexcept(false);
 
 private:

@@ -6,8 +6,8 @@
 namespace oV
 {
 
-/// The record that refuses a change. An observer that is asked before a change (Observer::toChangeNotify)
-/// leaves it at the observed object; the value then stays as it is and the assignment returns false.
+/// The notification record that vetoes a change. In Observer::toChangeNotify(), an observer adds it to the
+/// subject by addNotifyInfo(). The value is then not changed, and the assignment returns false.
 class ROAMSCAN_EXPORT InfoFailed : public Bv_1_1::ObserverInfo
 {
 public:

@@ -5,12 +5,12 @@
 namespace oV
 {
 
-/// Keeps a node that somebody owns alive for a scope, so that a callback may drop the last reference to it. A
-/// node without a reference is left as it is: it belongs to whoever has just made it.
+/// A scope guard that holds a reference to a node, so that a callback may remove the last other reference.
+/// Does nothing for a node with a reference count of 0, which its creator still owns.
 class KeepAlive
 {
 public:
-    /// @param node must outlive the scope if it has no reference
+    /// @param node must outlive the scope if its reference count is 0
     explicit KeepAlive(Bv_1_1::BaseNode const& node) noexcept
         : node_(node.referenceCount() == 0 ? nullptr : &node)
     {

@@ -21,146 +21,157 @@ class ObserverRelationTable;
 class ReadContextBase;
 class WriteContextBase;
 
-/// An object that can be observed and that can observe others. Every observer has two lists: those who are
-/// asked before it changes (toChangeNotify) and those who hear that it has changed (changedNotify).
+/// An object that can be observed and can observe others (observer pattern). The observed object is called
+/// the subject.
 ///
-/// Neither side owns the other. When an observed object goes away, its observers are informed
-/// (informDelete); when an observer goes away, it leaves all lists. Observers may read, add and remove
-/// themselves and others while they are notified, and may drop the last reference to the observed object;
-/// what they throw passes through to whoever made the change, and the lists stay valid.
+/// A subject has two lists of observers. Those of the first list are notified after a change (changedNotify).
+/// Those of the second list are notified before a change, and can veto it (toChangeNotify).
 ///
-/// An observer, its lists and its records are for many readers or one writer. The order of the virtual
-/// operations is part of the binary interface.
+/// Neither side owns the other. When a subject is destroyed, its observers are notified (informDelete). When
+/// an observer is destroyed, it is removed from all lists. During a notification, observers may be added and
+/// removed, and the last reference to the subject may be removed. Exceptions of an observer pass through to
+/// the caller that made the change; the lists stay valid.
+///
+/// Thread safety: concurrent reads of an observer, its lists and its records are safe; a write needs
+/// exclusive access. The order of the virtual operations is part of the binary interface.
 class ROAMSCAN_EXPORT Observer : public Bv_1_1::BaseNode
 {
 public:
-    /// What an observer wants to hear.
+    /// When an observer is notified.
     enum class Notice : std::uint8_t
     {
-        Changed, ///< after a change: changedNotify()
-        ToChange ///< before a change, which can be refused: toChangeNotify()
+        Changed, ///< after a change, by changedNotify(); the first list
+        ToChange ///< before a change, by toChangeNotify(), which can veto it; the second list
     };
 
-    /// What an observer needs only if it is observed or observes, so most objects have none.
+    /// The extra parameters: data that is allocated only for an object that is observed, observes others or
+    /// has notification records.
     struct ROAMSCAN_EXPORT ParamsEx
     {
-        /// Bit of `flags`: the object is about to go away and takes no more observers.
+        /// Bit of `flags`: the object is being destroyed and accepts no more observers.
         static constexpr std::uint32_t leaving = 1;
-        /// Bit of `flags`: changes are announced to the second list. Set when an observer joins it.
+        /// Bit of `flags`: the second list is notified before changes. Set when an observer is added to it.
         static constexpr std::uint32_t announcing = 4;
 
         std::uint32_t flags = 0; ///< `leaving` and `announcing`
         ObserverList changed;    ///< the first list: Notice::Changed
         ObserverList toChange;   ///< the second list: Notice::ToChange
-        /// The notification records, the oldest first.
+        /// The notification records, oldest first.
         std::vector<Bv_1_1::SmartPtr<Bv_1_1::ObserverInfo>> infos;
-        /// The objects that this one observes, with the number of their lists that it is in.
+        /// The subjects that this object observes, each with the number of its lists that contain this
+        /// object.
         std::unordered_map<Observer*, std::uint32_t> observed;
     };
 
     /// The record of this class.
     [[nodiscard]] static Bv_1_1::oVClass const* Class();
 
-    /// The table from sources to copies of the copy operation that is under way on this thread, or null
-    /// (PreserveObserverRelation).
+    /// The table from sources to copies of the current copy operation on this thread, or null if there is
+    /// none; see PreserveObserverRelation.
     [[nodiscard]] static ObserverRelationTable* srcToCopyTable() noexcept;
 
     [[nodiscard]] Bv_1_1::oVClass const* getClassType() const override;
 
-    /// Takes over what `source` holds, as far as the classes have something in common. Here: nothing.
-    /// @return whether anything was taken over
+    /// Copies the values of `source` that both classes have. The base class copies nothing and returns false.
+    /// @return whether anything was copied
     virtual bool copyFrom(Observer const* source);
 
-    /// Called on a finished copy: each observer of the copy's source that has been copied too becomes an
-    /// observer of this copy.
+    /// Called on a copy when a copy operation is complete. If an observer of the source was copied too, its
+    /// copy becomes an observer of this object.
     virtual void updateObservers(ObserverRelationTable const& table);
 
-    /// The first notification hook: asks those who want to know before a change (the second list).
-    /// @param originator who makes the change; may be null
+    /// Notifies the observers of the second list before a change.
+    /// @param originator the object that makes the change; may be null
     virtual void notifyToChange(Observer* originator);
 
-    /// The second notification hook: tells those who want to know after a change (the first list).
-    /// @param originator who made the change; may be null
+    /// Notifies the observers of the first list after a change.
+    /// @param originator the object that made the change; may be null
     virtual void notifyChanged(Observer* originator);
 
-    /// Called on an observer when `subject` has changed. Here: does nothing.
+    /// Called on an observer after `subject` has changed. The base class does nothing.
     virtual void changedNotify(Observer* subject, Observer* originator);
 
-    /// Called on an observer when `subject` is about to change. To refuse, leave an InfoFailed record at the
-    /// subject (addNotifyInfo). Here: does nothing.
+    /// Called on an observer before `subject` changes. To veto the change, add an InfoFailed record to the
+    /// subject by addNotifyInfo(). The base class does nothing.
     virtual void toChangeNotify(Observer* subject, Observer* originator);
 
-    /// The object that goes by this name from here, or null. Here: null.
+    /// Looks up an object by its name, starting at this object. The base class returns null.
     [[nodiscard]] virtual Observer* inqObserver(Bv_1_1::String const& name);
 
-    /// The object's name. Here: NIL.
+    /// The object's name. The base class returns NIL.
     [[nodiscard]] virtual Bv_1_1::String getName() const;
 
-    /// Where the object is, for people. Here: the name.
+    /// The path of the object, to be shown to users. The base class returns the name.
     [[nodiscard]] virtual Bv_1_1::String inqDisplayPath() const;
 
-    /// Where the object is, as a path of names. Here: the name.
+    /// The path of the object as names. The base class returns the name.
     [[nodiscard]] virtual Bv_1_1::String inqObjPath() const;
 
-    /// Whether the object is in the host's tree of models. Here: false.
+    /// Whether the object is in the host's tree of models. The base class returns false.
     [[nodiscard]] virtual bool isPartOfMainTree() const;
 
-    /// Reads the object from a model stream. Here: reads nothing.
-    /// @return a status, 0 for success
+    /// Reads the object from a stream in a model format. The base class reads nothing.
+    /// @return a StatusCode, 0 for success
     virtual int readFrom(std::istream* stream, ReadContextBase* context);
 
-    /// Writes the object to a model stream. Here: writes nothing.
-    /// @return a status, 0 for success
+    /// Writes the object to a stream in a model format. The base class writes nothing.
+    /// @return a StatusCode, 0 for success
     virtual int writeTo(std::ostream* stream, WriteContextBase* context) const;
 
-    /// Called on an observer when an object that it observes goes away; only the address of `subject` may be
-    /// used, and the observer has left its lists already. Here: does nothing.
+    /// Called on an observer when `subject` is being destroyed. The observer has already been removed from
+    /// its lists. The base class does nothing.
+    /// @param subject only its address may be used
     virtual void informDelete(Observer* subject) noexcept;
 
-    /// The object that this one belongs to, or null. Here: null.
+    /// The container that this object belongs to, or null. The base class returns null.
     [[nodiscard]] virtual AttrContainer* lookupObject();
 
-    /// Lets `observer` observe this object.
-    /// @return false if it does so already, for null, and for an object that is about to go away
+    /// Adds an observer to one of this object's lists. The list does not own it.
+    /// @return false if it is null or already in the list, or if one of the two objects is being destroyed
     bool addObserver(Observer* observer, Notice notice = Notice::Changed);
 
-    /// Undoes addObserver().
+    /// Reverts addObserver().
     /// @return false if the observer was not in the list
     bool removeObserver(Observer* observer, Notice notice = Notice::Changed) noexcept;
 
-    /// Leaves a record at this object, which takes a reference.
+    /// Adds a notification record to this object, which takes a reference. Ignores null.
     void addNotifyInfo(Bv_1_1::ObserverInfo* info);
 
-    /// Removes one record. With `release`, the memory of an empty list is given back, too.
+    /// Removes one notification record.
+    /// @param release whether to free the memory of the list if it is then empty
     /// @return false if there is no such record
     bool removeNotifyInfo(Bv_1_1::ObserverInfo const* info, bool release);
 
-    /// Removes all records. With `release`, the memory of the list is given back, too.
+    /// Removes all notification records.
+    /// @param release whether to free the memory of the list
     void removeNotifyInfos(bool release);
 
-    /// The newest record whose class is `type` or derives from it, or null.
+    /// The newest notification record whose class is `type` or derives from it, or null.
     [[nodiscard]] Bv_1_1::ObserverInfo* lookupNotifyInfo(Bv_1_1::oVClass const* type) const;
 
-    /// Notifies the observers of one of this object's lists, in their order: toChangeNotify() for the second
-    /// list, changedNotify() for any other. Observers who join during the call hear of the next one.
+    /// Notifies the observers of one of this object's lists, in their order: by toChangeNotify() for the
+    /// second list, by changedNotify() for any other list. An observer that is added during the call is not
+    /// notified by it.
     void notifySequence(Observer* originator, ObserverList* list);
 
-    /// The extra parameters, or null as long as they are not needed.
+    /// The extra parameters, or null if the object has not needed them yet.
     [[nodiscard]] ParamsEx* parEx() const noexcept { return params_.get(); }
 
 protected:
     Observer() noexcept;
-    /// A copy has neither observers nor records.
+    /// The copy has neither observers nor notification records, and observes nothing.
     Observer(Observer const& other) noexcept;
-    /// Observers and records stay where they are.
+    /// Copies nothing: observers and notification records of both objects are unchanged.
     Observer& operator=(Observer const& other) noexcept;
     ~Observer() override;
 
-    /// Ends all relations to others: informs the observers, leaves all lists, drops the records. For a
-    /// destructor that has to do more once that is done.
+    /// Ends all relations: calls informDelete() on the observers, leaves the lists of all subjects, and
+    /// removes the notification records. Call it in the destructor of a derived class that must do more after
+    /// that.
     void endRelations() noexcept;
 
-    /// Removes the records whose class neither is `type` nor derives from it; all records if it is null.
+    /// Removes the notification records, except those whose class is `type` or derives from it. If `type` is
+    /// null, removes all.
     void removeNotifyInfosExcept(Bv_1_1::oVClass const* type) noexcept;
 
 private:

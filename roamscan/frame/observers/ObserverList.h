@@ -11,10 +11,10 @@ namespace oV
 
 class Observer;
 
-/// Observers in the order in which they were added, each at most once. The list owns none of them.
+/// A list of observers in the order in which they were added, without duplicates. The list does not own them.
 ///
-/// The list may change while it is visited: an observer that is removed is not visited any more, one that is
-/// added is visited next time.
+/// The list may change during a visit: removed observers are no longer visited, and added ones are not
+/// visited until the next visit.
 class ROAMSCAN_EXPORT ObserverList
 {
 public:
@@ -23,20 +23,22 @@ public:
     ObserverList& operator=(ObserverList const&) = delete;
     ~ObserverList() = default;
 
-    /// Appends an observer. False if it is in the list already.
+    /// Appends an observer.
+    /// @return false if it is already in the list
     bool add(Observer* observer);
 
-    /// Removes an observer. False if it is not in the list.
+    /// Removes an observer.
+    /// @return false if it is not in the list
     bool remove(Observer const* observer) noexcept;
 
-    /// True if the observer is in the list.
+    /// Whether the observer is in the list.
     [[nodiscard]] bool contains(Observer const* observer) const noexcept;
     /// The number of observers.
     [[nodiscard]] std::size_t size() const noexcept { return count_; }
-    /// True if the list has no observer.
+    /// Whether the list has no observers.
     [[nodiscard]] bool empty() const noexcept { return count_ == 0; }
 
-    /// Calls `call(Observer&)` for each observer, in order. What it throws passes through.
+    /// Calls `call(Observer&)` for each observer, in order. Exceptions of `call` pass through.
     template <typename Call>
     void visit(Call&& call)
     {
@@ -50,8 +52,8 @@ public:
     }
 
 private:
-    // While visits are under way, entries stay in place and removed ones are null; the last visit removes
-    // those.
+    // During visits, entries are not moved, and removed entries are set to null. The end of the last visit
+    // erases them.
     class Visit
     {
     public:
@@ -70,8 +72,8 @@ private:
     };
 
     std::vector<Observer*> entries_;
-    std::size_t count_ = 0;  // of the entries that are not null
-    std::size_t visits_ = 0; // under way
+    std::size_t count_ = 0;  // number of entries that are not null
+    std::size_t visits_ = 0; // number of current visits
 };
 
 } // namespace oV

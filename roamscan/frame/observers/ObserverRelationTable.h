@@ -11,12 +11,14 @@ namespace oV
 
 class Observer;
 
-/// What a copy operation has copied so far: from each source to its copy and back. With it the relations
-/// among the sources are set up among the copies once all copies exist (Observer::updateObservers).
+/// A bidirectional table of the sources and copies of a copy operation. When all copies exist,
+/// Observer::updateObservers() uses it to observe among the copies what is observed among the sources.
 ///
-/// The table owns nothing; an object that goes away on the thread of the copy operation leaves the table. It
-/// counts the scopes that use it (PreserveObserverRelation) and those that hold the update back
-/// (BlockUpdateObservers). One thread at a time.
+/// The table owns nothing. An object that is destroyed on the thread of the copy operation is removed from
+/// it. The table counts the scopes that use it (PreserveObserverRelation) and the scopes that defer the
+/// update (BlockUpdateObservers).
+///
+/// Thread safety: all use of a table needs exclusive access.
 class ROAMSCAN_EXPORT ObserverRelationTable
 {
 public:
@@ -25,26 +27,26 @@ public:
     ObserverRelationTable& operator=(ObserverRelationTable const&) = delete;
     ~ObserverRelationTable() = default;
 
-    /// Notes that `copy` was made from `source`. A later copy of the same source replaces an earlier one.
+    /// Records that `copy` is a copy of `source`. A later copy of the same source replaces an earlier one.
     void enter(Observer const* source, Observer* copy);
 
     /// The copy of `source`, or null.
     [[nodiscard]] Observer* copyOf(Observer const* source) const;
 
-    /// What `copy` was made from, or null.
+    /// The source of `copy`, or null.
     [[nodiscard]] Observer const* sourceOf(Observer const* copy) const;
 
     /// Removes an object, as source and as copy.
     void forget(Observer const* observer) noexcept;
 
-    /// Empties the table. The counts stay.
+    /// Removes all entries. The counts of scopes do not change.
     void clearTable() noexcept;
 
     /// The number of sources.
     [[nodiscard]] std::size_t size() const noexcept { return copies_.size(); }
     /// The number of scopes that use the table.
     [[nodiscard]] std::uint32_t referenceCount() const noexcept { return references_; }
-    /// The number of scopes that hold the update back.
+    /// The number of scopes that defer the update.
     [[nodiscard]] std::uint32_t blockCount() const noexcept { return blocks_; }
 
 private:

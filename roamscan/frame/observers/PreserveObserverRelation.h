@@ -8,15 +8,15 @@
 namespace oV
 {
 
-/// A scope in which sources and their copies are kept in a table, so that observers among the copied objects
-/// stay observers. The table is cleared when the last scope that uses it ends.
+/// A scope guard for a copy operation. Sources and copies are recorded in a table, so that a copied observer
+/// observes the copy of its subject. The table is cleared when the last scope that uses it ends.
 class ROAMSCAN_EXPORT PreserveObserverRelation
 {
 public:
-    /// Starts a copy operation on this thread, or joins the one that is under way (Observer::srcToCopyTable).
+    /// Starts a copy operation on this thread, or joins the current one (Observer::srcToCopyTable).
     PreserveObserverRelation();
 
-    /// Uses the given table; null for none. The table must outlive the scope.
+    /// Uses the given table, which must outlive the scope. If it is null, the scope does nothing.
     explicit PreserveObserverRelation(ObserverRelationTable* table) noexcept;
 
     PreserveObserverRelation(PreserveObserverRelation const&) = delete;
@@ -27,7 +27,7 @@ public:
     [[nodiscard]] ObserverRelationTable* table() const noexcept { return table_; }
 
 private:
-    std::unique_ptr<ObserverRelationTable> own_; // if this scope has started the operation
+    std::unique_ptr<ObserverRelationTable> own_; // not null if this scope started the operation
     ObserverRelationTable* table_;
 };
 

@@ -14,42 +14,43 @@ namespace detail
 class AttributeBlock;
 }
 
-/// What observers and attributes keep for each thread.
+/// The data of observers and attributes for one thread.
 struct ThreadDataType
 {
-    /// Non-zero while the thread works on cached attribute values: changes then resolve the values that
-    /// CachedAttributeInfo records hold.
+    /// Non-zero while the thread is on the cached-value path: a change of an attribute then also resolves its
+    /// pending value (CachedAttributeInfo).
     std::uint32_t cachedPathCount = 0;
 
-    /// Whether the attribute that is about to be made, or that was destroyed last, lives in a container's
-    /// block. Such an attribute is destroyed but not freed. Cleared before an attribute is made on the heap.
+    /// Whether the next attribute to be constructed, or the last attribute that was destroyed, is in the
+    /// memory of a container's block. Such an attribute is destroyed but not freed. Cleared before an
+    /// attribute is created on the heap.
     std::uint8_t attributeInBlock = 0;
 
     /// Whether a CachedAttributeInfo record may hold a pending value (Attribute::isCachedAttributePending).
     bool cachedAttributePending = false;
 
-    /// How many BlockObserving scopes are open.
+    /// The number of open BlockObserving scopes.
     std::uint32_t observingBlocks = 0;
 
-    /// The table of the copy operation that is under way, or null (Observer::srcToCopyTable).
+    /// The table of the current copy operation, or null (Observer::srcToCopyTable).
     ObserverRelationTable* srcToCopyTable = nullptr;
 
-    /// The block of the attribute that was destroyed last, if attributeInBlock is set and the block is one
-    /// of the library's; else null.
+    /// The block of the last attribute that was destroyed, if attributeInBlock is set and the library owns
+    /// the block; otherwise null.
     detail::AttributeBlock* blockOfAttribute = nullptr;
 };
 
-/// Gives each thread its own data.
+/// Access to the data of the calling thread. Thread-safe.
 class ROAMSCAN_EXPORT ThreadLocalStorage
 {
 public:
-    /// The one storage of the process.
+    /// The only instance.
     [[nodiscard]] static ThreadLocalStorage& the() noexcept;
 
-    /// The calling thread's data, or null if the thread has not needed any yet.
+    /// The calling thread's data, or null if makeData() was not called on this thread yet.
     [[nodiscard]] ThreadDataType* getData() const noexcept;
 
-    /// The calling thread's data, which exists from now on. It starts with zeros.
+    /// The calling thread's data. Creates it, with zeros, if necessary.
     ThreadDataType& makeData() const noexcept;
 
 private:

@@ -16,15 +16,15 @@ public:
     /// The record of this class.
     [[nodiscard]] static Bv_1_1::oVClass const* Class();
 
-    /// A line without points and key. Call init() with the same arguments next.
+    /// A line without points and key. Call init() with the same arguments afterwards.
     Line(CreateType type, Line const* source);
 
     [[nodiscard]] Bv_1_1::oVClass const* getClassType() const override;
 
-    /// Takes over the name, and from a line the key and the points as well.
+    /// Copies the name; if `source` is a line, also the key and the points.
     bool copyFrom(Observer const* source) override;
 
-    /// Sets the type of object that the line is shown as, one of ObjNames.
+    /// Sets the type of object as which the line is shown; one of ObjNames.
     virtual void setKey(Bv_1_1::String const& key);
 
     /// Appends a point in metres.

@@ -10,7 +10,7 @@ namespace oV
 class ROAMSCAN_EXPORT ObjNames
 {
 public:
-    /// The number of the type that a polyline is shown as.
+    /// The number of the type for a polyline.
     static constexpr unsigned int line = 16;
 
     /// The name of a type, or NIL for a number without one. Only `line` has a name here: "Line".

@@ -15,15 +15,15 @@
 namespace oV
 {
 
-/// An object of a scene. It has a name, attributes that are found by index, and children, which it owns: a
-/// scene is a tree.
+/// A node of a scene, which is a tree. It has a name, attributes that are identified by index, and children,
+/// which it owns.
 ///
-/// A tree is for many readers or one writer. Releasing an object writes to its children. A scene of any size
-/// and depth is released without recursion.
+/// Thread safety: concurrent reads of a tree are safe; a write needs exclusive access. Releasing an object
+/// writes to its children. A tree of any depth is released without recursion.
 class ROAMSCAN_EXPORT Object : public Observer
 {
 public:
-    /// A child, and the place that it was added with.
+    /// A child and the `place` that was given to addChild().
     struct Child
     {
         Bv_1_1::SmartPtr<Object> object; ///< Never null.
@@ -44,38 +44,40 @@ public:
 
     [[nodiscard]] Bv_1_1::oVClass const* getClassType() const override;
 
-    /// Sets up an object that was just made: takes over the values of `source`, unless it is null or the type
-    /// is NoSource.
-    /// @return true: the object is ready
+    /// Initialises a new object with the values of `source`, unless that is null or the type is NoSource.
+    /// @return always true
     virtual bool init(CreateType type, Object const* source);
 
-    /// Takes over the name, and what else both classes hold. Children stay where they are.
+    /// Copies the name, and the other values that both classes have. Children are not copied.
     bool copyFrom(Observer const* source) override;
 
     /// The attribute with the index, or nothing if there is none.
     [[nodiscard]] virtual AttributePointer attribute(unsigned int index);
 
-    /// Sets the name, which is the attribute 0 as well. The other argument is not used; pass 0.
-    /// @return true: every name is accepted
+    /// Sets the name, which is also the attribute 0.
+    /// @param name any name
+    /// @param reserved not used; pass 0
+    /// @return always true
     virtual bool setName(Bv_1_1::String const& name, int reserved);
 
     /// The name; NIL until it is set.
     [[nodiscard]] Bv_1_1::String getName() const override;
 
     /// Appends a child and takes a reference to it.
-    /// @param place kept with the child; children stay in the order of the calls
-    /// @return false, and nothing changes, for null, for an object that has a parent already, and for this
-    /// object itself or one that it is under
+    /// @param child must not have a parent
+    /// @param place stored with the child; it does not affect the order of the children
+    /// @return false if `child` is null, already has a parent, or is this object or one of its ancestors;
+    ///     nothing changes then
     bool addChild(Object* child, int place);
 
     /// The children in the order in which they were added. Valid until the next addChild().
     [[nodiscard]] std::span<Child const> children() const noexcept;
 
-    /// The object that this one is a child of, or null.
+    /// The parent of this object, or null.
     [[nodiscard]] Object const* parent() const noexcept { return parent_; }
 
 protected:
-    /// An object without a name and children. Both arguments are those of init(), which is to be called next.
+    /// An object without a name and children. Call init() with the same arguments afterwards.
     Object(CreateType type, Object const* source);
     Object(Object const&) = delete;
     Object& operator=(Object const&) = delete;

@@ -7,8 +7,7 @@ namespace oV
 
 class Observer;
 
-/// A value of a scene object. It is part of the object, and cannot be observed by itself: a scene of a
-/// million objects stays small.
+/// A value of a scene object. It is part of the object and, to save memory, cannot be observed by itself.
 template <typename T>
 class ObjectAttribute
 {
@@ -18,8 +17,8 @@ public:
     ObjectAttribute& operator=(ObjectAttribute const&) = default;
     virtual ~ObjectAttribute() = default;
 
-    /// Copies the value that `newValue` points to. The other arguments are not used; pass null.
-    /// @return false for a null `newValue`, which changes nothing
+    /// Assigns a copy of `*newValue`. The other arguments are not used; pass null.
+    /// @return false if `newValue` is null; nothing changes then
     virtual bool assignFrom(T const* newValue, Observer* /*observer*/, void* /*parameter*/)
     {
         if (newValue == nullptr) {

@@ -10,7 +10,7 @@ namespace oV
 class ROAMSCAN_EXPORT Sphere : public Object
 {
 public:
-    /// The index of the position, the middle in metres.
+    /// The index of the position: the centre in metres.
     static constexpr unsigned int positionAttribute = 7;
     /// The index of the size, a `double`: the radius in metres.
     static constexpr unsigned int sizeAttribute = 9;
@@ -18,17 +18,17 @@ public:
     /// The record of this class.
     [[nodiscard]] static Bv_1_1::oVClass const* Class();
 
-    /// A sphere of size 0 at the origin. Call init() with the same arguments next.
+    /// A sphere of size 0 at the origin. Call init() with the same arguments afterwards.
     Sphere(CreateType type, Sphere const* source);
 
     [[nodiscard]] Bv_1_1::oVClass const* getClassType() const override;
 
-    /// Takes over the name, and from a sphere the position and the size as well.
+    /// Copies the name; if `source` is a sphere, also the position and the size.
     bool copyFrom(Observer const* source) override;
 
     [[nodiscard]] AttributePointer attribute(unsigned int index) override;
 
-    /// The middle in metres.
+    /// The centre in metres.
     [[nodiscard]] Bv_1_1::Vec3d<double> const& position() const noexcept { return position_.value(); }
     /// The radius in metres.
     [[nodiscard]] double size() const noexcept { return size_.value(); }
