@@ -5,15 +5,16 @@
 namespace oV
 {
 
-/// Something that may have to be made accessible before it is used. The order of the virtual operations is
-/// part of the binary interface.
+/// Interface of an object that may need to be made accessible before use. The order of the virtual operations
+/// is part of the binary interface.
 class ROAMSCAN_EXPORT AccessibleInterface
 {
 public:
-    /// Whether it can be used as it is. Here: true.
+    /// Whether the object can be used now. The base class returns true.
     [[nodiscard]] virtual bool isAccessible() const;
 
-    /// Makes it usable. @return whether it is. Here: true
+    /// Makes the object accessible. The base class does nothing and returns true.
+    /// @return whether the object can be used now
     virtual bool makeAccessible();
 
 protected:

@@ -12,39 +12,40 @@ namespace oV
 
 /// An attribute with a value of type `T`: `bool`, `int`, `double`, `Bv_1_1::String` or StringList.
 ///
-/// Every operation that reads the value reads the pending one while there is one (CachedAttributeInfo).
-/// The order of the virtual operations is part of the binary interface.
+/// While there is a pending value (CachedAttributeInfo), all operations that read the value return the
+/// pending one. The order of the virtual operations is part of the binary interface.
 template <typename T>
 class ROAMSCAN_EXPORT Attr : public Attribute
 {
 public:
-    /// Starts with `false`, 0, 0.0, String::EMPTY, or no strings.
-    /// @param source where the flag word comes from, unless it is null or the type is NoSource
+    /// The initial value is `false`, 0, 0.0, String::EMPTY, or an empty list.
+    /// @param type if it is NoSource, `source` is ignored
+    /// @param source the flags are copied from it, but not the value; may be null
     Attr(CreateType type, Attribute const* source);
 
-    /// The record of this class, also for CustAttr.
+    /// The class record, which CustAttr uses too.
     [[nodiscard]] static Bv_1_1::oVClass const* Class();
     [[nodiscard]] Bv_1_1::oVClass const* getClassType() const override;
 
-    /// Reads the statements of a block, from the current keyword to the end of the block, which it hands to
-    /// the enclosing scope. Changes are silent.
+    /// Reads the statements of a block, from the current keyword to the end of the block, and passes the end
+    /// of the block to the enclosing scope. Does not notify.
+    /// @return the combined StatusCode of all statements (StatusCode::keep); a status that is not tolerated
+    ///     ends the read at once
     /// @note A block without a value resets the attribute to its initial value.
-    /// @return the status to keep of all statements (StatusCode::keep); a status that is not tolerated ends
-    /// the reading at once
     int readFrom(std::istream* stream, ReadContextBase* context) override;
 
-    /// Writes the value, with its keyword in the keyed form. There a value that counts as default is left out
-    /// if the context says so: `false`, 0, 0.0, the empty string, no strings.
-    /// @note NaN and -0.0 count as default, too, so they are read back as 0.0 when defaults are left out.
-    /// @return StatusCode::noContext for a null context, StatusCode::writeFailed if the stream's state is not
-    /// clean
+    /// Writes the value; in the keyed form, with its keyword. If the context says so, the keyed form omits
+    /// default values: `false`, 0, 0.0, the empty string, the empty list.
+    /// @return 0; StatusCode::noContext if the context is null; StatusCode::writeFailed if the stream is not
+    ///     good
+    /// @warning NaN and -0.0 count as default values too. If they are omitted, they are read back as 0.0.
     int writeTo(std::ostream* stream, WriteContextBase* context) const override;
 
     [[nodiscard]] Attribute* duplicateAttr(CreateType type, bool plain) const override;
     void assignAttr(Attribute const& other) override;
     [[nodiscard]] bool equalsAttr(Attribute const& other) const override;
 
-    /// Takes over a pending value on the cached-value path, then reports as Attribute::touch does.
+    /// On the cached-value path, first assigns the pending value. Then notifies like Attribute::touch().
     void touch(Observer* observer, void* parameter) override;
     void assignFromString(Bv_1_1::String const& text, Observer* observer, void* parameter) override;
     void getValueString(Bv_1_1::String& text) const override;
@@ -52,23 +53,25 @@ public:
     [[nodiscard]] AttrContainer* getLocation(unsigned int token) const override;
     bool setLocation(AttrContainer* container) override;
 
-    /// Announces the new value, stores it and reports the change.
-    /// @param observer who makes the change; may be null
-    /// @param parameter is handed to the modified listeners; may be null
-    /// @return false if an observer has refused; the value stays then
+    /// Notifies the observers before the change, stores the value, and notifies them after the change.
+    /// @param newValue the new value
+    /// @param observer the object that makes the change; may be null
+    /// @param parameter passed on to the modified listeners; may be null
+    /// @return false if an observer vetoed the change; the value is then unchanged
     virtual bool assignFrom(T const& newValue, Observer* observer, void* parameter);
 
-    /// Stores the value between preTouch() and touch(). Nobody can refuse, and modified listeners do not hear
-    /// of it.
+    /// Calls preTouch(), stores the value, and calls touch(). Observers cannot veto the change, and modified
+    /// listeners are not called.
+    /// @warning Despite its name it notifies the observers.
     virtual void assignSilently(T const& newValue, Observer* observer, void* parameter);
 
-    /// The value, the pending one if there is one.
+    /// The value; the pending value if there is one.
     [[nodiscard]] T getValue() const { return currentValue(); }
 
 protected:
     ~Attr() override;
 
-    /// Replaces the holder of the value, for classes whose holder knows more. Silent.
+    /// Replaces the holder of the value, for derived classes with a derived holder. Does not notify.
     /// @param holder not null
     void setHolder(std::unique_ptr<AttrVal<T>> holder) noexcept;
 

@@ -5,8 +5,7 @@
 namespace oV
 {
 
-/// The codes of the types of attributes, as definition rows hold them. Codes without an enumerator stand for
-/// no type here; no attribute is made of them.
+/// The type of an attribute. Other values than those of the enumerators are not supported.
 enum class AttrType : std::uint32_t
 {
     Bool = 1,     ///< Attr<bool>
@@ -14,7 +13,7 @@ enum class AttrType : std::uint32_t
     Double = 3,   ///< Attr<double>
     String = 4,   ///< Attr<Bv_1_1::String>
     Strings = 21, ///< Attr<std::vector<Bv_1_1::String>>
-    End = 54      ///< the end of a definition table; also what an unknown type key gives
+    End = 54      ///< no type: ends a definition table; also the result for an unknown type key
 };
 
 } // namespace oV

@@ -8,7 +8,7 @@ namespace oV
 
 class AttrContainer;
 
-/// Holds the value of an attribute. The order of the virtual operations is part of the binary interface.
+/// The holder of an attribute's value. The order of the virtual operations is part of the binary interface.
 template <typename T>
 class ROAMSCAN_EXPORT AttrVal
 {
@@ -18,13 +18,14 @@ public:
     AttrVal& operator=(AttrVal const&) = delete;
     virtual ~AttrVal();
 
-    /// A copy, which is the caller's to delete.
+    /// A new copy, which the caller must delete.
     [[nodiscard]] virtual AttrVal* copy() const;
 
-    /// The container that the value knows of. Here: null.
+    /// The container that was stored by setLocation(). The base class returns null.
     [[nodiscard]] virtual AttrContainer* lookUpLocation(unsigned int token) const;
 
-    /// Lets the value know its container. Here: does nothing and returns false.
+    /// Stores the container. The base class does nothing and returns false.
+    /// @return whether it was stored
     virtual bool setLocation(AttrContainer* container);
 
     /// The value.

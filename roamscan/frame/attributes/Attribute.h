@@ -20,17 +20,19 @@ class AttributeBlock;
 
 /// The base of all attributes: a named, observable value, usually in a container.
 ///
-/// A change is announced to those who may refuse it (preTouch) and reported once it is made (touch). An
-/// attribute is for many readers or one writer. The order of the virtual operations is part of the binary
-/// interface.
+/// A change notifies observers twice: before the change, when they can veto it (preTouch), and after it
+/// (touch).
+///
+/// Thread safety: concurrent reads are safe; a write needs exclusive access. The order of the virtual
+/// operations is part of the binary interface.
 class ROAMSCAN_EXPORT Attribute : public Observer
 {
 public:
-    /// Bit of the flag word: modified listeners do not hear of this attribute.
+    /// Flag: modified listeners are not called for this attribute.
     static constexpr std::uint16_t silentFlag = 4;
-    /// Bit of the flag word: the value only states a default (the weak-value mark).
+    /// Flag: the value is only a default (weak value).
     static constexpr std::uint16_t weakValueFlag = 8;
-    /// The token in keyTable() that is the keyword of a value.
+    /// The token in keyTable() of the keyword of a value.
     static constexpr unsigned int valueToken = 3;
 
     /// The record of this class.
@@ -39,28 +41,29 @@ public:
     /// The keywords of attributes in model formats.
     [[nodiscard]] static KeyTable const& keyTable();
 
-    /// Whether notification is switched off on this thread (BlockObserving). Nothing is announced or reported
-    /// then.
+    /// Whether notification is switched off on this thread (BlockObserving).
     [[nodiscard]] static bool isObservingBlocked() noexcept;
 
-    /// Whether CachedAttributeInfo records may hold pending values; a flag of the thread.
+    /// Whether CachedAttributeInfo records may hold pending values. Each thread has its own flag.
     [[nodiscard]] static bool isCachedAttributePending() noexcept;
-    /// Sets that flag.
+    /// Sets this thread's flag; see isCachedAttributePending().
     static void setIsCachedAttributePending(bool pending) noexcept;
 
-    /// Whether any modified listener exists in the process. Safe on any thread.
+    /// Whether any modified listener exists in the process. Thread-safe.
     [[nodiscard]] static bool isAnyModifiedListenerExisting() noexcept;
 
-    /// Adds a modified listener for the whole process, which takes a reference. Safe on any thread.
+    /// Adds a modified listener for the whole process, and takes a reference to it. Thread-safe.
     static void addModifiedListener(ModifiedListener* listener);
 
-    /// Removes a modified listener. A call of it that is under way on another thread is not waited for.
+    /// Removes a modified listener. Thread-safe, but a call of the listener may still be running on another
+    /// thread when this function returns.
     /// @return false if it was not added
     static bool removeModifiedListener(ModifiedListener const* listener);
 
     /// @name Memory
-    /// An attribute that is made at a given place, as in a container's block, is destroyed but not freed. The
-    /// thread's data carries the mark from and to the object (ThreadDataType::attributeInBlock).
+    /// An attribute that is constructed in given memory, such as a container's block, is destroyed but not
+    /// freed. ThreadDataType::attributeInBlock passes this information between these operators and the
+    /// object.
     /// @{
     [[nodiscard]] static void* operator new(std::size_t size);
     [[nodiscard]] static void* operator new(std::size_t size, void* place) noexcept;
@@ -70,34 +73,34 @@ public:
 
     [[nodiscard]] Bv_1_1::oVClass const* getClassType() const override;
 
-    /// Takes over the value of another attribute, silently. @return false if `source` is no attribute
+    /// Copies the value of another attribute without notification, like assignAttr().
+    /// @return false if `source` is not an attribute
     bool copyFrom(Observer const* source) override;
-    /// This attribute, if that is its name; else null.
+    /// This attribute if it has this name, otherwise null.
     [[nodiscard]] Observer* inqObserver(Bv_1_1::String const& name) override;
-    /// The name that a container has given it last; NIL before.
+    /// The name under which a container holds or last held the attribute; NIL if none did.
     [[nodiscard]] Bv_1_1::String getName() const override;
     /// The container's path, "/" and the name; the name if it is in no container.
     [[nodiscard]] Bv_1_1::String inqDisplayPath() const override;
     /// The container's path, "/" and the name; the name if it is in no container.
     [[nodiscard]] Bv_1_1::String inqObjPath() const override;
-    /// Whether the container is.
+    /// Whether the container is part of the host's tree of models. False without a container.
     [[nodiscard]] bool isPartOfMainTree() const override;
-    /// Handles the current keyword of the input, none of which the base knows.
+    /// Handles the current keyword of the input. The base class knows no keyword.
     /// @return StatusCode::unknownKeyword, or the status of an input that has failed
     int readFrom(std::istream* stream, ReadContextBase* context) override;
-    /// The base has nothing to write. @return 0
+    /// Writes nothing. @return 0
     int writeTo(std::ostream* stream, WriteContextBase* context) const override;
-    /// What the container belongs to, or null.
+    /// The container that this attribute's container belongs to, or null.
     [[nodiscard]] AttrContainer* lookupObject() override;
 
-    /// A new attribute with the same value; with the type NoSource, one with the initial value.
-    /// @param plain whether to make the plain class of the value's type rather than the one of custom
-    /// attributes, whichever this attribute has
-    /// @return without a reference
+    /// A new attribute with the same value type and value.
+    /// @param type if it is NoSource, the new attribute has the initial value instead
+    /// @param plain true creates a plain attribute (Attr), false a custom attribute (CustAttr)
+    /// @return the new attribute, with a reference count of 0
     [[nodiscard]] virtual Attribute* duplicateAttr(CreateType type, bool plain) const = 0;
 
-    /// Takes over the value of another attribute, as text if it is of another type. Neither announces nor
-    /// reports.
+    /// Copies the value of another attribute, converted through text if it has another type. Does not notify.
     virtual void assignAttr(Attribute const& other) = 0;
 
     /// Whether the other attribute has the same type and an equal value.
@@ -106,53 +109,55 @@ public:
     /// The negation of equalsAttr().
     [[nodiscard]] virtual bool differsAttr(Attribute const& other) const;
 
-    /// Reports a change to the observers and removes the records of its announcement. CachedAttributeInfo
-    /// records stay. Nothing is reported while observing is blocked.
-    /// @param observer who has made the change; may be null
+    /// Notifies the observers after a change, unless notification is blocked. Removes the notification
+    /// records of the change, but not CachedAttributeInfo records.
+    /// @param observer the object that made the change; may be null
     /// @param parameter not used here
     virtual void touch(Observer* observer, void* parameter);
 
-    /// Announces, parses the text into the value, and reports. Nobody can refuse. Text that is not of the
-    /// value's type leaves the value as it is.
+    /// Parses a text into the value, with notification before and after. Observers cannot veto the change. If
+    /// the text cannot be parsed, the value is unchanged.
     virtual void assignFromString(Bv_1_1::String const& text, Observer* observer, void* parameter) = 0;
 
     /// Sets `text` to the value as text.
     virtual void getValueString(Bv_1_1::String& text) const = 0;
 
-    /// Reads one value from a model stream into this attribute, silently. If the input has no such value, the
-    /// attribute keeps its own, and the input has the status.
+    /// Reads one value from a stream in a model format. Does not notify. If the input has no value of this
+    /// type, the attribute is unchanged and the input has failed (ModelInFormat::status).
     virtual void readValueFrom(std::istream* stream, ReadContextBase* context) = 0;
 
     /// The container of this attribute, or null.
-    /// @param token not used here; 0xFFFFFFFF stands for any
+    /// @param token not used by this class; 0xFFFFFFFF means any
     [[nodiscard]] virtual AttrContainer* getLocation(unsigned int token) const;
 
-    /// Lets the attribute know its container. Here: does nothing. @return whether it took notice
+    /// Stores the container of this attribute. The base class does nothing and returns false.
+    /// @return whether it was stored
     virtual bool setLocation(AttrContainer* container);
 
-    /// Announces a change to the second list of observers, unless observing is blocked.
-    /// @param observer who makes the change; may be null
+    /// Notifies the observers of the second list before a change, unless notification is blocked.
+    /// @param observer the object that makes the change; may be null
     /// @param parameter not used
     void preTouch(Observer* observer, void* parameter);
 
-    /// Tells the modified listeners that another value is about to be stored.
+    /// Calls the modified listeners. To be called before a different value is stored.
     void informModifiedListeners(Observer* observer, void* parameter);
 
-    /// The flag word.
+    /// All flags.
     [[nodiscard]] std::uint16_t flags() const noexcept { return flags_; }
-    /// Whether any of these bits of the flag word is set.
+    /// Whether any of these flags is set.
     [[nodiscard]] bool hasFlag(std::uint16_t flag) const noexcept { return (flags_ & flag) != 0; }
-    /// Sets or clears bits of the flag word; not the one of the memory that the attribute lives in.
+    /// Sets or clears flags. The flag of isInBlock() cannot be changed.
     void setFlag(std::uint16_t flag, bool value) noexcept;
 
-    /// Whether the attribute was made at a given place, such as in a container's block.
+    /// Whether the attribute was constructed in given memory, such as a container's block.
     [[nodiscard]] bool isInBlock() const noexcept { return hasFlag(inBlockFlag); }
 
     Attribute(Attribute const&) = delete;
     Attribute& operator=(Attribute const&) = delete;
 
 protected:
-    /// @param source where the flag word comes from, unless it is null or the type is NoSource
+    /// @param type if it is NoSource, `source` is ignored
+    /// @param source the flags are copied from it; may be null
     Attribute(CreateType type, Attribute const* source) noexcept;
     ~Attribute() override;
 

@@ -8,21 +8,21 @@
 namespace oV
 {
 
-/// The record of a pending value: while the thread's pending flag is set
-/// (Attribute::isCachedAttributePending), the attribute that has this record reads as the cached attribute.
+/// The notification record of a pending value. While this thread's flag Attribute::isCachedAttributePending()
+/// is set, an attribute with this record returns the value of the cached attribute instead of its own.
 ///
-/// The record holds a reference on the cached attribute, which must not be the attribute that it is left at.
+/// The record holds a reference to the cached attribute, which must not be the attribute that has the record.
 class ROAMSCAN_EXPORT CachedAttributeInfo : public Bv_1_1::ObserverInfo
 {
 public:
-    /// @param cachedAttribute has the pending value; null for none
+    /// @param cachedAttribute the attribute with the pending value, or null
     explicit CachedAttributeInfo(Attribute* cachedAttribute) noexcept;
 
     /// The record of this class.
     [[nodiscard]] static Bv_1_1::oVClass const* Class();
     [[nodiscard]] Bv_1_1::oVClass const* getClassType() const override;
 
-    /// The attribute that has the pending value, or null.
+    /// The attribute with the pending value, or null.
     [[nodiscard]] Attribute* getCachedAttribute() const noexcept { return cachedAttribute_.get(); }
 
 protected:

@@ -6,23 +6,24 @@
 namespace oV
 {
 
-/// A custom attribute: one that is added to a container at run time under a name, and knows its container.
+/// A custom attribute, which is added to a container at run time under a name. It stores its container.
 ///
-/// @note It reports the class record of Attr<T>. Saved type keys are names of class records, so this is what
-/// lets them stand for custom attributes.
+/// @note getClassType() returns the class record of Attr<T>, so the type keys in saved files, which are names
+///     of class records, are the same for both.
 template <typename T>
 class ROAMSCAN_EXPORT CustAttr : public Attr<T>
 {
 public:
-    /// Starts with the initial value and without a location.
-    /// @param source where the flag word comes from, unless it is null or the type is NoSource
+    /// An attribute with the initial value and without a container.
+    /// @param type if it is NoSource, `source` is ignored
+    /// @param source the flags are copied from it, but not the value; may be null
     CustAttr(Bv_1_1::BaseNode::CreateType type, Attribute const* source);
 
-    /// What setLocation() was given last.
-    /// @warning A duplicate has the location of its source before any container has it. The container does
-    /// not know of that, so the pointer must not be used once the container is gone.
+    /// The container that was stored by the last setLocation().
+    /// @warning A duplicate has the container of its source until it is added to a container itself. This
+    ///     pointer dangles after that container is destroyed.
     [[nodiscard]] AttrContainer* getLocation(unsigned int token) const override;
-    /// Stores the container, which stays not owned. @return true
+    /// Stores the container, which is not owned. @return true
     bool setLocation(AttrContainer* container) override;
 
 protected:

@@ -9,15 +9,15 @@ namespace oV
 class Attribute;
 class Observer;
 
-/// Hears of every change to any attribute of the process, for instance to mark a document as modified
-/// (Attribute::addModifiedListener).
+/// Interface of a listener that is called for every change of any attribute in the process, for example to
+/// mark a document as modified. Add it by Attribute::addModifiedListener().
 class ROAMSCAN_EXPORT ModifiedListener : public Bv_1_1::BaseNode
 {
 public:
     /// Called just before a different value is stored, on the thread that makes the change.
-    /// @param attribute still has its old value
-    /// @param observer who makes the change; may be null
-    /// @param parameter what the caller gave with the change; may be null
+    /// @param attribute the attribute, which still has its old value
+    /// @param observer the object that makes the change; may be null
+    /// @param parameter the argument of Attr::assignFrom(); may be null
     virtual void attributeModified(Attribute& attribute, Observer* observer, void* parameter) = 0;
 
 protected:

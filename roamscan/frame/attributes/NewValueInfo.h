@@ -7,13 +7,13 @@
 namespace oV
 {
 
-/// The record of an announced change: the value that an attribute is about to take. Observers find it at the
-/// attribute while they are asked (Observer::toChangeNotify).
+/// The notification record of the proposed value of an attribute. An observer can look it up at the attribute
+/// in Observer::toChangeNotify().
 template <typename T>
 class ROAMSCAN_EXPORT NewValueInfo : public Bv_1_1::ObserverInfo
 {
 public:
-    /// A record of the proposed value.
+    /// @param newValue the proposed value
     explicit NewValueInfo(T newValue);
 
     /// The record of this class.

@@ -5,15 +5,16 @@
 namespace oV
 {
 
-/// Something that may have to be made valid before it is used. The order of the virtual operations is part of
-/// the binary interface.
+/// Interface of an object that may need to be made valid before use. The order of the virtual operations is
+/// part of the binary interface.
 class ROAMSCAN_EXPORT ValidationInterface
 {
 public:
-    /// Whether it is valid. Here: true.
+    /// Whether the object is valid. The base class returns true.
     [[nodiscard]] virtual bool isValid() const;
 
-    /// Makes it valid. @return whether it is. Here: true
+    /// Makes the object valid. The base class does nothing and returns true.
+    /// @return whether the object is valid
     virtual bool makeValid();
 
 protected:
