@@ -19,8 +19,7 @@ using PanoramaPicture = AnchorScanMetadata::PanoramaPicture;
 using Content = PanoramaPicture::Content;
 using ImageOrientation = PanoramaPicture::ImageOrientation;
 
-// The JSON library takes a boolean for any whole number but those of its own types, and a time must be no
-// boolean.
+// The JSON library converts booleans to every integer type except its own, and a time must not be a boolean.
 static_assert(std::is_same_v<int64, json::number_integer_t>);
 
 /// The lowest 64 bits of a number rounded towards zero, in two's complement. A plain cast is undefined for

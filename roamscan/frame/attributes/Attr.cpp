@@ -188,7 +188,7 @@ bool Attr<T>::equalsAttr(Attribute const& other) const
 
 // Values.
 
-// The cached attribute's own value counts: it has no pending one in its turn.
+// Reads the cached attribute's own value: a cached attribute has no pending value itself.
 template <typename T>
 T const& Attr<T>::currentValue() const
 {
@@ -211,7 +211,7 @@ template <typename T>
 bool Attr<T>::assignFrom(T const& newValue, Observer* observer, void* parameter)
 {
     KeepAlive const self(*this);
-    T accepted(newValue); // what the caller's reference names may change while observers are called
+    T accepted(newValue); // a copy, because an observer may change the referenced value
     if (isOnCachedPath()) {
         if (!isObservingBlocked() && !announce(accepted, observer, parameter)) {
             return false;
@@ -264,10 +264,10 @@ void Attr<T>::touch(Observer* observer, void* parameter)
             dropCachedValue();
         }
     }
-    Attribute::touch(observer, parameter); // reports nothing while observing is blocked
+    Attribute::touch(observer, parameter); // does not notify while notification is blocked
 }
 
-// Asks the observers of the second list. False if one of them has left an InfoFailed record.
+// Notifies the observers of the second list. Returns false if one of them added an InfoFailed record.
 template <typename T>
 bool Attr<T>::announce(T const& newValue, Observer* observer, void* parameter)
 {
@@ -279,7 +279,7 @@ bool Attr<T>::announce(T const& newValue, Observer* observer, void* parameter)
     try {
         preTouch(observer, parameter);
     } catch (...) {
-        removeNotifyInfos(false); // an observer that throws has not agreed
+        removeNotifyInfos(false); // an exception counts as a veto
         throw;
     }
     if (lookupNotifyInfo(InfoFailed::Class()) != nullptr) {
@@ -289,7 +289,7 @@ bool Attr<T>::announce(T const& newValue, Observer* observer, void* parameter)
     return true;
 }
 
-// The pending value, if there is one, is not waited for any more.
+// Discards the pending value, if there is one.
 template <typename T>
 void Attr<T>::dropCachedValue()
 {

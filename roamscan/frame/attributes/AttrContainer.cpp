@@ -31,7 +31,7 @@ struct DropBlock
     void operator()(detail::AttributeBlock* block) const noexcept { block->unref(); }
 };
 
-// What every container has.
+// The definitions of the attributes that every container has.
 AttrDefinition const* definitionsOfAll()
 {
     static std::array<AttrDefinition, 2> const rows = {

@@ -1,4 +1,4 @@
-// How containers read and write themselves in model formats.
+// Reading and writing of containers in model formats.
 
 #include <roamscan/frame/attributes/AttrContainer.h>
 #include <roamscan/frame/attributes/detail/CustomAttributes.h>
@@ -36,7 +36,7 @@ bool isEndOfBlock(String const& keyword)
     return keyword.text() == std::u16string_view(&end, 1);
 }
 
-// The keyword of the current statement; the bare form has a bool instead.
+// The keyword of the current statement. In the bare form a bool replaces it.
 String readKeyword(ModelInFormat& in)
 {
     if (!isBare(in.format())) {
@@ -156,7 +156,7 @@ Attribute* AttrContainer::findToRead(bool isCustom, String const& name, String c
     return nullptr;
 }
 
-// The kept text is the block of a statement; readers find it as they find any other block.
+// The kept text is the block of a statement, so the attribute reads it like any other block.
 void AttrContainer::applyKeptValue(Attribute& attribute)
 {
     auto const text =
@@ -173,7 +173,7 @@ void AttrContainer::applyKeptValue(Attribute& attribute)
         static_cast<void>(in.getKeyword());
     }
     if (in.startBlock()) {
-        // A text that is not of the attribute's type leaves the attribute as it is.
+        // If the text is not of the attribute's type, the attribute is unchanged.
         static_cast<void>(attribute.readFrom(&stream, &context));
     }
 }

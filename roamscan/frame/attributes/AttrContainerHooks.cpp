@@ -1,4 +1,4 @@
-// The operations of containers that are hooks of the host's own library and have no use here.
+// The operations of containers that are hooks of the host's library and are not used by this library.
 
 #include <roamscan/frame/attributes/AttrContainer.h>
 

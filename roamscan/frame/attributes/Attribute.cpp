@@ -84,8 +84,8 @@ bool Attribute::removeModifiedListener(ModifiedListener const* listener)
     return detail::ModifiedListeners::the().remove(listener);
 }
 
-// Memory. The mark of a block goes from here to the constructor, and from the destructor to here, in the
-// thread's data.
+// Memory. The thread's data tells the constructor whether operator new placed the attribute in a block, and
+// operator delete whether the destroyed attribute was in one.
 
 void* Attribute::operator new(std::size_t size)
 {
@@ -115,7 +115,7 @@ void Attribute::operator delete(void* memory) noexcept
     }
 }
 
-// A constructor has failed at a place.
+// Called if the constructor throws in a placement new.
 void Attribute::operator delete(void* memory, void*) noexcept
 {
     Attribute::operator delete(memory);
@@ -133,8 +133,8 @@ Attribute::Attribute(CreateType type, Attribute const* source) noexcept
 
 Attribute::~Attribute()
 {
-    // Others act on the end of this attribute and may destroy attributes of their own; so that comes before
-    // the mark is set.
+    // First, because observers may react by destroying other attributes, which would overwrite the thread's
+    // data set below.
     endRelations();
     if (isInBlock()) {
         ThreadDataType& data = ThreadLocalStorage::the().makeData();

@@ -13,7 +13,7 @@ namespace
 
 constexpr char startOfBlock = '{';
 
-// Walks to the statement with the value of the block that was just entered, or to its end.
+// Advances to the statement with the value in the block that was just entered, or to the end of the block.
 void findValue(ModelInFormat& in)
 {
     Bv_1_1::String const value(ModelFormat::valueKeyword);

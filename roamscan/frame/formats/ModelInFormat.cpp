@@ -191,7 +191,7 @@ void ModelInFormat::skipRest()
     }
 }
 
-// Without recursion, as blocks may nest.
+// Not recursive, because blocks may be nested.
 void ModelInFormat::skipStatement()
 {
     int open = 0;
@@ -232,7 +232,7 @@ void ModelInFormat::skipBareItem()
     } while (!tokens_->hasFailed() && open > 0);
 }
 
-// `alsoOpen`: blocks that are open but not entered.
+// `alsoOpen`: the number of open blocks that are being skipped.
 void ModelInFormat::takeStartOfBlock(int alsoOpen)
 {
     if (depth_ + alsoOpen >= ModelFormat::maxDepth) {

@@ -175,7 +175,7 @@ bool Observer::removeNotifyInfo(ObserverInfo const* info, bool release)
     if (place == infos.end()) {
         return false;
     }
-    auto const removed = std::move(*place); // goes last: its end may act on the list
+    auto const removed = std::move(*place); // destroyed last, because its destructor may change the list
     infos.erase(place);
     if (release && infos.empty()) {
         infos.shrink_to_fit();
@@ -191,7 +191,7 @@ void Observer::removeNotifyInfos(bool release)
     }
 }
 
-// One by one: what the end of a record sets off finds the list in order.
+// One by one, because the destructor of a record may use the list.
 void Observer::removeNotifyInfosExcept(Bv_1_1::oVClass const* type) noexcept
 {
     auto const isRemoved = [type](auto const& info) { return !info->getClassType()->isDerivedFrom(type); };
@@ -267,7 +267,7 @@ ObserverList& Observer::listOf(Notice notice) const noexcept
     return notice == Notice::Changed ? params_->changed : params_->toChange;
 }
 
-// An observer of both lists leaves both before it is informed, and is informed once.
+// An observer in both lists is removed from both before it is notified, and is notified once.
 void Observer::detachObservers(ObserverList& list) noexcept
 {
     list.visit([this](Observer& observer) {

@@ -29,8 +29,8 @@ Object::~Object()
     }
 }
 
-// An object that goes away while this runs only hands its children over, so the depth of the tree is not that
-// of the calls. Nothing is allocated, so nothing can fail.
+// Not recursive: an object that is destroyed during the loop only appends its children to the list. Nothing
+// is allocated, so nothing can fail.
 void Object::release(std::unique_ptr<Children> children) noexcept
 {
     static constinit thread_local std::unique_ptr<Children>* waiting = nullptr;
@@ -94,7 +94,7 @@ bool Object::addChild(Object* child, int place)
     if (child == nullptr || child->parent_ != nullptr || child == this) {
         return false;
     }
-    if (child->children_ != nullptr) { // only then can this object be under it
+    if (child->children_ != nullptr) { // otherwise it cannot be an ancestor of this object
         for (Object const* above = parent_; above != nullptr; above = above->parent_) {
             if (above == child) {
                 return false;

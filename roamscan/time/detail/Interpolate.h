@@ -6,7 +6,7 @@
 namespace oV::Roamscan::detail
 {
 
-/// What TrafoT::interpolate() gives, with the part that depends on the two poses only made beforehand.
+/// The result of TrafoT::interpolate(), with the slerp of the two poses prepared in advance.
 /// @param slerp of the rotations of the two poses
 template <typename T>
 [[nodiscard]] inline TrafoT<T>

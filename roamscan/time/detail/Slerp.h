@@ -8,8 +8,8 @@
 namespace oV::Roamscan::detail
 {
 
-/// Spherical linear interpolation (slerp) between two rotations along the shorter arc. Made once for the two,
-/// it keeps what does not depend on the fraction: the angle and the inverse of its sine.
+/// Spherical linear interpolation (slerp) between two rotations along the shorter arc. The constructor
+/// computes the values that do not depend on the fraction: the angle and the inverse of its sine.
 ///
 /// The result is not normalised. Nearly equal rotations are interpolated linearly.
 template <typename T>

@@ -17,18 +17,17 @@ enum class PoseState
 {
     Found,
     Outside,
-    InGap ///< There is a pose, but it is interpolated across a gap that is too long.
+    InGap ///< The time is between two poses that are farther apart than the longest gap.
 };
 
-/// Poses of a table at one time after the other. It keeps the interval of the last time, with what the
-/// interpolation needs of its two poses.
+/// Samples the poses of a table. Caches the interval of the last time and the slerp of its two poses.
 class TablePoses
 {
 public:
     /// Borrows the table.
     TablePoses(PoseTable const& table, double longestGap) : table_(table), longestGap_(longestGap) {}
 
-    /// Finds the pose at a time, which pose() then gives. Without effect on pose() unless the state is Found.
+    /// Finds the pose at a time. If the result is Found, pose() returns it; otherwise pose() is unchanged.
     PoseState moveTo(double seconds)
     {
         if (!(seconds >= lowerTime_ && seconds < upperTime_)) {
@@ -56,7 +55,7 @@ private:
     void enter(double seconds)
     {
         auto const& times = table_.times();
-        // Ascending times go on to the next interval more often than not.
+        // For ascending times it is usually the next interval.
         bool const isNext = upper_ != nullptr && seconds >= upperTime_ && upperIndex_ + 1 < times.size() &&
                             seconds < times[upperIndex_ + 1];
         upperIndex_ = isNext ? upperIndex_ + 1 : table_.firstKeyAfter(seconds);
@@ -80,14 +79,14 @@ private:
     TrafoT<double> pose_;
 };
 
-/// Poses of any trajectory, by calling it.
+/// Samples the poses of any trajectory by calling its pose function.
 class CalledPoses
 {
 public:
     /// Borrows the trajectory.
     explicit CalledPoses(Trajectory const& trajectory) : trajectory_(trajectory) {}
 
-    /// As TablePoses::moveTo(); a trajectory that is not a table has no gaps.
+    /// The same as TablePoses::moveTo(). A trajectory without a table has no gaps.
     PoseState moveTo(double seconds)
     {
         try {

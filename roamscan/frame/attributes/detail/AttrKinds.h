@@ -8,14 +8,14 @@
 namespace oV::detail
 {
 
-/// A type of attributes: how its attributes are named and made.
+/// A type of attributes: its name, and the functions that create its attributes.
 struct AttrKind
 {
     using Make = Attribute* (*)(Bv_1_1::BaseNode::CreateType type, Attribute const* source, void* place);
 
     AttrType type;
     wchar_t const* key; ///< the name of the class record
-    std::size_t size;   ///< room for an attribute at a given place, a multiple of the largest alignment
+    std::size_t size;   ///< bytes for an attribute in given memory, a multiple of the largest alignment
     Make makePlain;
     Make makeCustom;
 };

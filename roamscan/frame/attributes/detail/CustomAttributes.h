@@ -17,23 +17,23 @@ namespace oV::detail
 class CustomAttributes
 {
 public:
-    /// Stands for no place.
+    /// The index that denotes no attribute.
     static constexpr std::size_t none = std::numeric_limits<std::size_t>::max();
 
     [[nodiscard]] std::size_t size() const noexcept { return entries_.size(); }
     [[nodiscard]] Attribute* at(std::size_t place) const noexcept { return entries_[place].attribute.get(); }
 
-    /// The first place with this name; `none` if there is none.
+    /// The first index with this name, or `none`.
     [[nodiscard]] std::size_t find(Bv_1_1::String const& name) const
     {
         auto const found = index_.find(name);
         return found == index_.end() ? none : found->second.first;
     }
 
-    /// The next place with the same name; `none` if there is none.
+    /// The next index with the same name, or `none`.
     [[nodiscard]] std::size_t next(std::size_t place) const noexcept { return entries_[place].next; }
 
-    /// Appends an attribute. Nothing has changed if this throws.
+    /// Appends an attribute. If it throws, nothing has changed.
     void add(Attribute* attribute, Bv_1_1::String const& name)
     {
         std::size_t const place = entries_.size();

@@ -22,8 +22,8 @@ struct KeptStatement
     KeptText rest;
 };
 
-/// What a container has read and does not know, in the order of the text, and the places of attributes that
-/// this read has given a value.
+/// The unknown statements that a container has read, in the order of the text, and the indices of the
+/// attributes that this read has set.
 class KeptValues
 {
 public:
@@ -67,7 +67,7 @@ public:
         }
     }
 
-    /// Notes that the attribute at a place of the custom table has been read. @return false if it was before
+    /// Records that the custom attribute at an index has been read. @return false if it was already recorded
     bool noteRead(std::size_t place)
     {
         if (place >= read_.size()) {

@@ -23,7 +23,7 @@ void ModifiedListeners::add(ModifiedListener* listener)
 
 bool ModifiedListeners::remove(ModifiedListener const* listener)
 {
-    Bv_1_1::SmartPtr<ModifiedListener> removed; // goes after the lock
+    Bv_1_1::SmartPtr<ModifiedListener> removed; // destroyed after the lock is released
     std::lock_guard const guard(lock_);
     auto const place = std::find(listeners_.begin(), listeners_.end(), listener);
     if (place == listeners_.end()) {

@@ -10,8 +10,8 @@
 namespace oV::detail
 {
 
-/// The modified listeners of the process. Safe on any thread; listeners are called without a lock held, so
-/// they may add and remove listeners and change attributes.
+/// The modified listeners of the process. Thread-safe. No lock is held while listeners are called, so they
+/// may add and remove listeners and change attributes.
 class ModifiedListeners
 {
 public:

@@ -6,8 +6,8 @@
 namespace oV::detail
 {
 
-/// How the classes of each value type are named in class records, and its code. An attribute's class name is
-/// its type key, so saved files hold it.
+/// The names of the classes of each value type in class records, and the code of the type. An attribute's
+/// class name is its type key, which saved files contain.
 template <typename T>
 struct ValueNames;
 

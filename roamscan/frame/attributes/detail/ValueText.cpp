@@ -13,7 +13,7 @@ namespace oV::detail
 namespace
 {
 
-// The text of a list is the one of the bare form.
+// The text of a list is that of the bare form.
 template <typename T>
 constexpr bool isList = std::is_same_v<T, StringList>;
 
@@ -62,7 +62,7 @@ bool countsAsDefault(T const& value)
     if constexpr (std::is_same_v<T, double>) {
         return !(value > 0.0) && !(value < 0.0); // NaN as well
     } else if constexpr (std::is_same_v<T, Bv_1_1::String>) {
-        return value == Bv_1_1::String::EMPTY; // NIL is another value
+        return value == Bv_1_1::String::EMPTY; // NIL is not a default
     } else {
         return value == T{};
     }

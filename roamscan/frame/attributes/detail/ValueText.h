@@ -6,7 +6,7 @@
 #include <roamscan/frame/formats/ModelOutFormat.h>
 
 /// @file
-/// What the types of values differ in: their text, their default, and how model formats hold them.
+/// The operations that differ by value type: conversion to text, defaults, and model formats.
 
 namespace oV::detail
 {
@@ -15,15 +15,15 @@ namespace oV::detail
 template <typename T>
 [[nodiscard]] Bv_1_1::String textOfValue(T const& value);
 
-/// Sets the value from text. Text that is not of the value's type leaves the value as it is.
+/// Sets the value from text. If the text is not of the value's type, the value is unchanged.
 template <typename T>
 void parseValue(Bv_1_1::String const& text, T& value);
 
-/// Whether writers may leave the value out.
+/// Whether the value is a default, which writers may omit.
 template <typename T>
 [[nodiscard]] bool countsAsDefault(T const& value);
 
-/// Reads one value. If there is none, the value stays as it is and the input has failed.
+/// Reads one value. If there is none, the value is unchanged and the input has failed.
 template <typename T>
 void readValue(ModelInFormat& in, T& value);
 

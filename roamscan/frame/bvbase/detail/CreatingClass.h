@@ -7,7 +7,7 @@
 namespace Bv_1_1::detail
 {
 
-/// The record of a class of this library whose instances are made by a function.
+/// The class record of a class of this library whose instances are created by a function.
 class CreatingClass : public oVClass
 {
 public:

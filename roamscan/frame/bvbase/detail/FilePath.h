@@ -14,7 +14,7 @@ namespace Bv_1_1::detail
 /// encoding become U+FFFD.
 [[nodiscard]] String stringFromPath(std::filesystem::path const& path);
 
-/// The path of `name` inside `directory`. An absolute path in `name` is used as a relative one.
+/// The path of `name` inside `directory`. If `name` is an absolute path, its root is removed.
 [[nodiscard]] std::filesystem::path pathInside(std::filesystem::path const& directory, String const& name);
 
 } // namespace Bv_1_1::detail

@@ -7,7 +7,7 @@
 namespace Bv_1_1::detail
 {
 
-/// Destroys a node that nobody else has taken a reference on.
+/// Destroys a node, unless it has further references.
 struct DestroyFreshNode
 {
     void operator()(BaseNode const* node) const noexcept
@@ -17,7 +17,7 @@ struct DestroyFreshNode
     }
 };
 
-/// Owns a node that was just made, until release() hands it on without a reference.
+/// Owns a new node, until release() returns it with a reference count of 0.
 template <typename T>
 using FreshNode = std::unique_ptr<T, DestroyFreshNode>;
 

@@ -6,7 +6,7 @@ namespace oV::Roamscan::detail
 /// Throws an InternalErrorException. A null pointer becomes the null string.
 /// @param message what went wrong; a literal
 /// @param function the qualified name of the function that throws
-/// @param file the name of its source
+/// @param file the source: a file name or a component name
 /// @param line the line in that source
 /// @throws InternalErrorException always
 [[noreturn]] void

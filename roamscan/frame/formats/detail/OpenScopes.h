@@ -3,8 +3,8 @@
 namespace oV::detail
 {
 
-/// The scopes that a thread has open, linked by their `enclosing_`, the newest first. A scope has a
-/// `stream_`. They usually close in the reverse order; any other order works, too.
+/// The open scopes of a thread: a list linked by their `enclosing_`, newest first. Scopes usually close in
+/// reverse order, but any order works.
 template <typename Scope>
 class OpenScopes
 {

@@ -20,7 +20,7 @@ bool isBlank(int byte)
     return byte == ' ' || byte == '\t' || byte == '\r' || byte == '\n';
 }
 
-// Whether a token of the grammar that is no word may begin with the byte.
+// Whether the byte may start a token that is not a word.
 bool beginsOtherToken(int byte)
 {
     return byte == '"' || byte == '[' || byte == ';' || byte == '{' || byte == '}';
@@ -76,7 +76,7 @@ int TokenReader::take()
     if (byte == endOfInput) {
         return byte;
     }
-    bytes_->sbumpc(); // from the buffer, so it cannot fail
+    bytes_->sbumpc(); // cannot fail: the byte is already in the buffer
     line_ += byte == '\n' ? 1U : 0U;
     if (kept_ != nullptr) {
         kept_->push_back(static_cast<char>(byte));
@@ -153,7 +153,7 @@ std::optional<std::vector<Bv_1_1::String>> TokenReader::readTexts()
     return hasFailed() ? std::nullopt : std::optional(std::move(texts));
 }
 
-// Whether the list has one more element, which comes next. Takes its end if not.
+// Whether the list has a further element. If not, consumes the end of the list.
 bool TokenReader::nextElement(bool isFirst)
 {
     int const byte = peekToken();
@@ -222,13 +222,13 @@ std::optional<Bv_1_1::String> TokenReader::readString()
         }
     }
     if (units.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
-        fail(StatusCode::outOfRange); // more than a string holds
+        fail(StatusCode::outOfRange); // longer than the largest string
         return std::nullopt;
     }
     return units.empty() ? Bv_1_1::String::EMPTY : Bv_1_1::String::fromUtf16(units);
 }
 
-// Reads on after a backslash.
+// Reads the rest of an escape sequence, after the backslash.
 bool TokenReader::readEscape(std::u16string& units)
 {
     constexpr std::string_view letters = R"("\nrt)";
@@ -246,7 +246,7 @@ bool TokenReader::readEscape(std::u16string& units)
     return true;
 }
 
-// Reads one unit in four hexadecimal digits.
+// Reads one UTF-16 unit of four hexadecimal digits.
 bool TokenReader::readCode(std::u16string& units)
 {
     int unit = 0;

@@ -13,13 +13,13 @@
 namespace oV::detail
 {
 
-/// Reads the tokens that both text forms of ModelFormat have. Takes no byte beyond the last one of a token.
+/// Reads the tokens of both text forms of ModelFormat. Consumes no byte after the last one of a token.
 ///
-/// The first failure stays. After it no byte is read, and each operation gives nothing.
+/// After the first failure, no byte is read, and each operation returns nothing.
 class TokenReader
 {
 public:
-    /// Stands for the end of the input, also after a failure.
+    /// The value that denotes the end of the input; also returned after a failure.
     static constexpr int endOfInput = -1;
 
     /// @param stream may be null or have failed, which is a failure
@@ -29,7 +29,7 @@ public:
     [[nodiscard]] int status() const noexcept { return status_; }
     [[nodiscard]] bool hasFailed() const noexcept { return status_ != StatusCode::ok; }
 
-    /// Fails with the status, unless there was a failure before.
+    /// Sets status(), unless there was a failure before.
     void fail(int status) noexcept;
 
     /// fail(), with StatusCode::unexpectedEnd if the byte is the end of the input.
@@ -38,28 +38,28 @@ public:
     /// The current line, counted from 1.
     [[nodiscard]] std::size_t lineNumber() const noexcept { return line_; }
 
-    /// Skips blank space; the first byte of the next token.
+    /// Skips blank space. Returns the first byte of the next token without consuming it.
     [[nodiscard]] int peekToken();
 
-    /// Takes the byte that comes next.
+    /// Consumes the next byte.
     int take();
 
-    /// A keyword that is a word or a string.
+    /// Reads a keyword, which is a word or a string.
     [[nodiscard]] Bv_1_1::String readKeyword();
 
-    /// A value that is neither a string nor a list.
+    /// Reads a value that is neither a string nor a list.
     [[nodiscard]] std::optional<std::string> readWord();
 
-    /// A string or null.
+    /// Reads a string or null.
     [[nodiscard]] std::optional<Bv_1_1::String> readText();
 
-    /// A list of strings and nulls.
+    /// Reads a list of strings and nulls.
     [[nodiscard]] std::optional<std::vector<Bv_1_1::String>> readTexts();
 
     /// Skips any value.
     void skipValue();
 
-    /// Calls `read()`; all bytes that it takes from the next token on.
+    /// Calls `read()` and returns all bytes that it consumes, from the next token on.
     template <typename Read>
     [[nodiscard]] std::string keep(Read const& read)
     {
@@ -70,7 +70,7 @@ public:
         };
         (void)peekToken(); // blank space before it is not kept
         std::string text;
-        End const end{kept_}; // also if memory runs out
+        End const end{kept_}; // also if an exception is thrown
         kept_ = &text;
         read();
         return text;
@@ -88,7 +88,7 @@ private:
     std::streambuf* bytes_ = nullptr;
     int status_ = StatusCode::ok;
     std::size_t line_ = 1;
-    std::string* kept_ = nullptr; // gets a copy of each byte that is taken
+    std::string* kept_ = nullptr; // receives a copy of each consumed byte
 };
 
 } // namespace oV::detail

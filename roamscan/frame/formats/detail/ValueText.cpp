@@ -96,7 +96,7 @@ std::string quoted(std::u16string_view units)
     return text + '"';
 }
 
-// The NaN of "nan:" and its bits.
+// The NaN of a text "nan:" with its bits.
 std::optional<double> nanOfText(std::string_view text)
 {
     text.remove_prefix(nanWithBits.size());
@@ -109,7 +109,7 @@ std::optional<double> nanOfText(std::string_view text)
     return std::isnan(number) ? std::optional(number) : std::nullopt;
 }
 
-// The number of a word that is not decimal.
+// The number of a word that is not a decimal number.
 std::optional<double> specialNumber(std::string_view text)
 {
     using Limits = std::numeric_limits<double>;
