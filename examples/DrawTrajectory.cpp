@@ -1,5 +1,5 @@
 /// @file
-/// Draws a trajectory as a polyline with a marker at each node, and walks the scene that comes of it.
+/// Draws a trajectory as a polyline with a marker at each node, and iterates over the resulting scene.
 
 #include <roamscan/frame/scene/Line.h>
 #include <roamscan/frame/scene/Sphere.h>

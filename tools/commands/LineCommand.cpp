@@ -106,7 +106,7 @@ void addLine(CLI::App& app, Console& console)
     CLI::App* const command =
         app.add_subcommand("line", "Draw the path of a device as a scene for viewers: glTF 2.0 or OBJ");
     command->add_option("--trajectory", options->trajectory, "The trajectory of the walk")->required();
-    command->add_option("--from", options->from, "The device whose path it is, 0 to 3")
+    command->add_option("--from", options->from, "The device whose path is drawn, 0 to 3")
         ->required()
         ->check(CLI::Range(0, 3));
     command->add_option("--to", options->to, "The device in whose frame the path is drawn, 0 to 3")
@@ -115,8 +115,8 @@ void addLine(CLI::App& app, Console& console)
     command->add_flag("--nodes", options->withNodes, "Mark each node with a sphere of 1 cm radius");
     command->add_option("OUT", options->output, "The scene to write: .gltf, .glb or .obj")->required();
     command->footer(
-        "The glTF is y-up, with float coordinates relative to a node named origin. The OBJ has the\n"
-        "coordinates as they are, z-up. Markers beyond 10,000 become points.\n"
+        "The glTF is y-up, with float coordinates relative to a node named origin. The OBJ is z-up, with\n"
+        "unchanged coordinates. A scene of more than 10,000 markers has points instead of spheres.\n"
         "Example:\n  roamscan line --trajectory walk/walk.trajectory --from 1 --to 0 walk.glb\n");
     command->callback([options, &console] { run(*options, console.out); });
 }

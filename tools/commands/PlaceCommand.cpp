@@ -37,7 +37,7 @@ using Eigen::Vector3d;
 struct Options
 {
     std::filesystem::path trajectory;
-    Device from = Device::Device1;          ///< The device whose scan it is.
+    Device from = Device::Device1;          ///< The device that made the scan.
     Device to = Device::Device0;            ///< The device in whose world frame the points are placed.
     std::filesystem::path points;           ///< The scan as a PLY file; empty if `sensors` is given.
     std::filesystem::path sensors;          ///< The scan as a sensor stream; empty if `points` is given.
@@ -240,7 +240,7 @@ void addPlace(CLI::App& app, Console& console)
     CLI::App* const command = app.add_subcommand(
         "place", "Transform the points of a scan along a trajectory into world coordinates");
     command->add_option("--trajectory", options->trajectory, "The trajectory of the walk")->required();
-    command->add_option("--from", options->from, "The device whose scan it is, 0 to 3")
+    command->add_option("--from", options->from, "The device that made the scan, 0 to 3")
         ->required()
         ->check(CLI::Range(0, 3));
     command->add_option("--to", options->to, "The device in whose frame the points are placed, 0 to 3")
