@@ -1,7 +1,7 @@
 /// @file
-/// Bytes from anywhere as a text of a model: in the bare form if the first byte is odd, in the keyed form
-/// otherwise. Reading ends with success or with a status that no reader tolerates. What was read is written,
-/// and comes out the same when that is read and written again.
+/// Reads any bytes as a text in a model format: in the bare form if the first byte is odd, otherwise in the
+/// keyed form. Reading succeeds or returns a status that is not tolerated. The values that were read are
+/// written, and are the same after a further round trip.
 
 #include "StreamInput.h"
 
@@ -48,7 +48,7 @@ void copyValueOf(ModelInFormat& in, ModelOutFormat& out)
     }
 }
 
-/// Copies a value of the type that the number stands for.
+/// Copies a value of the type with this number.
 void copyValue(ModelInFormat& in, ModelOutFormat& out, std::size_t type)
 {
     switch (type % 5) {
@@ -152,7 +152,7 @@ private:
             }
         }
         if (in.getKeyword() != ModelInFormat::endOfBlock()) {
-            in.nextKeyword(); // what is left is no item, so that fails
+            in.nextKeyword(); // fails, because the rest is not an item
         }
     }
 

@@ -25,8 +25,8 @@ struct SensorArrays
 [[nodiscard]] SensorArrays
 recordedArrays(std::size_t imuSamples, std::size_t bursts, std::size_t pointsPerBurst);
 
-/// The store of these samples, made as fast as the store allows: each record is made once, and each sample is
-/// inserted at the end of its map. No reader can be faster.
+/// The store of these samples, created as fast as the store allows: each record is created once, and each
+/// sample is inserted at the end of its map. It is a lower bound for the time of a reader.
 [[nodiscard]] oV::Roamscan::SensorData storeFromArrays(SensorArrays const& arrays);
 
 } // namespace bench

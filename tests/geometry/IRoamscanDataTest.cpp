@@ -30,7 +30,7 @@ using oV::Roamscan::Trajectory;
 
 using ScanPoint = IRoamscanData::ScanPoint;
 
-// One point, and what it was asked for.
+// One point. Records the arguments of the calls.
 class OnePoint final : public RoamscanDataAdapter
 {
 public:

@@ -1,5 +1,5 @@
 /// @file
-/// What the reader makes of an EXIF block. Each block is put into a picture so that it is what the reader
+/// How the reader interprets an EXIF block. Each block is put into a picture so that it is what the reader
 /// takes, to the byte.
 
 #include "tests/support/JpegBytes.h"

@@ -1,6 +1,6 @@
 /// @file
-/// What the reader asks of its stream, and how it takes streams that are in no good state, end early or
-/// cannot seek.
+/// Which operations the reader calls on its stream, and how it handles streams that are not good, end early
+/// or cannot seek.
 
 #include "tests/support/JpegBytes.h"
 #include "tests/support/TemporaryFolder.h"
@@ -66,7 +66,7 @@ enum class Seeking
     TellsPlaceOnly
 };
 
-/// Bytes that nothing is read ahead of. Counts what is asked of it.
+/// Bytes without read-ahead. Counts the operations.
 class ObservedBuffer : public std::streambuf
 {
 public:

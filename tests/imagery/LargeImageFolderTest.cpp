@@ -191,7 +191,7 @@ TEST_F(LargeImageFolder, APictureThatIsTooLargeForTheMemoryFailsAsOpenCVDoes)
 TEST_F(LargeImageFolder, ReadingWithoutATileDoesNotFindAnySubImage)
 {
     expectInternal(failureOf([&] { (void)readImage(place()); }), "Did not find any sub images.", readName);
-    EXPECT_THAT(folder.names(), IsEmpty()); // and makes nothing
+    EXPECT_THAT(folder.names(), IsEmpty()); // and creates nothing
     EXPECT_THAT(Models::the().logMessages(), IsEmpty());
 }
 

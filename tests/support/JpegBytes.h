@@ -89,7 +89,8 @@ inline std::string app1(std::size_t length, std::string const& following)
     return bytes({0xFF, 0xE1}) + number(ByteOrder::Big, length, 2) + following;
 }
 
-/// A picture whose block, as the reader takes it, is exactly this: its last two bytes are behind the segment.
+/// A picture whose block, as the reader interprets it, is exactly `block`: its last two bytes follow the
+/// segment.
 inline std::string jpegWithBlock(std::string const& block)
 {
     return startOfImage() + app1(block.size() + 6, exifName() + block);

@@ -6,7 +6,7 @@
 namespace support
 {
 
-/// Whether virtualSlot() can tell: under the Itanium interface on x86-64 a pointer to a virtual operation
+/// Whether virtualSlot() is supported: in the Itanium C++ ABI on x86-64, a pointer to a virtual function
 /// holds its offset in the table, plus one.
 #if defined(__x86_64__) && !defined(_WIN32)
 inline constexpr bool virtualSlotsAreKnown = true;

@@ -1,5 +1,5 @@
 /// @file
-/// Trajectories over a table of poses, as they come out of the builder.
+/// Trajectories over a table of poses, as the builder creates them.
 
 #include "tests/support/Bits.h"
 #include "tests/support/MapPoseFunction.h"

@@ -163,7 +163,7 @@ TEST(SampleMany, ATimeAtAPoseIsInterpolatedAndSoIsValid)
     std::vector<double> const times{1.0, 2.0};
     EXPECT_EQ(samplePoses(trajectory, times, poses), 0U);
     EXPECT_TRUE(poses[0].valid());
-    EXPECT_FALSE(poses[1].valid()); // the last pose is given as it is stored
+    EXPECT_FALSE(poses[1].valid()); // the last pose is returned as stored, with its flag
 }
 
 TEST(SampleMany, HasNoPosesWithoutATable)

@@ -33,7 +33,7 @@ TrafoT<double> at(double x)
     return TrafoT<double>::Translation(Eigen::Vector3d(x, 0, 0));
 }
 
-// The pose function tells the time it was asked for, and counts its calls.
+// The pose function returns its argument as the translation, and counts its calls.
 Trajectory clock(double start, double stop, int* calls = nullptr)
 {
     return Trajectory(TimeStamp(start), TimeStamp(stop), [calls](double t) {

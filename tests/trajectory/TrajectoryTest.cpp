@@ -29,7 +29,7 @@ TrafoT<double> at(double x)
     return TrafoT<double>::Translation(Eigen::Vector3d(x, 0, 0));
 }
 
-// The pose function tells the time it was asked for.
+// The pose function returns its argument as the translation.
 Trajectory clock(double start, double stop)
 {
     return Trajectory(TimeStamp(start), TimeStamp(stop), [](double t) { return at(t); });

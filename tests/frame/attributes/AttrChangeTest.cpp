@@ -137,7 +137,7 @@ TEST_F(Change, ARefusalLeftLongBeforeIsGoneAfterAReport)
 {
     watcher->watch(*attribute);
     watcher->whenToChange = refuse;
-    attribute->assignSilently(2, nullptr, nullptr); // nobody looks at it
+    attribute->assignSilently(2, nullptr, nullptr); // no observer looks up the record
     EXPECT_EQ(recordsOf(*attribute), 0U);
     watcher->whenToChange = nullptr;
     EXPECT_TRUE(attribute->assignFrom(3, nullptr, nullptr));
@@ -519,7 +519,7 @@ TEST_F(CachedPath, AssignFromStringDropsThePendingValue)
 
 TEST_F(CachedPath, AssignSilentlyIsOvertakenByThePendingValue)
 {
-    attribute->assignSilently(2, nullptr, nullptr); // stores, then touch() takes over the pending value
+    attribute->assignSilently(2, nullptr, nullptr); // stores, then touch() assigns the pending value
     EXPECT_EQ(attribute->getValue(), 10);
     expectResolved();
 }

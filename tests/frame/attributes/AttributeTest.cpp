@@ -154,7 +154,7 @@ TEST(Attribute, OutlivesItsContainer)
     EXPECT_EQ(static_cast<Attr<String>&>(*fixed).getValue(), L"Free");
 }
 
-// A holder that knows a container.
+// A holder that stores its container.
 class PlacedHolder : public oV::AttrVal<int>
 {
 public:
@@ -187,7 +187,7 @@ TEST(Attribute, APlainOneAsksItsHolderForTheLocationFirst)
     auto const known = namedContainer(L"Known");
     auto const holding = namedContainer(L"Holding");
     SmartPtr<PlacedAttr> const attribute(new PlacedAttr(nullptr));
-    holding->addAttribute(attribute.get(), L"A"); // tells the holder, too
+    holding->addAttribute(attribute.get(), L"A"); // also stores the container in the holder
     EXPECT_EQ(attribute->getLocation(1), holding.get());
     EXPECT_TRUE(attribute->setLocation(known.get()));
     EXPECT_EQ(attribute->getLocation(1), known.get());
@@ -234,7 +234,7 @@ TEST(AttributeMemory, ADuplicateOfAnAttributeInABlockIsOnTheHeap)
 {
     alignas(std::max_align_t) std::array<std::byte, sizeof(Attr<int>)> place{};
     SmartPtr<Attribute> const inBlock(new (place.data()) Attr<int>(CreateType::Fresh, nullptr));
-    ThreadLocalStorage::the().makeData().attributeInBlock = 1; // a byte that was left set
+    ThreadLocalStorage::the().makeData().attributeInBlock = 1; // not cleared by an earlier operation
     SmartPtr<Attribute> const asPlain(inBlock->duplicateAttr(CreateType::Fresh, true));
     SmartPtr<Attribute> const asCustom(inBlock->duplicateAttr(CreateType::NoSource, false));
     EXPECT_FALSE(asPlain->isInBlock());
@@ -244,7 +244,7 @@ TEST(AttributeMemory, ADuplicateOfAnAttributeInABlockIsOnTheHeap)
 TEST(AttributeMemory, AttributesThatGoWhileAnotherGoesAreFreedAsTheirOwnMarksSay)
 {
     alignas(std::max_align_t) std::array<std::byte, sizeof(Attr<int>)> place{};
-    // Each of the two drops the other kind when it hears of the end of what it observes.
+    // Each of the two destroys the other kind when its subject is destroyed.
     class Dropper : public Observer
     {
     public:

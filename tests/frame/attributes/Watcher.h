@@ -9,7 +9,7 @@
 namespace support
 {
 
-/// An observer that notes what it hears, in order, and then does what the test wants.
+/// An observer that records its notifications in order, and then calls a function of the test.
 class Watcher : public oV::Observer
 {
 public:

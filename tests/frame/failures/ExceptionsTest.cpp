@@ -231,7 +231,7 @@ TEST(ThrowableException, WhatIsValidWhileTheFailureOrACopyExists)
     EXPECT_STREQ(text, "Message. (oV::Roamscan::Class::operation, Class:42)");
 }
 
-// The header of a text is the count, the length and a pointer to the narrow text once that was made.
+// The header of a text is the count, the length and a pointer to the narrow text, if there is one.
 TEST(ThrowableException, WhatAllocatesNoMemory)
 {
     InternalErrorException const failure = internalError();

@@ -175,7 +175,7 @@ TEST(KeptText, NeedsACurrentStatementInTheKeyedForm)
     EXPECT_FALSE(open.in.keepRest().has_value());
     EXPECT_EQ(open.in.getKeyword(), L"a");
     EXPECT_TRUE(open.in.keepRest().has_value());
-    EXPECT_FALSE(open.in.keepRest().has_value()); // nothing is left of it
+    EXPECT_FALSE(open.in.keepRest().has_value()); // the statement has been read completely
     open.in.nextKeyword();
     EXPECT_EQ(open.in.getKeyword(), L"b");
     open.in.nextKeyword();

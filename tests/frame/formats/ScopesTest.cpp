@@ -32,7 +32,7 @@ namespace StatusCode = oV::StatusCode;
 
 constexpr ModelFormat::Format bare = ModelFormat::Format::Bare;
 
-// Reads as an attribute of type int does: the value of its block, and what it does not know through its base.
+// Reads like an attribute of type int: the value of its block; the base class handles unknown keywords.
 class IntReader
 {
 public:

@@ -110,7 +110,7 @@ TEST_F(GlobalList, ConcurrentFirstCallsGetTheSameList)
         for (Models* const other : seen) {
             EXPECT_EQ(other, models);
         }
-        EXPECT_EQ(models->logMessages().size(), threadCount); // nobody wrote into a list that was thrown away
+        EXPECT_EQ(models->logMessages().size(), threadCount); // no message was added to a discarded list
         EXPECT_EQ(models->referenceCount(), 1U);
         models->dropReference();
     }

@@ -177,7 +177,7 @@ TEST(BlockUpdateObservers, UpdatesItsObjectWhenTheLastScopeEnds)
     EXPECT_EQ(inner->updates, 0);
     EXPECT_EQ(outer->updates, 1);
     EXPECT_EQ(outer->sizeAtUpdate, 1U);
-    EXPECT_EQ(outer->referencesAtUpdate, 1U); // the update comes before the reference is given back
+    EXPECT_EQ(outer->referencesAtUpdate, 1U); // the update is before the reference is released
     EXPECT_EQ(table.size(), 0U);
     EXPECT_EQ(table.blockCount(), 0U);
 }

@@ -32,7 +32,7 @@ public:
     using Observer::removeNotifyInfosExcept;
 };
 
-// Notes what it hears, and then does what the test wants.
+// Records its notifications, and then calls a function of the test.
 class Watcher : public Observer
 {
 public:

@@ -42,7 +42,7 @@ protected:
     void TearDown() override { EXPECT_EQ(Counted::alive, 0); }
 };
 
-/// Drops a reference when the object that it observes goes away.
+/// Removes a reference when its subject is destroyed.
 class DropsAnother : public Observer
 {
 public:

@@ -1,6 +1,6 @@
 /// @file
-/// Loads the library while the program runs, uses it and unloads it again, several times: what comes up at
-/// load is ready, and what goes down at unload does not bring the host down. Its one argument is the
+/// Loads the library while the program runs, uses it and unloads it again, several times: everything that is
+/// constructed at load is usable, and unloading does not crash the host. The only argument is the
 /// library's path.
 
 #include <roamscan/frame/platform/IntegerTypes.h>
