@@ -250,6 +250,9 @@ bool AttrContainer::addAttribute(Attribute* attribute, String const& name)
         return false;
     }
     SmartPtr<Attribute> const owner(attribute);
+    if (findCustom(withoutNil(name), attribute->getClassType()->name()) != nullptr) {
+        return false;
+    }
     if (custom_ == nullptr) {
         custom_ = std::make_unique<detail::CustomAttributes>();
     }
@@ -257,6 +260,19 @@ bool AttrContainer::addAttribute(Attribute* attribute, String const& name)
     attach(*attribute, withoutNil(name));
     applyKeptValue(*attribute);
     return true;
+}
+
+Attribute* AttrContainer::findCustom(String const& name, String const& typeKey) const
+{
+    constexpr auto none = detail::CustomAttributes::none;
+    for (std::size_t place = custom_ == nullptr ? none : custom_->find(name); place != none;
+         place = custom_->next(place))
+    {
+        if (typeKey.compare(custom_->at(place)->getClassType()->name()) == 0) {
+            return custom_->at(place);
+        }
+    }
+    return nullptr;
 }
 
 bool AttrContainer::rmAllCustomAttributes()

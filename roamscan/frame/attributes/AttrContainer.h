@@ -193,8 +193,13 @@ public:
     /// type before there was one is applied now.
     /// @param name any text; may be taken already, and the earlier attribute is then found first. NIL counts
     /// as the empty name
-    /// @return false for null and for an attribute that a container has already
+    /// @return false for null, for an attribute that a container has already, and if there is a custom
+    /// attribute of this name and type: the new one is then destroyed, unless somebody else holds it
     bool addAttribute(Attribute* attribute, Bv_1_1::String const& name);
+
+    /// Whether a value was read for a custom attribute of this name and type that does not exist yet.
+    /// @param typeKey the name of the attribute's class record
+    [[nodiscard]] bool isValueKept(Bv_1_1::String const& name, Bv_1_1::String const& typeKey) const;
 
     /// Removes all custom attributes and forgets what was kept for others. @return true
     bool rmAllCustomAttributes();
@@ -222,9 +227,10 @@ private:
     void attach(Attribute& attribute, Bv_1_1::String const& name);
     void detach(Attribute& attribute) noexcept;
     void copyCustomAttributes(CreateType type, AttrContainer const& source);
+    [[nodiscard]] Attribute* findCustom(Bv_1_1::String const& name, Bv_1_1::String const& typeKey) const;
     void applyKeptValue(Attribute& attribute);
     [[nodiscard]] Attribute*
-    findToRead(bool isCustom, Bv_1_1::String const& name, Bv_1_1::String const& typeKey);
+    findToRead(bool isCustom, Bv_1_1::String const& name, Bv_1_1::String const& typeKey) const;
 
     std::vector<StaticAttribute> statics_;             // by token
     std::unique_ptr<detail::CustomAttributes> custom_; // null as long as there are none

@@ -137,23 +137,18 @@ int AttrContainer::readField(std::istream* stream, ReadContextBase* context)
     return isCustom ? in.status() : in.unknownKeyword();
 }
 
-// Of several custom attributes with the same name and type, each is read once, in their order.
-Attribute* AttrContainer::findToRead(bool isCustom, String const& name, String const& typeKey)
+Attribute* AttrContainer::findToRead(bool isCustom, String const& name, String const& typeKey) const
 {
-    if (!isCustom) {
-        Attribute* const attribute = getAttribute(lookupToken(name));
-        return attribute != nullptr && typeKeyOf(*attribute) == typeKey ? attribute : nullptr;
+    if (isCustom) {
+        return findCustom(name, typeKey);
     }
-    if (custom_ == nullptr) {
-        return nullptr;
-    }
-    constexpr auto none = detail::CustomAttributes::none;
-    for (std::size_t place = custom_->find(name); place != none; place = custom_->next(place)) {
-        if (typeKeyOf(*custom_->at(place)) == typeKey && kept_->noteRead(place)) {
-            return custom_->at(place);
-        }
-    }
-    return nullptr;
+    Attribute* const attribute = getAttribute(lookupToken(name));
+    return attribute != nullptr && typeKeyOf(*attribute) == typeKey ? attribute : nullptr;
+}
+
+bool AttrContainer::isValueKept(String const& name, String const& typeKey) const
+{
+    return kept_ != nullptr && kept_->has(customKeyword, name.isNil() ? String::EMPTY : name, typeKey);
 }
 
 // The kept text is the block of a statement, so the attribute reads it like any other block.

@@ -4,7 +4,9 @@
 #include <roamscan/frame/bvbase/String.h>
 #include <roamscan/frame/formats/KeptText.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <optional>
 #include <unordered_map>
 #include <utility>
@@ -22,8 +24,7 @@ struct KeptStatement
     KeptText rest;
 };
 
-/// The unknown statements that a container has read, in the order of the text, and the indices of the
-/// attributes that this read has set.
+/// The unknown statements that a container has read, in the order of the text.
 class KeptValues
 {
 public:
@@ -34,26 +35,26 @@ public:
         statements_.emplace_back(std::move(statement));
     }
 
+    /// Whether there is a statement for an attribute with this keyword, name and type key.
+    [[nodiscard]] bool
+    has(Bv_1_1::String const& keyword, Bv_1_1::String const& name, Bv_1_1::String const& typeKey) const
+    {
+        return find(keyword, name, typeKey) != none;
+    }
+
     /// Removes the first statement for an attribute with this keyword, name and type key. Nothing if there is
     /// none.
     [[nodiscard]] std::optional<KeptText>
     take(Bv_1_1::String const& keyword, Bv_1_1::String const& name, Bv_1_1::String const& typeKey)
     {
-        auto const found = index_.find(name);
-        if (found == index_.end()) {
+        std::size_t const place = find(keyword, name, typeKey);
+        if (place == none) {
             return std::nullopt;
         }
-        auto& places = found->second;
-        for (auto place = places.begin(); place != places.end(); ++place) {
-            std::optional<KeptStatement>& statement = statements_[*place];
-            if (statement->keyword == keyword && statement->typeKey == typeKey) {
-                std::optional<KeptText> text(std::move(statement->rest));
-                statement.reset();
-                places.erase(place);
-                return text;
-            }
-        }
-        return std::nullopt;
+        std::optional<KeptText> text(std::move(statements_[place]->rest));
+        statements_[place].reset();
+        std::erase(index_[name], place);
+        return text;
     }
 
     /// Calls `call(KeptStatement const&)` for each statement, in order.
@@ -67,22 +68,26 @@ public:
         }
     }
 
-    /// Records that the custom attribute at an index has been read. @return false if it was already recorded
-    bool noteRead(std::size_t place)
+private:
+    static constexpr std::size_t none = std::numeric_limits<std::size_t>::max();
+
+    [[nodiscard]] std::size_t
+    find(Bv_1_1::String const& keyword, Bv_1_1::String const& name, Bv_1_1::String const& typeKey) const
     {
-        if (place >= read_.size()) {
-            read_.resize(place + 1);
+        auto const found = index_.find(name);
+        if (found == index_.end()) {
+            return none;
         }
-        bool const isFirst = !read_[place];
-        read_[place] = true;
-        return isFirst;
+        auto const isWanted = [&](std::size_t place) {
+            return statements_[place]->keyword == keyword && statements_[place]->typeKey == typeKey;
+        };
+        auto const place = std::find_if(found->second.begin(), found->second.end(), isWanted);
+        return place == found->second.end() ? none : *place;
     }
 
-private:
     std::vector<std::optional<KeptStatement>> statements_;
     std::unordered_map<Bv_1_1::String, std::vector<std::size_t>, StringHash>
         index_; // by the attribute's name
-    std::vector<bool> read_;
 };
 
 } // namespace oV::detail

@@ -1,0 +1,29 @@
+#include <roamscan/frame/bvbase/Module.h>
+#include <roamscan/frame/startup/EntryPoint.h>
+
+namespace oV::Roamscan
+{
+
+int entryPoint(ImageHandle image, EntryReason reason) noexcept
+{
+    try {
+        if (reason == EntryReason::ProcessAttach) {
+            return Bv_1_1::Module::library().internalInit(image) ? 1 : 0;
+        }
+        if (reason == EntryReason::ProcessDetach) {
+            Bv_1_1::Module::library().internalTerm();
+        }
+    } catch (...) { // no memory; the platform takes no exception here
+        return 0;
+    }
+    return 1;
+}
+
+} // namespace oV::Roamscan
+
+#if defined(_WIN32)
+extern "C" BOOL WINAPI DllMain(HINSTANCE image, DWORD reason, void* /*reserved*/)
+{
+    return oV::Roamscan::entryPoint(image, static_cast<oV::Roamscan::EntryReason>(reason));
+}
+#endif

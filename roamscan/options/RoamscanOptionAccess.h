@@ -1,0 +1,137 @@
+#pragma once
+
+#include <roamscan/frame/attributes/Attr.h>
+#include <roamscan/frame/attributes/Attribute.h>
+#include <roamscan/frame/attributes/CustAttr.h>
+#include <roamscan/frame/bvbase/CriticalSection.h>
+#include <roamscan/frame/bvbase/SmartPtr.h>
+#include <roamscan/frame/bvbase/String.h>
+#include <roamscan/frame/bvbase/oVClass.h>
+#include <roamscan/options/RoamscanOptions.h>
+#include <roamscan/options/RoamscanOptionsCont.h>
+
+#include <type_traits>
+
+namespace oV::Roamscan
+{
+
+/// The types that an option can have.
+template <typename T>
+inline constexpr bool isOptionType = std::is_same_v<T, bool> || std::is_same_v<T, int> ||
+                                     std::is_same_v<T, double> || std::is_same_v<T, Bv_1_1::String>;
+
+namespace detail
+{
+
+/// The live container and its lock, for the functions below.
+class LiveOptions
+{
+public:
+    [[nodiscard]] static Bv_1_1::CriticalSection& lock() noexcept { return RoamscanOptions::lock; }
+
+    /// The container, or null if the options are not up.
+    [[nodiscard]] static Bv_1_1::SmartPtr<RoamscanOptionsCont> container()
+    {
+        return RoamscanOptions::available() ? RoamscanOptions::the()->m_opts : nullptr;
+    }
+};
+
+/// The first attribute of a name, of any type, or null.
+[[nodiscard]] inline Attribute* findOption(RoamscanOptionsCont& options, Bv_1_1::String const& name)
+{
+    if (Attribute* const attribute = options.getAttribute(options.getAttrToken(name))) {
+        return attribute;
+    }
+    Observer* const observer = options.inqObserver(name);
+    bool const isAttribute =
+        observer != nullptr && observer->getClassType()->isDerivedFrom(Attribute::Class());
+    return isAttribute ? static_cast<Attribute*>(observer) : nullptr;
+}
+
+/// The attribute as one of type `T`; null if it is null or of another type.
+template <typename T>
+[[nodiscard]] Attr<T>* asAttributeOf(Attribute* attribute)
+{
+    bool const isOfType = attribute != nullptr && attribute->getClassType()->isDerivedFrom(Attr<T>::Class());
+    return isOfType ? static_cast<Attr<T>*>(attribute) : nullptr;
+}
+
+} // namespace detail
+
+/// The value of an option. An option that does not exist is created with `fallback` as its value.
+///
+/// Safe on any thread; it holds the lock of the options for the whole call.
+/// @tparam T `bool`, `int`, `double` or `Bv_1_1::String`
+/// @param name     any text
+/// @param fallback the result if there is no such option of this type, and if the options are not up: then
+///                 nothing is created
+/// @param weak     whether a new option only states a default (the weak-value mark), which
+///                 RoamscanOptionsJsonMerger may replace. An existing option keeps its mark
+/// @param isWeak   unless null, receives whether the option has the mark; true for a new option. Not touched
+/// if
+///                 the options are not up
+/// @note An option of the same name and another type counts as absent.
+template <typename T>
+[[nodiscard]] T
+getOption(Bv_1_1::String const& name, T const& fallback, bool weak = false, bool* isWeak = nullptr)
+{
+    static_assert(isOptionType<T>, "an option is a bool, an int, a double or a Bv_1_1::String");
+    Bv_1_1::CriticalSection::Access const access(detail::LiveOptions::lock());
+    Bv_1_1::SmartPtr<RoamscanOptionsCont> const options = detail::LiveOptions::container();
+    if (!options) {
+        return fallback;
+    }
+    if (Attr<T> const* const attribute = detail::asAttributeOf<T>(detail::findOption(*options, name))) {
+        if (isWeak != nullptr) {
+            *isWeak = attribute->hasFlag(Attribute::weakValueFlag);
+        }
+        return attribute->getValue();
+    }
+    // A value that was loaded before the option existed was saved on purpose, so it counts as an existing
+    // option.
+    bool const wasLoaded = options->isValueKept(name, Attr<T>::Class()->name());
+    Bv_1_1::SmartPtr<CustAttr<T>> const attribute(
+        new CustAttr<T>(Bv_1_1::BaseNode::CreateType::Fresh, nullptr));
+    attribute->setFlag(Attribute::weakValueFlag, weak && !wasLoaded);
+    attribute->assignFrom(fallback, nullptr, nullptr);
+    options->addAttribute(attribute.get(), name);
+    if (isWeak != nullptr) {
+        *isWeak = !wasLoaded; // true for an option that was just created, with the mark or without; kept so
+    }
+    return wasLoaded ? attribute->getValue() : fallback;
+}
+
+/// Sets an option, which is created without the weak-value mark if it does not exist. An existing option
+/// keeps its mark, and its observers may refuse the value.
+///
+/// Safe on any thread; it holds the lock of the options for the whole call, in which the observers are
+/// called.
+/// @tparam T `bool`, `int`, `double` or `Bv_1_1::String`
+/// @return the value that the option has afterwards; `value` if the options are not up
+/// @warning If an option of this name has another type, that option takes the value as text, and the result
+/// is what getOption() gives for this type.
+template <typename T>
+T setOption(Bv_1_1::String const& name, T const& value)
+{
+    static_assert(isOptionType<T>, "an option is a bool, an int, a double or a Bv_1_1::String");
+    Bv_1_1::CriticalSection::Access const access(detail::LiveOptions::lock());
+    Bv_1_1::SmartPtr<RoamscanOptionsCont> const options = detail::LiveOptions::container();
+    if (!options) {
+        return value;
+    }
+    (void)getOption<T>(name, value, false, nullptr);
+    Attribute* const found = detail::findOption(*options, name);
+    if (Attr<T>* const attribute = detail::asAttributeOf<T>(found)) {
+        attribute->assignFrom(value, nullptr, nullptr);
+    } else if (found != nullptr) {
+        Bv_1_1::String text;
+        Bv_1_1::SmartPtr<CustAttr<T>> const asText(
+            new CustAttr<T>(Bv_1_1::BaseNode::CreateType::Fresh, nullptr));
+        asText->assignFrom(value, nullptr, nullptr);
+        asText->getValueString(text);
+        found->assignFromString(text, nullptr, nullptr);
+    }
+    return getOption<T>(name, value, false, nullptr);
+}
+
+} // namespace oV::Roamscan
