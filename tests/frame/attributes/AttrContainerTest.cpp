@@ -299,7 +299,20 @@ TEST(AttrContainer, AddAttributeRefusesNullAndWhatAContainerHas)
     EXPECT_EQ(other->getNumAttributes(), 1U);
 }
 
-TEST(AttrContainer, ASecondAttributeOfTheSameNameIsAddedTooAndFoundSecond)
+TEST(AttrContainer, ASecondAttributeOfTheSameNameAndTypeIsRefusedAndDestroyed)
+{
+    auto const container = initialised();
+    Attribute* const first = add(*container, L"X", 1);
+    EXPECT_FALSE(container->addAttribute(new oV::CustAttr<int>(CreateType::Fresh, nullptr), L"X"));
+    Bv_1_1::SmartPtr<Attribute> const held(new oV::CustAttr<int>(CreateType::Fresh, nullptr));
+    EXPECT_FALSE(container->addAttribute(held.get(), L"X"));
+    EXPECT_EQ(held->referenceCount(), 1U);
+    EXPECT_TRUE(held->getName().isNil());
+    EXPECT_EQ(container->getNumAttributes(), 2U);
+    EXPECT_EQ(container->getAttribute(container->getAttrToken(L"X")), first);
+}
+
+TEST(AttrContainer, ASecondAttributeOfTheSameNameAndAnotherTypeIsFoundSecond)
 {
     auto const container = initialised();
     Attribute* const first = add(*container, L"X", 1);
