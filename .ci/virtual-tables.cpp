@@ -14,6 +14,8 @@
 #include <roamscan/frame/scene/Sphere.h>
 #include <roamscan/frame/scene/Transform.h>
 #include <roamscan/geometry/IRoamscanData.h>
+#include <roamscan/options/RoamscanOptions.h>
+#include <roamscan/options/RoamscanOptionsCont.h>
 #include <roamscan/trajectory/InterpolatedTrajectoryPathBuilder.h>
 
 template <typename Class>
@@ -35,6 +37,9 @@ template void layOut(oV::Roamscan::IOCodeException*);
 template void layOut(oV::Models*);
 
 template void layOut(oV::Observer*);
+
+template void layOut(oV::Roamscan::RoamscanOptionsCont*);
+template void layOut(oV::Roamscan::RoamscanOptions*);
 
 template void layOut(oV::Object*);
 template void layOut(oV::Transform*);

@@ -21,12 +21,14 @@ install(
     EXPORT RoamscanDataStructuresTargets
     NAMESPACE RoamscanDataStructures::
     DESTINATION "${packageDir}")
-# The component Imagery. Only this component needs nlohmann::json and OpenCV.
-install(TARGETS RoamscanImagery EXPORT RoamscanImageryTargets)
-install(
-    EXPORT RoamscanImageryTargets
-    NAMESPACE RoamscanDataStructures::
-    DESTINATION "${packageDir}")
+# The components. Json needs nlohmann::json, Imagery also needs OpenCV.
+foreach(component IN ITEMS Json Imagery)
+    install(TARGETS Roamscan${component} EXPORT Roamscan${component}Targets)
+    install(
+        EXPORT Roamscan${component}Targets
+        NAMESPACE RoamscanDataStructures::
+        DESTINATION "${packageDir}")
+endforeach()
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/RoamscanDataStructuresConfig.cmake.in"
                               "${PROJECT_BINARY_DIR}/RoamscanDataStructuresConfig.cmake" INSTALL_DESTINATION "${packageDir}")
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/RoamscanDataStructuresConfigVersion.cmake"

@@ -270,8 +270,9 @@ TEST_P(ContainerReading, AKeptValueIsGivenOnce)
 {
     auto const container = initialised();
     EXPECT_EQ(readInto(*container, text(), GetParam()), 0);
+    EXPECT_TRUE(container->isValueKept(L"ShowWindow", L"Attr<bool>"));
     EXPECT_EQ(add(*container, L"ShowWindow", false)->getValue(), true);
-    EXPECT_EQ(add(*container, L"ShowWindow", false)->getValue(), false);
+    EXPECT_FALSE(container->isValueKept(L"ShowWindow", L"Attr<bool>"));
 }
 
 TEST_P(ContainerReading, AKeptValueIsForItsTypeOnly)

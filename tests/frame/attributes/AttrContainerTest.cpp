@@ -409,7 +409,7 @@ TEST(AttrContainer, AnObserverMayUseTheContainerWhileItsAttributesGo)
         void informDelete(Observer*) noexcept override
         {
             numbers.push_back(container_.getNumAttributes());
-            add(container_, L"New", 1);
+            add(container_, numbers.size() == 1 ? L"New" : L"Newer", 1);
         }
         std::vector<unsigned int> numbers;
 
