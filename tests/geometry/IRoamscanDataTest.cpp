@@ -126,7 +126,7 @@ TEST(IRoamscanData, PlacesAPointByThePoseAtItsTime)
     EXPECT_EQ(data.pointCalls, 1);
 }
 
-TEST(IRoamscanData, HandsIndicesAndParametersOnUnchanged)
+TEST(IRoamscanData, PassesOnIndicesAndParametersUnchanged)
 {
     OnePoint data;
     data.time = 150000000;

@@ -70,7 +70,7 @@ protected:
 
 // Announcement and report
 
-TEST_F(Change, IsAnnouncedStoredAndReported)
+TEST_F(Change, NotifiesBeforeStoresAndNotifiesAfter)
 {
     watcher->watch(*attribute);
     Calls seen;
@@ -96,13 +96,13 @@ TEST_F(Change, IsReportedAlsoWhenTheValueIsTheSame)
     EXPECT_EQ(watcher->calls, (Calls{"toChange", "changed"}));
 }
 
-TEST_F(Change, IsNotAnnouncedWithoutExtraParameters)
+TEST_F(Change, DoesNotNotifyBeforeWithoutExtraParameters)
 {
     EXPECT_TRUE(attribute->assignFrom(2, nullptr, nullptr));
     EXPECT_EQ(attribute->parEx(), nullptr);
 }
 
-TEST_F(Change, IsNotAnnouncedWhenTheSecondListIsEmpty)
+TEST_F(Change, DoesNotNotifyBeforeWhenTheSecondListIsEmpty)
 {
     attribute->addObserver(watcher.get(), Notice::Changed);
     attribute->parEx()->flags |= 4;
@@ -111,7 +111,7 @@ TEST_F(Change, IsNotAnnouncedWhenTheSecondListIsEmpty)
     EXPECT_EQ(watcher->calls, Calls{"changed"});
 }
 
-TEST_F(Change, IsNotAnnouncedWhenTheFlagIsClear)
+TEST_F(Change, DoesNotNotifyBeforeWhenTheFlagIsClear)
 {
     watcher->watch(*attribute);
     attribute->parEx()->flags &= ~4U;
@@ -121,7 +121,7 @@ TEST_F(Change, IsNotAnnouncedWhenTheFlagIsClear)
     EXPECT_EQ(attribute->getValue(), 2);
 }
 
-TEST_F(Change, CanBeRefused)
+TEST_F(Change, CanBeVetoed)
 {
     watcher->watch(*attribute);
     watcher->whenToChange = refuse;
@@ -133,11 +133,11 @@ TEST_F(Change, CanBeRefused)
     EXPECT_TRUE(attribute->assignFrom(2, nullptr, nullptr));
 }
 
-TEST_F(Change, ARefusalLeftLongBeforeIsGoneAfterAReport)
+TEST_F(Change, AnEarlierVetoIsRemovedByATouch)
 {
     watcher->watch(*attribute);
     watcher->whenToChange = refuse;
-    attribute->assignSilently(2, nullptr, nullptr); // no observer looks up the record
+    attribute->assignSilently(2, nullptr, nullptr); // ignores the veto
     EXPECT_EQ(recordsOf(*attribute), 0U);
     watcher->whenToChange = nullptr;
     EXPECT_TRUE(attribute->assignFrom(3, nullptr, nullptr));
@@ -163,7 +163,7 @@ TEST_F(Change, AnObserverThatThrowsAfterItLeavesTheNewValueAndNoRecord)
     EXPECT_EQ(recordsOf(*attribute), 0U);
 }
 
-TEST_F(Change, TheLastReferenceMayGoWhileItIsAnnounced)
+TEST_F(Change, TheLastReferenceMayBeRemovedDuringTheNotificationBefore)
 {
     watcher->watch(*attribute);
     watcher->whenToChange = [&](Observer&) { attribute.reset(); };
@@ -183,7 +183,7 @@ TEST_F(Change, AnObserverMayChangeTheAttributeAgain)
     EXPECT_EQ(watcher->calls.size(), 2U);
 }
 
-TEST_F(Change, SilentAssignmentIsAnnouncedAndReportedButCannotBeRefused)
+TEST_F(Change, SilentAssignmentNotifiesBeforeAndAfterButCannotBeVetoed)
 {
     watcher->watch(*attribute);
     watcher->whenToChange = [&](Observer& subject) {
@@ -197,7 +197,7 @@ TEST_F(Change, SilentAssignmentIsAnnouncedAndReportedButCannotBeRefused)
     EXPECT_EQ(watcher->lastOriginator, originator.get());
 }
 
-TEST_F(Change, AssignmentFromTextIsAnnouncedAndReportedButCannotBeRefused)
+TEST_F(Change, AssignmentFromTextNotifiesBeforeAndAfterButCannotBeVetoed)
 {
     watcher->watch(*attribute);
     watcher->whenToChange = [&](Observer& subject) {
@@ -209,7 +209,7 @@ TEST_F(Change, AssignmentFromTextIsAnnouncedAndReportedButCannotBeRefused)
     EXPECT_EQ(watcher->calls, (Calls{"toChange", "changed"}));
 }
 
-TEST_F(Change, TheTextMayGoWhileItIsAnnounced)
+TEST_F(Change, TheTextMayBeDestroyedDuringTheNotificationBefore)
 {
     watcher->watch(*attribute);
     auto text = std::make_unique<String>(L"2");
@@ -218,7 +218,7 @@ TEST_F(Change, TheTextMayGoWhileItIsAnnounced)
     EXPECT_EQ(attribute->getValue(), 2);
 }
 
-TEST_F(Change, AssignAttrIsNeitherAnnouncedNorReported)
+TEST_F(Change, AssignAttrDoesNotNotify)
 {
     watcher->watch(*attribute);
     attribute->assignAttr(*number(5));
@@ -235,7 +235,7 @@ TEST_F(Change, ACopyHasNoObservers)
 
 // Switched-off notification
 
-TEST_F(Change, NothingIsAnnouncedOrReportedWhileObservingIsBlocked)
+TEST_F(Change, DoesNotNotifyWhileNotificationIsBlocked)
 {
     watcher->watch(*attribute);
     watcher->whenToChange = refuse;
@@ -292,7 +292,7 @@ TEST_F(Modified, ListenersHearOfADifferentValueBeforeItIsStored)
     EXPECT_EQ(listener->values.size(), 1U);
 }
 
-TEST_F(Modified, ListenersDoNotHearOfAnAttributeWithTheSilentFlag)
+TEST_F(Modified, ListenersAreNotCalledForAnAttributeWithTheSilentFlag)
 {
     attribute->setFlag(4, true);
     attribute->assignFrom(2, nullptr, nullptr);
@@ -303,7 +303,7 @@ TEST_F(Modified, ListenersDoNotHearOfAnAttributeWithTheSilentFlag)
     EXPECT_EQ(listener->values, std::vector<int>{2});
 }
 
-TEST_F(Modified, ListenersDoNotHearOfARefusedOrSilentChange)
+TEST_F(Modified, ListenersAreNotCalledForAVetoedOrSilentChange)
 {
     watcher->watch(*attribute);
     watcher->whenToChange = refuse;
@@ -436,7 +436,7 @@ TEST_F(CachedPath, AssignFromResolvesThePendingValue)
     expectResolved();
 }
 
-TEST_F(CachedPath, ARefusedAssignmentRemovesTheRecordsAndKeepsTheOwnValue)
+TEST_F(CachedPath, AVetoedAssignmentRemovesTheRecordsAndKeepsTheOwnValue)
 {
     watcher->watch(*attribute);
     watcher->whenToChange = refuse;
@@ -471,7 +471,7 @@ TEST_F(CachedPath, WithoutTheFlagAssignFromLeavesTheRecord)
     EXPECT_EQ(attribute->lookupNotifyInfo(CachedAttributeInfo::Class()), record.get());
 }
 
-TEST_F(CachedPath, OffThePathAssignFromLeavesThePendingValue)
+TEST_F(CachedPath, OutsideThePathAssignFromKeepsThePendingValue)
 {
     ThreadLocalStorage::the().getData()->cachedPathCount = 0;
     EXPECT_TRUE(attribute->assignFrom(2, nullptr, nullptr));
@@ -481,7 +481,7 @@ TEST_F(CachedPath, OffThePathAssignFromLeavesThePendingValue)
     EXPECT_EQ(attribute->getValue(), 2);
 }
 
-TEST_F(CachedPath, TouchTakesOverThePendingValue)
+TEST_F(CachedPath, TouchAssignsThePendingValue)
 {
     watcher->watch(*attribute);
     attribute->touch(originator.get(), nullptr);
@@ -501,7 +501,7 @@ TEST_F(CachedPath, WhileObservingIsBlockedTouchReportsNothing)
     expectResolved();
 }
 
-TEST_F(CachedPath, OffThePathTouchLeavesThePendingValue)
+TEST_F(CachedPath, OutsideThePathTouchKeepsThePendingValue)
 {
     ThreadLocalStorage::the().getData()->cachedPathCount = 0;
     attribute->touch(nullptr, nullptr);
@@ -517,7 +517,7 @@ TEST_F(CachedPath, AssignFromStringDropsThePendingValue)
     expectResolved();
 }
 
-TEST_F(CachedPath, AssignSilentlyIsOvertakenByThePendingValue)
+TEST_F(CachedPath, ThePendingValueReplacesASilentlyAssignedOne)
 {
     attribute->assignSilently(2, nullptr, nullptr); // stores, then touch() assigns the pending value
     EXPECT_EQ(attribute->getValue(), 10);

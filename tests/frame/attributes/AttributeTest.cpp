@@ -241,7 +241,7 @@ TEST(AttributeMemory, ADuplicateOfAnAttributeInABlockIsOnTheHeap)
     EXPECT_FALSE(asCustom->isInBlock());
 }
 
-TEST(AttributeMemory, AttributesThatGoWhileAnotherGoesAreFreedAsTheirOwnMarksSay)
+TEST(AttributeMemory, AttributesDestroyedByTheDestructionOfAnotherAreFreedByTheirOwnFlags)
 {
     alignas(std::max_align_t) std::array<std::byte, sizeof(Attr<int>)> place{};
     // Each of the two destroys the other kind when its subject is destroyed.

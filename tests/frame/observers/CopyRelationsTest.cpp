@@ -41,7 +41,7 @@ SmartPtr<Node> node()
     return SmartPtr<Node>(new Node);
 }
 
-TEST(ObserverRelationTable, GoesFromSourceToCopyAndBack)
+TEST(ObserverRelationTable, FindsCopiesBySourceAndSourcesByCopy)
 {
     auto const source = node();
     auto const copy = node();
@@ -120,7 +120,7 @@ TEST(SrcToCopyTable, EachThreadHasItsOwnOperation)
     std::thread([] { EXPECT_EQ(Observer::srcToCopyTable(), nullptr); }).join();
 }
 
-TEST(SrcToCopyTable, AnObjectThatGoesLeavesTheTable)
+TEST(SrcToCopyTable, ADestroyedObjectIsRemovedFromTheTable)
 {
     PreserveObserverRelation const operation;
     auto const source = node();

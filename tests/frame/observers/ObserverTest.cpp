@@ -248,7 +248,7 @@ TEST_F(Notification, AnObserverMayRemoveAnother)
     EXPECT_EQ(subject->parEx()->changed.size(), 1U);
 }
 
-TEST_F(Notification, AnObserverAddedDuringANotificationHearsOfTheNextOne)
+TEST_F(Notification, AnObserverAddedDuringANotificationIsNotNotifiedByIt)
 {
     subject->addObserver(a.get());
     a->action = [&] {
@@ -292,7 +292,7 @@ TEST_F(Notification, ANotificationWithinANotificationRunsInFull)
     EXPECT_EQ(subject->parEx()->changed.size(), 1U);
 }
 
-TEST_F(Notification, WhatAnObserverThrowsPassesThroughAndLeavesTheListSound)
+TEST_F(Notification, AnExceptionOfAnObserverPassesThroughAndLeavesTheListValid)
 {
     for (auto* const watcher : {a.get(), b.get(), c.get()}) {
         subject->addObserver(watcher);
@@ -351,7 +351,7 @@ TEST_F(Notification, ANodeWithoutAReferenceIsNotDestroyedByItsNotification)
     EXPECT_EQ(calls, Calls{"a changed"});
 }
 
-TEST_F(Notification, ObserversAreInformedOnceWhenTheSubjectGoes)
+TEST_F(Notification, ObserversAreNotifiedOnceWhenTheSubjectIsDestroyed)
 {
     Observer* const address = subject.get();
     subject->addObserver(a.get(), Notice::Changed);
@@ -365,7 +365,7 @@ TEST_F(Notification, ObserversAreInformedOnceWhenTheSubjectGoes)
     EXPECT_TRUE(calls.empty());
 }
 
-TEST_F(Notification, AnObserverThatGoesLeavesAllLists)
+TEST_F(Notification, ADestroyedObserverIsRemovedFromAllLists)
 {
     SmartPtr<Subject> const second(new Subject);
     subject->addObserver(a.get(), Notice::Changed);
@@ -379,7 +379,7 @@ TEST_F(Notification, AnObserverThatGoesLeavesAllLists)
     EXPECT_TRUE(calls.empty());
 }
 
-TEST_F(Notification, ObserversMayDropEachOtherWhileTheSubjectGoes)
+TEST_F(Notification, ObserversMayReleaseEachOtherWhileTheSubjectIsDestroyed)
 {
     subject->addObserver(a.get());
     subject->addObserver(b.get());
@@ -401,7 +401,7 @@ TEST_F(Notification, AnObserverMayObserveItself)
     a.reset();
 }
 
-TEST_F(Notification, RelationsDoNotKeepAnybodyAlive)
+TEST_F(Notification, RelationsDoNotOwnObjects)
 {
     subject->addObserver(a.get());
     a->addObserver(subject.get());
@@ -480,7 +480,7 @@ TEST(NotifyInfos, RemovingAllButAClassKeepsTheOrder)
     EXPECT_EQ(other->referenceCount(), 1U);
 }
 
-TEST(NotifyInfos, TheRecordOfARefusalHasAClassOfItsOwn)
+TEST(NotifyInfos, TheRecordOfAVetoHasItsOwnClass)
 {
     EXPECT_EQ(std::wstring(InfoFailed::Class()->name()), L"InfoFailed");
     EXPECT_EQ(InfoFailed::Class()->parent(), ObserverInfo::Class());

@@ -50,7 +50,7 @@ TEST(Line, HasItsNameAsTheOnlyAttribute)
     EXPECT_TRUE(std::holds_alternative<std::monostate>(line->attribute(7)));
 }
 
-TEST(Line, InitTakesOverAllOfAnotherLine)
+TEST(Line, InitCopiesAnotherLine)
 {
     SmartPtr<Line> const source(new Line(CreateType::Fresh, nullptr));
     source->setName(L"walk", 0);

@@ -55,7 +55,7 @@ private:
 
 } // namespace
 
-TEST_F(ObjectReleaseTest, ADeepChainGoesAwayWithoutRecursion)
+TEST_F(ObjectReleaseTest, ADeepChainIsDestroyedWithoutRecursion)
 {
     SmartPtr<Object> top(new Counted);
     Object* bottom = top.get();
@@ -69,7 +69,7 @@ TEST_F(ObjectReleaseTest, ADeepChainGoesAwayWithoutRecursion)
     EXPECT_EQ(Counted::alive, 0);
 }
 
-TEST_F(ObjectReleaseTest, AChainBuiltFromTheBottomGoesAwayWithoutRecursion)
+TEST_F(ObjectReleaseTest, AChainBuiltFromTheBottomIsDestroyedWithoutRecursion)
 {
     SmartPtr<Object> top(new Counted);
     for (int i = 1; i < 100'000; ++i) {
@@ -81,7 +81,7 @@ TEST_F(ObjectReleaseTest, AChainBuiltFromTheBottomGoesAwayWithoutRecursion)
     EXPECT_EQ(Counted::alive, 0);
 }
 
-TEST_F(ObjectReleaseTest, AWideSceneGoesAwayInOrder)
+TEST_F(ObjectReleaseTest, AWideSceneIsDestroyedInOrder)
 {
     SmartPtr<Object> top(new Counted(1));
     top->addChild(new Counted(2), 48);

@@ -139,7 +139,7 @@ TEST(Object, AChildThatOutlivesItsParentCanBeAddedElsewhere)
     EXPECT_EQ(line->parent(), second.get());
 }
 
-TEST(Object, InitTakesOverTheNameOfTheSourceButNotItsChildren)
+TEST(Object, InitCopiesTheNameOfTheSourceButNotItsChildren)
 {
     auto const source = make<Transform>();
     auto const line = make<Line>();

@@ -58,7 +58,7 @@ TEST(Sphere, HasAnAttributeForItsNameAndNoOthers)
     }
 }
 
-TEST(Sphere, InitTakesOverAllOfAnotherSphere)
+TEST(Sphere, InitCopiesAnotherSphere)
 {
     auto const source = makeSphere();
     Vec3d<double> const position{1.0, 2.0, 3.0};
