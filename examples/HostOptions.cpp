@@ -1,5 +1,5 @@
 /// @file
-/// A host brings the options up at its start from those of the last session, and saves them at its end.
+/// A host creates the options at its start, reads those of the last session, and saves them at its end.
 
 #include <roamscan/frame/bvbase/SmartPtr.h>
 #include <roamscan/frame/bvbase/String.h>
@@ -57,7 +57,7 @@ bool save(RoamscanOptionsCont& options)
     return options.writeTo(&file, &context) == oV::StatusCode::ok && file.flush().good();
 }
 
-// What stands in for the work of the host and its plug-ins.
+// Simulates the work of the host and its plug-ins.
 void work()
 {
     setOption<bool>(L"ShowDebug2DWindow", true);
@@ -71,7 +71,7 @@ int main()
     bringUp();
     work();
     {
-        auto const access = RoamscanOptions::getLock(); // getOpts() gives the container only under the lock
+        auto const access = RoamscanOptions::getLock(); // getOpts() returns null without the lock
         auto const options = RoamscanOptions::getOpts();
         if (!options || !save(*options)) {
             std::printf("the options cannot be saved\n");

@@ -47,7 +47,7 @@ nlohmann::json settings()
 
 int main()
 {
-    // Without a host there are no options, and each read gives the default.
+    // Without a host there are no options, and each read returns the default.
     std::printf("without a host: %d threads\n", getOption<int>(L"Denoise.threads", 4));
     startHost();
 
@@ -56,7 +56,7 @@ int main()
     auto const title = getOption<String>(L"Denoise.title", L"Denoise points");
     std::printf("%s: %d threads\n", title.stringAnsi(), threads);
 
-    // A value that is set stays: later reads give it instead of their default.
+    // After an option is set, reads return its value instead of the default.
     setOption<int>(L"Denoise.threads", 8);
     std::printf("now %d threads\n", getOption<int>(L"Denoise.threads", 4));
 

@@ -23,7 +23,7 @@ inline constexpr bool isOptionType = std::is_same_v<T, bool> || std::is_same_v<T
 namespace detail
 {
 
-/// The live container and its lock, for the functions below.
+/// Access to the live container and its lock, for the functions below.
 class LiveOptions
 {
 public:
@@ -36,7 +36,7 @@ public:
     }
 };
 
-/// The first attribute of a name, of any type, or null.
+/// The first attribute with this name, of any type, or null.
 [[nodiscard]] inline Attribute* findOption(RoamscanOptionsCont& options, Bv_1_1::String const& name)
 {
     if (Attribute* const attribute = options.getAttribute(options.getAttrToken(name))) {
@@ -48,7 +48,7 @@ public:
     return isAttribute ? static_cast<Attribute*>(observer) : nullptr;
 }
 
-/// The attribute as one of type `T`; null if it is null or of another type.
+/// Casts an attribute to one with values of type `T`; null if it is null or of another type.
 template <typename T>
 [[nodiscard]] Attr<T>* asAttributeOf(Attribute* attribute)
 {
@@ -58,19 +58,20 @@ template <typename T>
 
 } // namespace detail
 
-/// The value of an option. An option that does not exist is created with `fallback` as its value.
+/// The value of an option. An option that does not exist is created with the value `fallback`, or with its
+/// saved value if one was read before. Before RoamscanOptionsHost::setup(), the result is `fallback` and
+/// nothing is created.
 ///
-/// Safe on any thread; it holds the lock of the options for the whole call.
+/// Thread-safe: holds the lock of the options during the whole call.
 /// @tparam T `bool`, `int`, `double` or `Bv_1_1::String`
-/// @param name     any text
-/// @param fallback the result if there is no such option of this type, and if the options are not up: then
-///                 nothing is created
-/// @param weak     whether a new option only states a default (the weak-value mark), which
-///                 RoamscanOptionsJsonMerger may replace. An existing option keeps its mark
-/// @param isWeak   unless null, receives whether the option has the mark; true for a new option. Not touched
-/// if
-///                 the options are not up
-/// @note An option of the same name and another type counts as absent.
+/// @param name any text
+/// @param fallback the result if there is neither an option of this name and type nor a saved value
+/// @param weak whether a new option is marked as weak: its value is only a default, which
+///     RoamscanOptionsJsonMerger may replace. The mark of an existing option or of a saved value does not
+///     change.
+/// @param[out] isWeak if not null, receives whether the option is weak; always true if the option was created
+///     with `fallback`. Unchanged before RoamscanOptionsHost::setup().
+/// @note An option of the same name and another type is ignored.
 template <typename T>
 [[nodiscard]] T
 getOption(Bv_1_1::String const& name, T const& fallback, bool weak = false, bool* isWeak = nullptr)
@@ -101,15 +102,17 @@ getOption(Bv_1_1::String const& name, T const& fallback, bool weak = false, bool
     return wasLoaded ? attribute->getValue() : fallback;
 }
 
-/// Sets an option, which is created without the weak-value mark if it does not exist. An existing option
-/// keeps its mark, and its observers may refuse the value.
+/// Sets an option. Creates it, not weak, if it does not exist. Observers of an existing option may veto the
+/// change.
 ///
-/// Safe on any thread; it holds the lock of the options for the whole call, in which the observers are
-/// called.
+/// Thread-safe: holds the lock of the options during the whole call, including the notification of observers.
 /// @tparam T `bool`, `int`, `double` or `Bv_1_1::String`
-/// @return the value that the option has afterwards; `value` if the options are not up
-/// @warning If an option of this name has another type, that option takes the value as text, and the result
-/// is what getOption() gives for this type.
+/// @param name any text
+/// @param value the new value
+/// @return the value of the option afterwards; `value` before RoamscanOptionsHost::setup()
+/// @note An existing option that is weak stays weak.
+/// @warning If the first option of this name has another type, the value is assigned to it as text. The
+///     result is then that of getOption() for the type `T`.
 template <typename T>
 T setOption(Bv_1_1::String const& name, T const& value)
 {

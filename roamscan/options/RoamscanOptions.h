@@ -19,11 +19,11 @@ namespace detail
 class LiveOptions;
 } // namespace detail
 
-/// The one process-wide entry to the options: the live container and the lock that guards every access to it.
+/// The singleton of the options of the process: the live container, and the lock that guards it.
 ///
-/// The singleton is absent until the host brings it up (RoamscanOptionsHost). Plug-ins read and write single
-/// options with getOption() and setOption(), which work before that, too: they then give the caller's
-/// fallback. For work on the container itself, hold the lock:
+/// The host creates the singleton by RoamscanOptionsHost::setup(). Plug-ins read and write options with
+/// getOption() and setOption(). Before the singleton exists, these return the caller's fallback. To use the
+/// container itself, hold the lock:
 /// @code
 /// auto const access = RoamscanOptions::getLock();
 /// if (auto const options = RoamscanOptions::getOpts()) {
@@ -31,14 +31,14 @@ class LiveOptions;
 /// }
 /// @endcode
 ///
-/// All static operations may be called on any thread. The lock is recursive, so an observer that runs during
-/// a change may read and write options on the same thread. Lock order: this lock first, then the container's
-/// own.
+/// Thread safety: all static operations are thread-safe. The lock is recursive, so an observer that is
+/// notified of a change may read and write options on the same thread. Lock order: this lock before the lock
+/// of the container's lists.
 class ROAMSCAN_EXPORT RoamscanOptions : public Bv_1_1::BaseNode
 {
 public:
     /// Shares the container of `other`.
-    /// @note A move does the same: the source keeps its container.
+    /// @note Moving copies: `other` keeps its container.
     RoamscanOptions(RoamscanOptions const& other) noexcept;
     /// @overload
     RoamscanOptions(RoamscanOptions&& other) noexcept; // NOLINT(performance-move-constructor-init)
@@ -46,23 +46,23 @@ public:
     RoamscanOptions& operator=(RoamscanOptions&&) = delete;
     ~RoamscanOptions() override;
 
-    /// The record of this class. Its create() makes no instance and returns null.
+    /// The record of this class. Its create() returns null.
     [[nodiscard]] static Bv_1_1::oVClass const* Class();
 
     [[nodiscard]] Bv_1_1::oVClass const* getClassType() const override;
 
-    /// Waits for the lock and holds it for the life of the result.
-    /// @return the guard; null, with the lock not taken, if there is no memory for it
+    /// Blocks until this thread holds the lock. The result holds it until it is destroyed.
+    /// @return a scope guard; null, without the lock, if it cannot be allocated
     [[nodiscard]] static std::unique_ptr<Bv_1_1::CriticalSection::Access> getLock();
 
-    /// The container, for a thread that holds the lock by getLock().
-    /// @return null if the calling thread does not hold the lock, or if there is no singleton. Never waits.
+    /// The container, for a thread that holds the lock. Never blocks.
+    /// @return null if the calling thread does not hold the lock by getLock(), or if there is no singleton
     [[nodiscard]] static Bv_1_1::SmartPtr<RoamscanOptionsCont> getOpts();
 
-    /// Removes all options and creates the two of the library, "Calculate3DTrajectory" (true) and
-    /// "ShowDebug2DWindow" (false), anew. Does nothing while there is no singleton.
-    /// @note The container's two lists of names and types are empty afterwards: they do not name the two
-    /// options until RoamscanOptionsCont::updateToCurrentOptions() is called.
+    /// Removes all options, then creates the library's two options with their defaults:
+    /// "Calculate3DTrajectory" (true) and "ShowDebug2DWindow" (false). Does nothing if there is no singleton.
+    /// @note The container's lists of names and types are empty afterwards. Call
+    ///     RoamscanOptionsCont::updateToCurrentOptions() to add the two options.
     static void cleanUp();
 
     /// Does nothing; the class has no statics to set up.
@@ -75,12 +75,12 @@ private:
     friend class RoamscanOptionsHost;
     friend class detail::LiveOptions;
 
-    /// Takes a reference on the container. Does not become the singleton by itself.
+    /// Takes a reference to the container. Does not set the singleton.
     /// @throws oV::InternalErrorException if there is a singleton
     explicit RoamscanOptions(RoamscanOptionsCont* options);
 
-    /// Makes the singleton. A failure leaves the one that exists in place.
-    /// @throws oV::InternalErrorException if there is one
+    /// Creates the singleton.
+    /// @throws oV::InternalErrorException if there is one already, which is then unchanged
     static void setup(RoamscanOptionsCont* options);
 
     /// The singleton, or null.

@@ -15,32 +15,33 @@ namespace oV::Roamscan
 
 /// The container of the options of all plug-ins.
 ///
-/// Each option is a custom attribute, added at run time under a name of any text. Two lists of strings, which
-/// are static attributes, hold the names and the types of the options, so that a saved container can be
-/// rebuilt:
-/// - Before saving, updateToCurrentOptions() brings the lists up to date.
-/// - After reading, initializeCustomAttributes() makes the options that the lists name.
+/// Each option is a custom attribute, which is added at run time under an arbitrary name. Two lists of
+/// strings, which are static attributes, contain the names and the types of the options, so that a saved
+/// container can be rebuilt:
+/// - Before saving, updateToCurrentOptions() updates the lists.
+/// - After reading, initializeCustomAttributes() creates the options of the lists.
 ///
-/// RoamscanOptions owns the one live container and its lock. A container that is not the live one is for many
-/// readers or one writer.
+/// Thread safety: use the live container, which RoamscanOptions owns, only while holding
+/// RoamscanOptions::getLock(). For any other container, concurrent reads are safe and a write needs exclusive
+/// access.
 class ROAMSCAN_EXPORT RoamscanOptionsCont : public AttrContainer
 {
 public:
-    /// A container without attributes; init() makes those of the class. Both arguments are those of init().
+    /// A container without attributes. Call init() with the same arguments afterwards.
     RoamscanOptionsCont(CreateType type, RoamscanOptionsCont const* source);
 
-    /// The record of this class. Its create() makes a container of type Fresh, without init().
+    /// The record of this class. Its create() creates a container of type Fresh and does not call init().
     [[nodiscard]] static Bv_1_1::oVClass const* Class();
 
-    /// Sets up the tables of the static attributes' names and definitions. Called when the library is loaded;
-    /// does nothing if they are there.
+    /// Creates the tables of the names and the definitions of the static attributes. Called when the library
+    /// is loaded. Does nothing if they exist.
     static void initStatics();
 
-    /// Undoes initStatics().
+    /// Reverts initStatics().
     static void clearStatics();
 
-    /// A new container, without init(), if `name` is the name of this class.
-    /// @return without a reference; null for any other name
+    /// Creates a container if `name` is the name of this class. Does not call init().
+    /// @return the container, with a reference count of 0; null for any other name
     [[nodiscard]] static AttrContainer* checkCreateField(Bv_1_1::String const& name);
 
     [[nodiscard]] Bv_1_1::oVClass const* getClassType() const override;
@@ -50,14 +51,16 @@ public:
     [[nodiscard]] unsigned int reservedQuery1() const override;
     /// @return 0xFFFFFFFF
     [[nodiscard]] unsigned int reservedQuery2() const override;
-    /// A new container with copies of all attributes; with the type NoSource, one as init() makes it without
-    /// a source.
-    /// @return without a reference
+    /// A new container with copies of all attributes.
+    /// @param type if it is NoSource, the new container has no options and empty lists
+    /// @return the new container, with a reference count of 0
     [[nodiscard]] AttrContainer* duplicate(CreateType type) const override;
-    /// Makes the two lists: empty, with the name of the class as the container's name, or with all other
-    /// attributes as copies of those of `source`.
+    /// Creates the two lists. Without a source, the lists are empty and the container's name is that of the
+    /// class. With a source, all attributes are copies of those of `source`.
+    /// @param type if it is NoSource, nothing is copied
+    /// @param source may be null
     bool init(CreateType type, AttrContainer const* source) override;
-    /// The class's own static attributes first, then as AttrContainer does.
+    /// The same as in AttrContainer, but looks among the two lists first.
     [[nodiscard]] unsigned int getAttrToken(Bv_1_1::String const& name) const override;
     /// @overload
     [[nodiscard]] Bv_1_1::String getAttrName(unsigned int token) const override;
@@ -69,8 +72,7 @@ public:
     [[nodiscard]] bool reservedFlag() const override;
 
     /// A copy of the list of the options' names. Empty before init().
-    /// @note It takes no lock: hold RoamscanOptions::getLock() if another thread may write the live
-    /// container.
+    /// @note Takes no lock. Hold RoamscanOptions::getLock() if the container is the live one.
     [[nodiscard]] std::vector<Bv_1_1::String> OptionsNames() const;
     /// A copy of the list of the options' types, each the name of an attribute's class record.
     /// @copydetails OptionsNames()
@@ -80,12 +82,12 @@ public:
     /// Replaces the list of types. Does nothing before init().
     void OptionsTypes(std::vector<Bv_1_1::String> const& types);
 
-    /// Makes the options that the two lists name, in their order; for a container that was just read. Types
-    /// that are not known are skipped. Does nothing if the lists differ in length.
+    /// Creates the options of the two lists, in their order. Call it on a container that was just read.
+    /// Unknown types are skipped. Does nothing if the lists differ in length.
     void initializeCustomAttributes();
 
-    /// Makes the two lists name the options that there are.
-    /// @note The lists are replaced one after the other; in between they may disagree.
+    /// Sets the two lists to the names and the types of the current options. Call it before saving.
+    /// @note The lists are replaced one after the other, so another thread may see lists that do not match.
     void updateToCurrentOptions();
 
 protected:

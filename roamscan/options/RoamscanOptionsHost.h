@@ -7,16 +7,17 @@ namespace oV::Roamscan
 
 class RoamscanOptionsCont;
 
-/// The host's way to bring the options up. Plug-ins do not need it.
+/// Creates the options at the start of the host. Plug-ins do not need it.
 class ROAMSCAN_EXPORT RoamscanOptionsHost
 {
 public:
     RoamscanOptionsHost() = delete;
 
-    /// Makes the container the live one, and shares it. Pass a container on which init() was called, then
-    /// call RoamscanOptions::cleanUp() to create the library's own options.
-    /// @throws oV::InternalErrorException if the options are up already: they stay as they are, and a
-    /// container that nobody else holds is destroyed
+    /// Creates the singleton RoamscanOptions with this container as the live one, and takes a reference to
+    /// it. Call RoamscanOptions::cleanUp() afterwards to create the library's own options.
+    /// @param options a container on which init() was called
+    /// @throws oV::InternalErrorException if the singleton already exists, which is then unchanged; `options`
+    ///     is destroyed if it has no other reference
     static void setup(RoamscanOptionsCont* options);
 };
 

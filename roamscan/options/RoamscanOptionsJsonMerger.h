@@ -11,19 +11,21 @@
 namespace oV::Roamscan
 {
 
-/// Builds the JSON document of a plug-in's settings, in which deliberate options have the last word.
+/// Builds the JSON document of a plug-in's settings. Options that were set explicitly override the plug-in's
+/// defaults.
 ///
-/// The plug-in writes its defaults into the document by path. Each of them also passes through the option
-/// whose name is the prefix and the path, joined by dots. An option that was set on purpose replaces the
-/// default in the document; otherwise the default becomes the option's value, with the weak-value mark.
+/// The plug-in assigns its defaults to paths of the document. Each path has an option, whose name is the
+/// prefix and the elements of the path, joined by dots. If that option has an explicit value, the document
+/// gets this value. Otherwise the document gets the default, which also becomes the value of the option, as a
+/// weak value.
 /// @code
 /// RoamscanOptionsJsonMerger settings(L"Denoise", nlohmann::json::object());
 /// settings[{"filter", "radius"}] = 0.05; // option "Denoise.filter.radius"
 /// auto const radius = settings.get()["filter"]["radius"].get<double>();
 /// @endcode
 ///
-/// One merger is for one thread at a time. Several mergers may be used on different threads, also on the same
-/// options.
+/// Thread safety: all use of a merger needs exclusive access. Different mergers may be used concurrently,
+/// also with the same options.
 class ROAMSCAN_EXPORT RoamscanOptionsJsonMerger
 {
 public:
@@ -31,10 +33,10 @@ public:
 
     class JsonWrapper;
 
-    /// @param prefix the leading part of every option's name; any text
-    /// @param json   the document to begin with; null is as good as an empty object
+    /// @param prefix the first part of the name of every option; any text
+    /// @param json the initial document, usually null or an object
     RoamscanOptionsJsonMerger(Bv_1_1::String const& prefix, JSON json);
-    /// The copy has a document of its own.
+    /// The copy has its own document.
     RoamscanOptionsJsonMerger(RoamscanOptionsJsonMerger const& other);
     /// Leaves `other` with a null document; its prefix stays.
     RoamscanOptionsJsonMerger(RoamscanOptionsJsonMerger&& other) noexcept;
@@ -42,12 +44,14 @@ public:
     RoamscanOptionsJsonMerger& operator=(RoamscanOptionsJsonMerger&&) = delete;
     ~RoamscanOptionsJsonMerger();
 
-    /// The place in the document that the path leads to from its root. A null on the way becomes an object,
-    /// and missing members are inserted as null. An empty path is the root, with the prefix as the name.
-    /// @throws nlohmann::json::type_error 305 if the path leads through a value that is neither an object nor
-    /// null. Members that were inserted before stay.
-    /// @warning Neither the prefix nor the elements are checked: an element with a dot gives the same option
-    /// name as a longer path.
+    /// The element of the document at a path. Along the path, null values become objects, and missing members
+    /// are inserted as null.
+    /// @param path the names of the members, from the root; the empty path denotes the root, whose option has
+    ///     the prefix as its name
+    /// @throws nlohmann::json::type_error with id 305 if a value along the path is neither an object nor
+    ///     null; members that were inserted before are kept
+    /// @warning Prefix and elements are not checked. An element with a dot gives the same option name as a
+    ///     longer path.
     [[nodiscard]] JsonWrapper operator[](std::vector<std::string> const& path);
 
     /// The document itself.
@@ -61,42 +65,44 @@ private:
     JSON m_json;
 };
 
-/// One place in the document of a merger, and the option that belongs to it. Assign to it to write there.
+/// A reference to one element of a merger's document, and the name of its option. Assign to it to set the
+/// element.
 ///
-/// It must not outlive its merger. A change of the document that moves the place, such as the removal of a
-/// member above it, invalidates it.
+/// It must not outlive its merger. Changes of the document that move or remove the element invalidate it.
 class ROAMSCAN_EXPORT RoamscanOptionsJsonMerger::JsonWrapper
 {
 public:
-    /// @param node the place, which is borrowed
+    /// @param node the element; must outlive this object
     /// @param key  the name of the option
     JsonWrapper(JSON& node, Bv_1_1::String key) noexcept;
-    /// The same place.
+    /// Refers to the same element.
     JsonWrapper(JsonWrapper const& other) noexcept;
     ~JsonWrapper();
 
-    /// Merges the value with the option of the place's name and writes the outcome: the option's own value if
-    /// it was set on purpose, `value` otherwise. The option's type is `int`; what the place held is replaced.
-    /// @return the place
+    /// Merges the value with the option and assigns the result to the element: the option's value if it was
+    /// set explicitly, otherwise `value`. The type of the option is `int`. A previous value of the element is
+    /// replaced.
+    /// @return the element
     JSON& operator=(int value);
-    /// As for `int`, and with the same type of option: the 32 bits of the number are kept.
+    /// The same, also with an option of type `int`, which has the same 32 bits as the unsigned number.
     JSON& operator=(unsigned int value);
     /// @overload
     JSON& operator=(double value);
     /// @overload
     JSON& operator=(bool value);
-    /// Null stands for Bv_1_1::String::NIL. The document gets the narrow text of the outcome.
+    /// The same with an option of type Bv_1_1::String. Null is converted to NIL. The document gets the narrow
+    /// text of the result.
     JSON& operator=(char const* value);
     /// @overload
     JSON& operator=(std::string value);
 
-    /// Writes an array of numbers.
+    /// Assigns an array of numbers.
     /// @note No option can change it, and none is created.
     JSON& operator=(std::vector<double> value);
-    /// Writes a copy of the whole value.
+    /// Assigns a copy of the whole value.
     /// @note No option can change it, and none is created.
     JSON& operator=(JSON& value);
-    /// Writes a copy of what stands at the other place.
+    /// Assigns a copy of the other element.
     /// @note No option can change it, and none is created.
     JSON& operator=(JsonWrapper& other);
 

@@ -277,7 +277,7 @@ Attribute* AttrContainer::findCustom(String const& name, String const& typeKey) 
 
 bool AttrContainer::rmAllCustomAttributes()
 {
-    auto const removed = std::move(custom_); // what their end sets off finds the container without them
+    auto const removed = std::move(custom_); // first, because their observers may use the container
     kept_.reset();
     if (removed != nullptr) {
         for (std::size_t place = 0; place < removed->size(); ++place) {

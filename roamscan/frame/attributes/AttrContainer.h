@@ -189,19 +189,20 @@ public:
     ///     or a type is not supported
     bool createAttributes(AttrDefinition const* definitions, CreateType type, AttrContainer const* source);
 
-    /// Adds a custom attribute and takes it over. A value that was read for an attribute of this name and
-    /// type before there was one is applied now.
-    /// @param name any text; may be taken already, and the earlier attribute is then found first. NIL counts
-    /// as the empty name
-    /// @return false for null, for an attribute that a container has already, and if there is a custom
-    /// attribute of this name and type: the new one is then destroyed, unless somebody else holds it
+    /// Adds a custom attribute, and takes ownership of it. If a value for an attribute of this name and type
+    /// was read before, it is assigned now.
+    /// @param attribute a new attribute, or one that is in no container
+    /// @param name any text; NIL counts as the empty name. Several attributes of different types may have the
+    ///     same name; a lookup by name finds the first one.
+    /// @return false if `attribute` is null or already in a container, or if there is a custom attribute of
+    ///     this name and type. In the last case `attribute` is destroyed if it has no other reference.
     bool addAttribute(Attribute* attribute, Bv_1_1::String const& name);
 
     /// Whether a value was read for a custom attribute of this name and type that does not exist yet.
     /// @param typeKey the name of the attribute's class record
     [[nodiscard]] bool isValueKept(Bv_1_1::String const& name, Bv_1_1::String const& typeKey) const;
 
-    /// Removes all custom attributes and forgets what was kept for others. @return true
+    /// Removes all custom attributes and all kept statements. @return true
     bool rmAllCustomAttributes();
 
     /// The total number of static and custom attributes.

@@ -1,6 +1,6 @@
 /// @file
-/// The objects that are made when the library is loaded, in this order, and released in the reverse order
-/// when it is unloaded. They stand in one file because the language fixes the order only within one.
+/// The objects that are constructed when the library is loaded, in this order, and destroyed in reverse order
+/// when it is unloaded. They are in one file because C++ defines the order only within a file.
 
 #include <roamscan/frame/bvbase/CriticalSection.h>
 #include <roamscan/frame/bvbase/SmartPtr.h>
@@ -24,7 +24,7 @@ namespace
 
 constexpr unsigned int spinCount = 4000;
 
-// The record of the class, and before it the module that it is entered in.
+// The class record, and before it the module in which it is registered.
 [[maybe_unused]] Bv_1_1::oVClass const* const optionsRecord = RoamscanOptions::Class();
 
 } // namespace
