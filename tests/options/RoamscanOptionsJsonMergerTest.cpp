@@ -250,7 +250,7 @@ TEST_F(JsonMergerTest, ANumberThatIsNotFiniteComesThrough)
     EXPECT_TRUE(std::isnan(merger.get()["a"].get<double>()));
 }
 
-TEST_F(JsonMergerTest, ListsAndDocumentsLeaveTheOptionsAlone)
+TEST_F(JsonMergerTest, ListsAndDocumentsDoNotChangeTheOptions)
 {
     setOption<double>(L"P.list", 9.0);
     JSON source = JSON::parse(R"({"x":[1,2]})");

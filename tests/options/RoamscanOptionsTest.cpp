@@ -109,7 +109,7 @@ TEST_F(RoamscanOptionsTest, ASecondSetupThrowsAndLeavesTheFirstInPlace)
     EXPECT_EQ(second->referenceCount(), 1U); // the reference of the failed attempt is dropped
 }
 
-TEST_F(RoamscanOptionsTest, AFailedSetupDestroysAContainerThatNobodyHolds)
+TEST_F(RoamscanOptionsTest, AFailedSetupDestroysAContainerWithoutOtherReferences)
 {
     class Counted : public RoamscanOptionsCont
     {

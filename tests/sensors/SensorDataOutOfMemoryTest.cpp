@@ -117,7 +117,7 @@ TEST(OutOfMemory, InCreateTimedDataLeavesTheStore)
     EXPECT_EQ(data.createTimedData()->size(), 50U);
 }
 
-TEST(OutOfMemory, InAReadHandsOutNothing)
+TEST(OutOfMemory, AFailedReadReturnsNothing)
 {
     std::stringstream stream;
     ASSERT_TRUE(severalSensors().write(stream));

@@ -92,7 +92,7 @@ TEST(TimeConversion, NegativeTxmTimesWrap)
     EXPECT_EQ(convertToTxmTime(-0.000002).QuadPart, 0xFFFFFFFFFFFFFFFEU);
 }
 
-TEST(TimeConversion, IntegerTimeToTxmTimeGoesThroughDouble)
+TEST(TimeConversion, IntegerTimeToTxmTimeIsComputedInDouble)
 {
     // Above 2^53 ticks the digits below the double's grid are lost; integer division would keep them.
     int64 const large = (int64{1} << 60) + 100;

@@ -280,7 +280,7 @@ protected:
     SmartPtr<Listener> listener{new Listener};
 };
 
-TEST_F(Modified, ListenersHearOfADifferentValueBeforeItIsStored)
+TEST_F(Modified, ListenersAreCalledBeforeADifferentValueIsStored)
 {
     int parameter = 0;
     EXPECT_TRUE(Attribute::isAnyModifiedListenerExisting());

@@ -229,7 +229,7 @@ TEST_P(ContainerReading, GivesExistingAttributesTheirValues)
     EXPECT_EQ(valueOf<int>(*container, L"Untouched"), 5);
 }
 
-TEST_P(ContainerReading, KeepsValuesUntilTheirAttributesComeInAnyOrder)
+TEST_P(ContainerReading, KeepsValuesUntilTheirAttributesAreAddedInAnyOrder)
 {
     auto const container = initialised();
     EXPECT_EQ(readInto(*container, text(), GetParam()), 0);
@@ -241,7 +241,7 @@ TEST_P(ContainerReading, KeepsValuesUntilTheirAttributesComeInAnyOrder)
     EXPECT_EQ(add(*container, L"New", 7)->getValue(), 7);
 }
 
-TEST_P(ContainerReading, WritesBackWhatNobodyHasAskedFor)
+TEST_P(ContainerReading, WritesBackTheValuesOfAttributesThatWereNotAdded)
 {
     auto const container = initialised();
     EXPECT_EQ(readInto(*container, text(), GetParam()), 0);
@@ -252,7 +252,7 @@ TEST_P(ContainerReading, WritesBackWhatNobodyHasAskedFor)
     EXPECT_EQ(add(*copy, L"Text", String())->getValue(), L"x\ny");
 }
 
-TEST_P(ContainerReading, WhatWasKeptGoesFromFormToForm)
+TEST_P(ContainerReading, KeptValuesAreConvertedBetweenTheForms)
 {
     auto const container = initialised();
     EXPECT_EQ(readInto(*container, text(), GetParam()), 0);
@@ -299,7 +299,7 @@ TEST_P(ContainerReading, RmAllCustomAttributesForgetsWhatWasKept)
     EXPECT_EQ(add(*container, L"ShowWindow", false)->getValue(), false);
 }
 
-TEST_P(ContainerReading, AttributesOfTheSameNameAreToldApartByTheirType)
+TEST_P(ContainerReading, AttributesOfTheSameNameDifferByTheirType)
 {
     auto const source = initialised();
     add(*source, L"X", 1);

@@ -122,7 +122,7 @@ TEST(AttrContainer, OrdersItsVirtualOperations)
     EXPECT_EQ(support::virtualSlot(&oV::ValidationInterface::makeValid), 1U);
 }
 
-TEST(AttrContainer, HooksWithoutAUseAnswerNeutrally)
+TEST(AttrContainer, UnusedHooksReturnNeutralValues)
 {
     auto const container = initialised();
     container->setName(L"Box", 0);
@@ -176,7 +176,7 @@ TEST(AttrContainer, InitMakesTheNameOnce)
     EXPECT_EQ(container->getName(), L"Box");
 }
 
-TEST(AttrContainer, AnObserverMayRefuseANewName)
+TEST(AttrContainer, AnObserverMayVetoANewName)
 {
     auto const container = initialised();
     SmartPtr<support::Watcher> const watcher(new support::Watcher);
@@ -437,7 +437,7 @@ TEST(AttrContainer, AnObserverMayRemoveAllAttributesWhileOneChanges)
     EXPECT_EQ(watcher->calls, (std::vector<std::string>{"toChange", "changed"}));
 }
 
-TEST(AttrContainer, HoldsNobodyInACycle)
+TEST(AttrContainer, OwnsNothingInACycle)
 {
     auto container = initialised();
     SmartPtr<support::Watcher> const watcher(new support::Watcher);

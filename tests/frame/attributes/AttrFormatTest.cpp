@@ -175,7 +175,7 @@ TEST(AttrReading, UnknownKeywordsAreSkippedWithAToleratedStatus)
     EXPECT_EQ(readBack(0, "unit \"m\"; value 2; range 0 { low 1; high 9; } value 3;"), std::pair(3, 23));
 }
 
-TEST(AttrReading, StopsAtTheEndOfItsBlockAndHandsItToTheEnclosingReader)
+TEST(AttrReading, StopsAtTheEndOfItsBlockAndPassesItToTheEnclosingReader)
 {
     std::istringstream stream("first { value 1; } second { value 2; }");
     ReadContext context;
@@ -207,7 +207,7 @@ TEST(AttrReading, AFailureGivesItsStatusAndLeavesTheValue)
     EXPECT_EQ(attr(5)->readFrom(nullptr, nullptr), StatusCode::readFailed);
 }
 
-TEST(AttrReading, ANullContextStandsForTheKeyedForm)
+TEST(AttrReading, ANullContextMeansTheKeyedForm)
 {
     auto const attribute = attr(0);
     std::istringstream stream("value 7;");

@@ -128,7 +128,7 @@ TYPED_TEST(AttrOf, AssignSilentlyStoresTheValue)
     EXPECT_EQ(attribute->getValue(), this->other);
 }
 
-TYPED_TEST(AttrOf, TheValueGoesToTextAndBack)
+TYPED_TEST(AttrOf, TheValueSurvivesARoundTripThroughText)
 {
     auto const attribute = plain<TypeParam>();
     attribute->assignFrom(this->other, nullptr, nullptr);
@@ -241,7 +241,7 @@ TYPED_TEST(AttrOf, ACustomOneStoresItsLocationAndAPlainOneDoesNot)
     EXPECT_EQ(asCustom->getLocation(0xFFFFFFFF), nullptr);
 }
 
-TYPED_TEST(AttrOf, TheHolderCopiesItselfAndKnowsNoLocation)
+TYPED_TEST(AttrOf, TheHolderCopiesItselfAndHasNoLocation)
 {
     AttrVal<TypeParam> holder(this->other);
     SmartPtr<AttrContainer> const container(new AttrContainer(CreateType::Fresh, nullptr));
@@ -297,7 +297,7 @@ TYPED_TEST(AttrOf, TheFieldsAreThoseOfTheBinaryInterface)
 
 // Between types
 
-TEST(Attr, AssignAttrFromAnotherTypeGoesThroughText)
+TEST(Attr, AssignAttrFromAnotherTypeConvertsThroughText)
 {
     auto const number = plain<int>();
     auto const text = plain<String>();

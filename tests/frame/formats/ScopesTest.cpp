@@ -95,7 +95,7 @@ TEST(ReadFromScope, GivesTheFormatOfItsContextAndTheContext)
     EXPECT_EQ(ReadContext().getFormat(), ModelFormat::Format::Keyed);
 }
 
-TEST(ReadFromScope, ANullContextStandsForTheKeyedForm)
+TEST(ReadFromScope, ANullContextMeansTheKeyedForm)
 {
     std::istringstream stream("a 3;");
     ReadFromScope const scope(&stream, nullptr);

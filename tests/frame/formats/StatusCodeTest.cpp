@@ -47,7 +47,7 @@ TEST(StatusCode, KeepsTheFirstThatIsNotZero)
     EXPECT_EQ(StatusCode::keep(280, 23), 280);
 }
 
-TEST(StatusCode, MildCodesGiveWayToALaterOneThatIsNotZero)
+TEST(StatusCode, Codes23And24AreReplacedByALaterCodeThatIsNotZero)
 {
     EXPECT_EQ(StatusCode::keep(23, 5), 5);
     EXPECT_EQ(StatusCode::keep(24, 280), 280);

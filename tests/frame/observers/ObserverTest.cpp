@@ -128,7 +128,7 @@ TEST(Observer, OrdersItsVirtualOperations)
     EXPECT_EQ(support::virtualSlot(&Observer::lookupObject), 17U);
 }
 
-TEST(Observer, PlainObserversAnswerNeutrally)
+TEST(Observer, PlainObserversReturnNeutralValues)
 {
     SmartPtr<Subject> const subject(new Subject);
     SmartPtr<Subject> const other(new Subject);

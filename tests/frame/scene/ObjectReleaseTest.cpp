@@ -104,7 +104,7 @@ TEST_F(ObjectReleaseTest, WhatIsHeldElsewhereStaysWithItsChildren)
     EXPECT_EQ(Counted::released, (std::vector{1, 2, 3}));
 }
 
-TEST_F(ObjectReleaseTest, AnObserverMayReleaseAnotherSceneMeanwhile)
+TEST_F(ObjectReleaseTest, AnObserverMayReleaseAnotherSceneDuringARelease)
 {
     SmartPtr<Object> other(new Counted(10));
     other->addChild(new Counted(11), 48);
