@@ -25,6 +25,7 @@ struct ROAMSCAN_EXPORT TimeWindow
 
     /// Both times are unset.
     constexpr TimeWindow() noexcept = default;
+    /// A window with these times, which are not checked.
     constexpr TimeWindow(int64 startTime, int64 endTime) noexcept : start(startTime), end(endTime) {}
 
     [[nodiscard]] constexpr bool operator==(TimeWindow const& other) const noexcept = default;

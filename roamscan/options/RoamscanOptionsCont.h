@@ -91,8 +91,10 @@ public:
     void updateToCurrentOptions();
 
 protected:
+    /// The number of rows of `attrDefs`, including the row that ends the table.
     static constexpr std::size_t definitionCount = 3;
 
+    /// The definitions of the two lists.
     static std::array<AttrDefinition, definitionCount> attrDefs;
     /// Token to name of the static attributes; null until initStatics().
     static KeyTable* attrNames;

@@ -29,6 +29,7 @@ namespace oV::Roamscan
 class ROAMSCAN_EXPORT RoamscanOptionsJsonMerger
 {
 public:
+    /// The type of the document.
     using JSON = nlohmann::json;
 
     class JsonWrapper;

@@ -72,9 +72,9 @@ struct ROAMSCAN_EXPORT TrajectoryData
     /// equal their default are not written.
     [[nodiscard]] bool write(std::ostream& stream) const;
 
-    /// Builds the trajectory of the nodes, re-expressed between two devices: the poses are `inverse(T_to) * P
-    /// * T_from`, where P is the pose of a node, and `T_from` and `T_to` are the entries of the two devices
-    /// in `devicePositions`.
+    /// Builds the trajectory of the nodes, re-expressed between two devices. Its poses are
+    /// `inverse(T_to) * P * T_from`, where P is the pose of a node, and `T_from` and `T_to` are the entries
+    /// of the two devices in `devicePositions`.
     /// @throws oV::InternalErrorException if a position is missing; `from` is checked first
     [[nodiscard]] Trajectory buildTrajectoryFromTrajectoryNodes(Device from, Device to) const;
 

@@ -27,7 +27,7 @@ public:
     struct Child
     {
         Bv_1_1::SmartPtr<Object> object; ///< Never null.
-        int place = 0;
+        int place = 0;                   ///< The argument of addChild().
     };
 
     /// A pointer to an attribute of one of the types that scene objects have, or nothing.

@@ -12,6 +12,7 @@ template <typename T>
 class ObjectAttribute
 {
 public:
+    /// An attribute with this value.
     explicit ObjectAttribute(T value = T()) : value_(std::move(value)) {}
     ObjectAttribute(ObjectAttribute const&) = default;
     ObjectAttribute& operator=(ObjectAttribute const&) = default;
@@ -28,6 +29,7 @@ public:
         return true;
     }
 
+    /// The value.
     [[nodiscard]] T const& value() const noexcept { return value_; }
 
 private:
