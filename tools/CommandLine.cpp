@@ -28,6 +28,7 @@ constexpr char const* examples = R"(Examples:
   roamscan info walk/walk.sensors --json                         show what a trajectory or sensor stream contains
   roamscan panorama split panorama.jpg tiles/panorama.png        split a wide picture into tiles
   roamscan exif panorama.jpg                                     show when and with which camera it was taken
+  roamscan options options.txt --set Denoise.radius=0.2          show and edit the saved options of plug-ins
 )";
 
 int runCommand(int argumentCount, char const* const* arguments, std::ostream& out, std::ostream& err)
@@ -48,6 +49,7 @@ int runCommand(int argumentCount, char const* const* arguments, std::ostream& ou
     addInfo(app, console);
     addPanorama(app, console);
     addExif(app, console);
+    addOptions(app, console);
     try {
         app.parse(argumentCount, arguments);   // runs the command
     } catch (CLI::ParseError const& stopped) { // also thrown for --help and --version, which are no failures

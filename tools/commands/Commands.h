@@ -29,5 +29,6 @@ void addLine(CLI::App& app, Console& console);
 void addInfo(CLI::App& app, Console& console);
 void addPanorama(CLI::App& app, Console& console);
 void addExif(CLI::App& app, Console& console);
+void addOptions(CLI::App& app, Console& console);
 
 } // namespace oV::Roamscan::tool
