@@ -223,8 +223,8 @@ TEST(IRoamscanData, RotatesByTheMatrixInDoubleAndNarrowsOnce)
 
 TEST(IRoamscanData, RotatesByTheMatrixToTheLastBitOfADouble)
 {
-    // The translation takes back what the matrix gives, so nothing is left; any other way of rotating leaves
-    // its rounding, which a float close to zero shows.
+    // The translation cancels the rotated point exactly. Any other formula for the rotation leaves a rounding
+    // error, which is visible in a float close to zero.
     support::RandomPoses random(71);
     for (int i = 0; i < 100; ++i) {
         OnePoint data;

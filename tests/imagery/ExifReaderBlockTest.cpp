@@ -56,7 +56,7 @@ bool isDefault(ExifData const& data)
     return textsOf(data) == textsOf(ExifData());
 }
 
-/// A block that a single entry ends, with room before the directory for what the entry points to.
+/// A block that ends with its only entry, with room before the directory for the value of the entry.
 std::string endingWith(support::TiffEntry const& entry, std::size_t cut = 0)
 {
     constexpr std::size_t directory = 70;

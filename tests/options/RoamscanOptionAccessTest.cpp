@@ -61,7 +61,7 @@ class OptionOfEachType : public support::LiveOptionsTest
 using OptionTypes = testing::Types<bool, int, double, String>;
 TYPED_TEST_SUITE(OptionOfEachType, OptionTypes);
 
-/// Calls a function when what it observes has changed, or is about to.
+/// Calls a function before and after its subject changes.
 class Watcher : public Observer
 {
 public:

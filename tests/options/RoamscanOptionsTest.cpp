@@ -172,7 +172,7 @@ TEST_F(RoamscanOptionsTest, AfterCleanUpAFormerOptionIsCreatedAnewWithTheFallbac
 
 TEST_F(RoamscanOptionsTest, CopiesAndMovesShareTheContainer)
 {
-    // Instances cannot be made outside; the class promises both for what the host does with its own.
+    // Plug-ins cannot create instances, but the host may copy and move its own.
     static_assert(std::is_copy_constructible_v<RoamscanOptions>);
     static_assert(std::is_nothrow_move_constructible_v<RoamscanOptions>);
     static_assert(!std::is_copy_assignable_v<RoamscanOptions>);

@@ -50,7 +50,7 @@ protected:
         return loadOptions(options, text, GetParam());
     }
 
-    /// A fresh container with what is saved of `options`.
+    /// A new container that was read from the saved text of `options`.
     static SmartPtr<RoamscanOptionsCont> reloaded(RoamscanOptionsCont& options, bool writeDefaults = true)
     {
         auto loaded = madeOptionsContainer();

@@ -32,7 +32,7 @@ bool isGranted()
 
 } // namespace
 
-// Not inlined, so that the compiler takes each pair for what it is.
+// Not inlined, so that the compiler recognises each pair of new and delete.
 [[gnu::noinline]] void* operator new(std::size_t size)
 {
     void* const memory = isGranted() ? std::malloc(size == 0 ? 1 : size) : nullptr;

@@ -96,8 +96,8 @@ public:
     [[nodiscard]] virtual AttrContainer* duplicate(CreateType type) const;
     /// The same as duplicate(), but a copied observer also observes the copy of its subject.
     [[nodiscard]] virtual AttrContainer* duplicateAll(CreateType type) const;
-    /// A new child container for a field. Not used by this library: there are no child containers. @return
-    /// null
+    /// A new child container for a field. Not used by this library: there are no child containers.
+    /// @return null
     [[nodiscard]] virtual AttrContainer* checkCreateChildField(Bv_1_1::String const& name);
     /// The same for a field with a default. @return null
     [[nodiscard]] virtual AttrContainer* checkCreateDefaultChildField(Bv_1_1::String const& name);
@@ -134,8 +134,8 @@ public:
     virtual int writeField(unsigned int token, std::ostream* stream, WriteContextBase* context) const;
     /// The token for a keyword of the input: that of the static attribute of this name.
     [[nodiscard]] virtual unsigned int lookupToken(Bv_1_1::String const& keyword) const;
-    /// The child container of this name. Not used by this library: there are no child containers. @return
-    /// null
+    /// The child container of this name. Not used by this library: there are no child containers.
+    /// @return null
     [[nodiscard]] virtual AttrContainer* lookupField(Bv_1_1::String const& name) const;
     /// Converts a token of an older version of the class. The base class returns the same token.
     [[nodiscard]] virtual unsigned int convertToNewFieldToken(unsigned int token) const;

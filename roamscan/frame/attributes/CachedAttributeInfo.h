@@ -11,6 +11,9 @@ namespace oV
 /// The notification record of a pending value. While this thread's flag Attribute::isCachedAttributePending()
 /// is set, an attribute with this record returns the value of the cached attribute instead of its own.
 ///
+/// On the cached-value path (ThreadDataType::cachedPathCount), Attr::touch() assigns the pending value to the
+/// attribute, and Attr::assignFrom() discards it. Both then remove the record and clear the flag.
+///
 /// The record holds a reference to the cached attribute, which must not be the attribute that has the record.
 class ROAMSCAN_EXPORT CachedAttributeInfo : public Bv_1_1::ObserverInfo
 {

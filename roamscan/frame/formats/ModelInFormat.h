@@ -32,12 +32,12 @@ class TokenReader;
 ///         in.nextKeyword();
 ///     }
 ///
-/// To let another object read a block, call startBlock(), then the object, then nextKeyword(). nextKeyword()
-/// skips the part of a statement that was not read. keepRest() keeps it as text.
+/// To let another object read a block, call startBlock(), then that object's reader, then nextKeyword().
+/// nextKeyword() skips the part of a statement that was not read. keepRest() returns that part as text.
 ///
 /// After a failure, getKeyword() returns the empty string, which is never a valid keyword, no value is read,
-/// and status() is the code of the first failure. The loop above takes the empty string for an unknown
-/// keyword and so returns that code.
+/// and status() is the code of the first failure. The loop above treats the empty string as an unknown
+/// keyword, so it returns that code.
 ///
 /// In the bare form, each scope gets ModelFormat::valueKeyword once, before its value, and then the end of
 /// its block, or NIL if something else follows.

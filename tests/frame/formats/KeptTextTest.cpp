@@ -25,7 +25,7 @@ namespace StatusCode = oV::StatusCode;
 constexpr ModelFormat::Format keyed = ModelFormat::Format::Keyed;
 constexpr ModelFormat::Format bare = ModelFormat::Format::Bare;
 
-// What is kept of the first statement or item.
+// The kept text of the first statement or item.
 KeptText keptOf(std::string const& text, ModelFormat::Format format)
 {
     OpenText open(text, format);

@@ -12,7 +12,7 @@ using oV::Endianness;
 
 TEST(Endianness, StartsWithThePlatformsByteOrder)
 {
-    // No other test sets the flag to anything but what the test's own platform starts with.
+    // All other tests only set the flag to its initial value on this platform.
     int const number = 1;
     EXPECT_EQ(Endianness::bigEndian, *reinterpret_cast<char const*>(&number) == 0);
 }
