@@ -1,6 +1,6 @@
 /// @file
-/// What holds for anchor sections after any sequence of insertions: compared with the union of ticks, and
-/// with the steps written down word by word.
+/// Properties of anchor sections after any sequence of insertions, compared with the union of ticks and with
+/// a naive reference.
 
 #include "tests/support/LiteralAnchorSections.h"
 #include "tests/support/TimeWindows.h"

@@ -173,7 +173,8 @@ TEST(AnchorSections, DropsAnEmptyWindowInsideASection)
 
 TEST(AnchorSections, AnEmptyWindowAtTheEndOfASectionLeavesItsStartOnly)
 {
-    // It starts where the section ends and so takes its start; its own end, in no section then, stays.
+    // It starts where the section ends, so its start becomes the section's start. Its end is in no section
+    // and does not change.
     EXPECT_THAT(windowsAfter({{10, 20}, {20, 20}}), ElementsAre(TimeWindow(10, 20)));
 }
 
@@ -226,7 +227,8 @@ TEST(AnchorSections, IncludesEachSectionOfAnotherSet)
 
 TEST(AnchorSections, IncludesInTheOrderOfTheOtherSet)
 {
-    // (4, 6) is dropped inside (0, 10), which (10, 3) then cuts. The other way round, (4, 6) would stay.
+    // (4, 6) is dropped inside (0, 10), which (10, 3) then shortens. In the reverse order, (4, 6) would
+    // remain.
     AnchorSections const others = inserted({{4, 6}, {10, 3}});
     ASSERT_THAT(windowsOf(others), ElementsAre(TimeWindow(4, 6), TimeWindow(10, 3)));
     AnchorSections sections = inserted({{0, 10}});

@@ -265,7 +265,7 @@ TEST(ToleranceThresholds, CopiesAnswerTheSame)
     EXPECT_NEAR(assigned.getThreshold(Name::MaxPhi, 1.5), 0.99, 1e-14);
 }
 
-// What has no meaning is safe
+// Meaningless input is safe
 
 TEST(ToleranceThresholds, EmptyTableThrowsWithAMessage)
 {

@@ -39,7 +39,7 @@ auto textsOf(ExifData const& data)
 struct Refused
 {};
 
-/// All that a block's entries hold, by tag.
+/// All values of a block's entries, by tag.
 struct PlainEntry
 {
     std::string text;

@@ -58,7 +58,7 @@ std::string cameraSegment()
     return segment(0xE1, support::exifName() + cameraBlock(ByteOrder::Little));
 }
 
-/// What a stream can do besides reading.
+/// The operations that a stream supports besides reading.
 enum class Seeking
 {
     Possible,
@@ -155,7 +155,7 @@ ExifData readFromFile(std::string const& picture)
     return readExifMetaData(stream);
 }
 
-/// A file's buffer that reads as all do, but does not move.
+/// A file buffer that can read but not seek.
 class UnseekableFileBuffer : public std::filebuf
 {
 protected:
@@ -308,7 +308,7 @@ TEST(ExifReaderStream, FilesAreReadAsStreamsInMemoryAre)
 {
     EXPECT_TRUE(isCamera(readFromFile(startOfImage() + cameraSegment())));
     EXPECT_TRUE(isDefault(readFromFile("")));
-    // On both sides of what a file's buffer holds at a time.
+    // Below and above the size of a file buffer.
     for (std::size_t size = 8160; size < 8220; ++size) {
         std::string const before = startOfImage() + segment(0xE0, std::string(size, 'x'));
         EXPECT_TRUE(isCamera(readFromFile(before + cameraSegment()))) << size;

@@ -48,7 +48,7 @@ bool isCamera(ExifData const& data)
            data.model == "X100-S\0"s && data.valid;
 }
 
-/// The segment with a camera's block, and the beginning of what follows.
+/// The segment with a camera's block, and the beginning of the next segment.
 std::string cameraSegment(std::string const& name = exifName())
 {
     return segment(0xE1, name + cameraBlock(ByteOrder::Little)) + bytes({0xFF, 0xDB});

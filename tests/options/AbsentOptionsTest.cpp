@@ -1,5 +1,5 @@
 /// @file
-/// The options before the host has brought them up. In a program of its own: nothing takes them down again.
+/// The options before the host has created them. A separate program, because they cannot be removed again.
 
 #include <roamscan/frame/bvbase/String.h>
 #include <roamscan/options/RoamscanOptionAccess.h>
@@ -63,7 +63,7 @@ TEST(AbsentOptions, TheMergerWritesTheDefault)
 
 TEST(NullContainer, ReadsGiveTheFallbackAndCleanUpIsHarmless)
 {
-    // Comes last: the options are up from here on, without a container.
+    // Last, because the options exist from here on, without a container.
     oV::Roamscan::RoamscanOptionsHost::setup(nullptr);
     EXPECT_EQ(getOption<int>(L"X", 5), 5);
     EXPECT_EQ(setOption<int>(L"X", 6), 6);

@@ -287,7 +287,7 @@ TEST(RoamscanOptionsCont, InitializeCustomAttributesMakesWhatTheListsName)
     EXPECT_FALSE(valueOf<bool>(*container, L"fast"));
     EXPECT_EQ(valueOf<double>(*container, L"size"), 0.0);
     EXPECT_EQ(valueOf<String>(*container, L"label"), String::EMPTY);
-    // Custom attributes know their container.
+    // Custom attributes store their container.
     EXPECT_EQ(container->getAttribute(container->getAttrToken(L"speed"))->getLocation(0xFFFFFFFF),
               container.get());
 }

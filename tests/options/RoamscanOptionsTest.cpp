@@ -31,14 +31,14 @@ using support::madeOptionsContainer;
 class RoamscanOptionsTest : public support::LiveOptionsTest
 {};
 
-/// What `work` gives on a thread of its own.
+/// The result of `work` on another thread.
 template <typename Work>
 auto onAnotherThread(Work const& work)
 {
     return std::async(std::launch::async, work).get();
 }
 
-/// Whether another thread can have the lock now.
+/// Whether another thread can enter the lock now.
 bool lockIsFree()
 {
     return onAnotherThread([] { return RoamscanOptions::getLock()->held(); });

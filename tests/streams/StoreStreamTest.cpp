@@ -1,5 +1,5 @@
 /// @file
-/// What both stream formats have in common.
+/// The tests that are the same for both stream formats.
 
 #include "tests/support/SensorStreams.h"
 #include "tests/support/StoreStreams.h"

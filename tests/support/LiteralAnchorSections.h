@@ -8,8 +8,8 @@
 namespace support
 {
 
-/// Anchor sections written down word by word: every step of an insertion and every question is a pass over
-/// all sections, and nothing is known about their order. What AnchorSections answers must be the same.
+/// The naive reference of anchor sections: every step of an insertion and every query is a linear scan of all
+/// sections, without assumptions about their order. AnchorSections must give the same results.
 ///
 /// The sections are written (a, b), the window (S, E).
 class LiteralAnchorSections

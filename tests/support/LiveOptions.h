@@ -21,8 +21,7 @@ inline Bv_1_1::SmartPtr<oV::Roamscan::RoamscanOptionsCont> madeOptionsContainer(
     return container;
 }
 
-/// The live container. The options are up from the first call on, for the rest of the process: nothing takes
-/// them down again.
+/// The live container. The first call creates the options. They exist until the process ends.
 inline Bv_1_1::SmartPtr<oV::Roamscan::RoamscanOptionsCont> liveOptions()
 {
     static bool const isUp = [] {

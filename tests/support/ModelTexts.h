@@ -33,7 +33,7 @@ public:
     oV::ModelInFormat& in;
 };
 
-/// A place to write to with an open scope on it.
+/// An output stream with an open scope.
 class NewText
 {
 public:
@@ -49,7 +49,7 @@ public:
     oV::ModelOutFormat& out;
 };
 
-/// The next value, which there must be.
+/// The next value, which must exist.
 template <typename T>
 T get(oV::ModelInFormat& in)
 {

@@ -36,7 +36,7 @@ inline std::string emptyStoreStream()
     return u64(12) + u32(8) + u16(4) + u16(4) + u32(4);
 }
 
-/// What a stream is like after a read that failed.
+/// The state of a stream after a failed read.
 struct RefusedRead
 {
     bool good;

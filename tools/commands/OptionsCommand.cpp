@@ -149,7 +149,7 @@ void printTable(Json const& list, std::ostream& out)
     }
 }
 
-/// What a script can use: a text as it is, everything else as in the table.
+/// The value for scripts: a text unchanged, all others as in the table.
 void printValue(Json const& option, std::ostream& out)
 {
     Json const& value = option.at("value");
@@ -190,7 +190,7 @@ std::optional<double> parseDouble(std::string const& text)
     return parseNumber(text);
 }
 
-/// @return the kind of value that the option needs, if the text is none; null if it has been set
+/// @return null if the option was set; otherwise the kind of value that it needs
 char const* setValue(Attribute& option, std::string const& text)
 {
     if (auto* const flag = as<bool>(option)) {
@@ -214,7 +214,7 @@ ToolError noOption(std::filesystem::path const& file, std::string const& name)
                          " of a known type; see roamscan options FILE for the names");
 }
 
-/// A name may have an '=', too: the shortest one that is an option counts.
+/// A name may contain '='. The shortest prefix that names an option is used.
 Json setOption(OptionsFile& file, std::string const& assignment, std::filesystem::path const& path)
 {
     std::size_t const first = assignment.find('=');

@@ -21,16 +21,16 @@ struct OptionsFile
 
 /// Reads a saved container in either form. The form is that of its first token: the bare form begins with
 /// `true` or `false`, the keyed form with a keyword.
-/// @throws ToolError with the line, if the file cannot be opened or holds no undamaged container of options
+/// @throws ToolError if the file cannot be opened or is not a valid container of options; names the line
 [[nodiscard]] OptionsFile readOptionsFile(std::filesystem::path const& path);
 
 /// Replaces the file, in the form that it was read in.
-/// @throws ToolError; the file is as it was then
+/// @throws ToolError; the file is then unchanged
 void writeOptionsFile(std::filesystem::path const& path, OptionsFile const& file);
 
-/// The first option of a name. A value that the lists of the container do not name becomes an option, at
-/// their end.
-/// @return null if there is none, or only one of an unknown type
+/// The first option with this name. If the container has a saved value of this name without an option, the
+/// option is created and appended to the lists.
+/// @return null if there is no such option, or only one of an unknown type
 [[nodiscard]] Attribute* findOption(OptionsFile& file, Bv_1_1::String const& name);
 
 } // namespace oV::Roamscan::tool

@@ -30,7 +30,7 @@ fs::path withoutLinks(fs::path const& target)
     return real;
 }
 
-/// A random name beside the target, on the same file system, so that renaming does not copy.
+/// A random name in the folder of the target, and so on the same file system: renaming does not copy.
 fs::path temporaryBeside(fs::path const& target)
 {
     std::array<char, 16> digits{};

@@ -6,9 +6,9 @@
 namespace oV::Roamscan::tool
 {
 
-/// A file or folder that appears under its name only when it is complete (write-then-rename): it is made
-/// under a temporary name beside its target, and commit() renames it. Without commit(), the temporary is
-/// removed and the target stays as it was.
+/// A file or folder that appears under its name only when it is complete (write-then-rename): it is written
+/// under a temporary name in the folder of its target, and commit() renames it. Without commit(), the
+/// temporary is removed and the target is unchanged.
 class Output
 {
 public:
@@ -20,7 +20,7 @@ public:
     [[nodiscard]] std::filesystem::path const& target() const { return target_; }
 
     /// Finishes the output and gives it its name.
-    /// @throws ToolError; the target is as it was then
+    /// @throws ToolError; the target is then unchanged
     void commit() { commitAll({this}); }
 
     /// Finishes every output before the first one gets its name. Null pointers are skipped.

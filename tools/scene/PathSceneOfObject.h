@@ -7,9 +7,9 @@
 namespace oV::Roamscan::tool
 {
 
-/// The scene that a trajectory is drawn as (TrajectoryData::lineFromTrajectory): the name of the object, the
-/// points of the lines among its children, and its spheres as markers. What is not finite, or too large for a
-/// `float`, is left out and counted.
+/// Converts the object of a drawn trajectory (TrajectoryData::lineFromTrajectory): takes the name of the
+/// object, the points of the lines among its children, and its spheres as markers. Points that are not
+/// finite, or too large for a `float`, are left out and counted.
 [[nodiscard]] PathScene pathSceneOf(Object const& object);
 
 } // namespace oV::Roamscan::tool

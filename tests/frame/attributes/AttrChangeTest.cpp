@@ -233,7 +233,7 @@ TEST_F(Change, ACopyHasNoObservers)
     EXPECT_EQ(copy->parEx(), nullptr);
 }
 
-// Switched-off notification
+// Blocked notification
 
 TEST_F(Change, DoesNotNotifyWhileNotificationIsBlocked)
 {

@@ -75,7 +75,7 @@ private:
     }
 };
 
-// What a file buffer does whose device fails.
+// Behaves like a file buffer whose device fails.
 class ThrowingBuffer : public std::streambuf
 {
 protected:

@@ -23,7 +23,7 @@ using mapping::TimeStamp;
 using Vector = mapping::Vector3<double>;
 using Uncertainty = std::array<Vector, 3>;
 
-// Whether a const accessor of the record gives a reference to a member of this type, and nothing by value.
+// Whether a const accessor of the record returns a reference to a member of this type.
 template <typename Record, typename Member, typename Accessor>
 constexpr bool refersTo(Accessor /*accessor*/)
 {

@@ -87,7 +87,7 @@ private:
     std::string name_;
 };
 
-/// What the three classes of objects have in common.
+/// The common members of the three classes of objects.
 template <typename Base>
 class Recording : public Base
 {
