@@ -40,7 +40,7 @@ public:
     // NOLINTNEXTLINE(google-explicit-constructor): implicit in the interface
     PlaneTarget(BvFitPlane::PlaneParam const& param);
 
-    /// Takes position, axes and lengths of a plane fit. Negates the first axis if the fit's axes are
+    /// Sets position, axes and lengths from a plane fit. Negates the first axis if the fit's axes are
     /// left-handed. The id does not change.
     /// @param param its normal and axes must be of unit length and perpendicular to each other
     void setFromPlaneFit(BvFitPlane::PlaneParam const& param);

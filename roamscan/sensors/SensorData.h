@@ -122,8 +122,8 @@ struct ROAMSCAN_EXPORT SensorData
     /// - the buffer is not valid for the schema,
     /// - it has more than 1,000,000 tables (the root, each sensor, each sample and each pose is a table),
     /// - a sample lacks a required vector, or a pose table its pose, or
-    /// - its tables share each other, so that the contents would take more than 256 MiB and more than sixteen
-    ///   times the buffer's size.
+    /// - the contents would take more than 256 MiB and more than sixteen times the buffer's size, which is
+    ///   only possible if tables or vectors are referenced several times.
     /// @throws std::bad_alloc, std::length_error if the buffer cannot be allocated; the stream is then
     ///         directly after the length
     /// @throws std::ios_base::failure if exceptions are enabled on the stream

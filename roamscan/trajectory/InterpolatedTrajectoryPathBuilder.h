@@ -26,8 +26,8 @@ class PoseSequence;
 ///
 /// Thread safety: build() may run concurrently. Adding poses needs external synchronisation.
 ///
-/// @note Durations may be zero or negative; the current time then stays or goes back. A pose that is not
-/// `valid()` is added like any other. A pose at time NaN is dropped, but NaN becomes the current time.
+/// @note Durations may be zero or negative; the current time then does not change or decreases. A pose that
+/// is not `valid()` is added like any other. A pose at time NaN is dropped, but NaN becomes the current time.
 class ROAMSCAN_EXPORT InterpolatedTrajectoryPathBuilder
 {
 public:

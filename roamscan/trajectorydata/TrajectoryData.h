@@ -45,8 +45,8 @@ struct ROAMSCAN_EXPORT TrajectoryData
     /// @return a new store with the result of readFromStream(), or null if that fails
     [[nodiscard]] static std::shared_ptr<TrajectoryData> read(std::istream& stream);
 
-    /// Reads a length-prefixed buffer, replaces the contents by its contents, and leaves the stream directly
-    /// after it.
+    /// Replaces the contents of the store by those of a length-prefixed buffer, and leaves the stream
+    /// directly after it.
     ///
     /// A device other than the first four is dropped, with a message in the log.
     ///
