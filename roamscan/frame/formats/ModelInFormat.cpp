@@ -46,7 +46,7 @@ std::size_t ModelInFormat::lineNumber() const noexcept
 
 void ModelInFormat::fail(int status) noexcept
 {
-    tokens_->fail(status);
+    tokens_->fail(StatusCode::isTolerated(status) ? StatusCode::syntaxError : status);
 }
 
 // Keywords.

@@ -102,7 +102,8 @@ public:
 
     /// Sets status(), unless there was a failure before. For readers that reject a text that follows the
     /// grammar.
-    /// @param status the code of the failure, not 0
+    /// @param status the code of the failure. Readers would go on after a tolerated one, so each of those
+    /// counts as StatusCode::syntaxError.
     void fail(int status) noexcept;
 
 private:

@@ -5,6 +5,7 @@
 #include <roamscan/frame/attributes/NewValueInfo.h>
 #include <roamscan/frame/bvbase/SmartPtr.h>
 #include <roamscan/frame/bvbase/oVClass.h>
+#include <roamscan/frame/formats/WriteContext.h>
 #include <roamscan/frame/observers/BlockObserving.h>
 #include <roamscan/frame/observers/InfoFailed.h>
 #include <roamscan/frame/observers/ThreadLocalStorage.h>
@@ -12,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -169,6 +171,61 @@ TEST_F(Change, TheLastReferenceMayBeRemovedDuringTheNotificationBefore)
     watcher->whenToChange = [&](Observer&) { attribute.reset(); };
     EXPECT_TRUE(attribute->assignFrom(2, nullptr, nullptr));
     EXPECT_FALSE(attribute);
+}
+
+TEST_F(Change, TheLastReferenceMayGoWhileAnyKindOfChangeIsAnnounced)
+{
+    for (bool const fromText : {false, true}) {
+        attribute = number(1);
+        watcher->watch(*attribute);
+        watcher->whenToChange = [&](Observer&) { attribute.reset(); };
+        if (fromText) {
+            attribute->assignFromString(L"2", nullptr, nullptr);
+        } else {
+            attribute->assignSilently(2, nullptr, nullptr);
+        }
+        EXPECT_FALSE(attribute);
+    }
+    EXPECT_EQ(watcher->calls, (Calls{"toChange", "changed", "toChange", "changed"}));
+}
+
+TEST_F(Change, TheCallersVariableMayChangeWhileItIsAnnounced)
+{
+    watcher->watch(*attribute);
+    int value = 2;
+    watcher->whenToChange = [&](Observer&) { value = 9; };
+    EXPECT_TRUE(attribute->assignFrom(value, nullptr, nullptr));
+    EXPECT_EQ(attribute->getValue(), 2);
+    value = 3;
+    attribute->assignSilently(value, nullptr, nullptr);
+    EXPECT_EQ(attribute->getValue(), 3);
+}
+
+// Counts the calls of touch().
+class TouchedAttr : public Attr<int>
+{
+public:
+    TouchedAttr() : Attr(CreateType::Fresh, nullptr) {}
+    void touch(Observer* observer, void* parameter) override
+    {
+        ++touches;
+        Attr::touch(observer, parameter);
+    }
+
+    int touches = 0;
+};
+
+TEST_F(Change, AssignFromReportsThroughTheBaseAndTheOtherAssignmentsThroughTouch)
+{
+    SmartPtr<TouchedAttr> const touched(new TouchedAttr);
+    watcher->watch(*touched);
+    touched->assignFrom(1, nullptr, nullptr);
+    EXPECT_EQ(touched->touches, 0);
+    touched->assignSilently(2, nullptr, nullptr);
+    EXPECT_EQ(touched->touches, 1);
+    touched->assignFromString(L"3", nullptr, nullptr);
+    EXPECT_EQ(touched->touches, 2);
+    EXPECT_EQ(watcher->calls.size(), 6U);
 }
 
 TEST_F(Change, AnObserverMayChangeTheAttributeAgain)
@@ -412,6 +469,30 @@ TEST_F(CachedPath, AllReadsGiveThePendingValue)
     EXPECT_EQ(ownText, L"1");
 }
 
+TEST_F(CachedPath, ComparisonReadsThePendingValueOfEitherSide)
+{
+    EXPECT_TRUE(attribute->equalsAttr(*number(10)));
+    EXPECT_TRUE(number(10)->equalsAttr(*attribute));
+    EXPECT_FALSE(number(1)->equalsAttr(*attribute));
+}
+
+TEST_F(CachedPath, WritingWritesThePendingValue)
+{
+    std::ostringstream stream;
+    oV::WriteContext context;
+    EXPECT_EQ(attribute->writeTo(&stream, &context), 0);
+    EXPECT_EQ(stream.str(), "value 10;\n");
+}
+
+TEST_F(CachedPath, TwoAttributesMayNameEachOther)
+{
+    SmartPtr<CachedAttributeInfo> const back(new CachedAttributeInfo(attribute.get()));
+    cached->addNotifyInfo(back.get());
+    EXPECT_EQ(attribute->getValue(), 10); // the own value of the attribute that the record names
+    EXPECT_EQ(cached->getValue(), 1);
+    cached->removeNotifyInfos(false);
+}
+
 TEST_F(CachedPath, AnAttributeWithoutARecordReadsItsOwnValue)
 {
     EXPECT_EQ(number(5)->getValue(), 5);
@@ -434,6 +515,14 @@ TEST_F(CachedPath, AssignFromResolvesThePendingValue)
     EXPECT_EQ(attribute->getValue(), 2);
     EXPECT_EQ(watcher->calls, (Calls{"toChange", "changed"}));
     expectResolved();
+}
+
+TEST_F(CachedPath, AnyCountOtherThanZeroSelectsThePath)
+{
+    ThreadLocalStorage::the().getData()->cachedPathCount = 2;
+    EXPECT_TRUE(attribute->assignFrom(2, nullptr, nullptr));
+    expectResolved();
+    ThreadLocalStorage::the().getData()->cachedPathCount = 1;
 }
 
 TEST_F(CachedPath, AVetoedAssignmentRemovesTheRecordsAndKeepsTheOwnValue)
@@ -460,7 +549,30 @@ TEST_F(CachedPath, WhileObservingIsBlockedAssignFromOnlyStores)
     EXPECT_EQ(attribute->getValue(), 2);
     EXPECT_TRUE(watcher->calls.empty());
     EXPECT_TRUE(listener->values.empty());
+    EXPECT_EQ(recordsOf(*attribute), 0U);
     expectResolved();
+}
+
+TEST_F(CachedPath, WhileObservingIsBlockedAnEarlierRefusalDoesNotCount)
+{
+    watcher->watch(*attribute);
+    refuse(*attribute);
+    BlockObserving const blocked;
+    EXPECT_TRUE(attribute->assignFrom(2, nullptr, nullptr));
+    EXPECT_EQ(attribute->getValue(), 2);
+}
+
+TEST_F(CachedPath, ModifiedListenersHearOfValuesThatDifferFromThePendingOne)
+{
+    SmartPtr<Listener> const listener(new Listener);
+    Attribute::addModifiedListener(listener.get());
+    ThreadLocalStorage::the().getData()->cachedPathCount = 0; // so the value stays pending
+    attribute->assignFrom(10, nullptr, nullptr);
+    EXPECT_TRUE(listener->values.empty());
+    attribute->assignFrom(1, nullptr, nullptr);
+    EXPECT_EQ(listener->values, std::vector<int>{10});
+    ThreadLocalStorage::the().getData()->cachedPathCount = 1;
+    Attribute::removeModifiedListener(listener.get());
 }
 
 TEST_F(CachedPath, WithoutTheFlagAssignFromLeavesTheRecord)
@@ -501,6 +613,17 @@ TEST_F(CachedPath, WhileObservingIsBlockedTouchReportsNothing)
     expectResolved();
 }
 
+TEST_F(CachedPath, TouchLeavesARecordThatNamesNoAttribute)
+{
+    attribute->removeNotifyInfos(false);
+    SmartPtr<CachedAttributeInfo> const empty(new CachedAttributeInfo(nullptr));
+    attribute->addNotifyInfo(empty.get());
+    attribute->touch(nullptr, nullptr);
+    EXPECT_EQ(attribute->getValue(), 1);
+    EXPECT_TRUE(Attribute::isCachedAttributePending());
+    EXPECT_EQ(attribute->lookupNotifyInfo(CachedAttributeInfo::Class()), empty.get());
+}
+
 TEST_F(CachedPath, OutsideThePathTouchKeepsThePendingValue)
 {
     ThreadLocalStorage::the().getData()->cachedPathCount = 0;
@@ -514,6 +637,19 @@ TEST_F(CachedPath, AssignFromStringDropsThePendingValue)
 {
     attribute->assignFromString(L"2", nullptr, nullptr);
     EXPECT_EQ(attribute->getValue(), 2);
+    EXPECT_EQ(attribute->parEx()->infos.capacity(), 0U); // the memory is given back
+    expectResolved();
+}
+
+TEST_F(CachedPath, AssignFromStringAnnouncesBeforeItDropsThePendingValue)
+{
+    watcher->watch(*attribute);
+    watcher->whenToChange = [&](Observer&) {
+        EXPECT_TRUE(Attribute::isCachedAttributePending());
+        EXPECT_EQ(attribute->getValue(), 10);
+    };
+    attribute->assignFromString(L"2", nullptr, nullptr);
+    EXPECT_EQ(watcher->calls, (Calls{"toChange", "changed"}));
     expectResolved();
 }
 

@@ -87,6 +87,12 @@ TEST(AttrWriting, Form1HasNoKeyword)
     EXPECT_EQ(written(StringList{L"a"}, Format::Bare, true), "[\"a\"]\n");
 }
 
+TEST(AttrWriting, AnyOtherFormHasTheKeyword)
+{
+    EXPECT_EQ(written(5, Format{2}, true), "value 5;\n");
+    EXPECT_EQ(written(0, Format{2}, false), "");
+}
+
 TEST(AttrWriting, Form1HasDefaultValuesInAnyCase)
 {
     EXPECT_EQ(written(false, Format::Bare, false), "false\n");
@@ -173,6 +179,11 @@ TEST(AttrReading, TheLastValueCounts)
 TEST(AttrReading, UnknownKeywordsAreSkippedWithAToleratedStatus)
 {
     EXPECT_EQ(readBack(0, "unit \"m\"; value 2; range 0 { low 1; high 9; } value 3;"), std::pair(3, 23));
+}
+
+TEST(AttrReading, AKeywordThatOnlyBeginsLikeTheEndOfABlockIsUnknown)
+{
+    EXPECT_EQ(readBack(0, "\"}x\" 1; value 2;"), std::pair(2, 23));
 }
 
 TEST(AttrReading, StopsAtTheEndOfItsBlockAndPassesItToTheEnclosingReader)

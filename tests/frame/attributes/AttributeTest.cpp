@@ -108,6 +108,8 @@ class PlacedContainer : public AttrContainer
 public:
     using AttrContainer::AttrContainer;
     [[nodiscard]] AttrContainer* lookupObject() override { return this; }
+    [[nodiscard]] String inqDisplayPath() const override { return L"My box"; }
+    [[nodiscard]] String inqObjPath() const override { return L"Root/Box"; }
     [[nodiscard]] bool isPartOfMainTree() const override { return true; }
 };
 
@@ -128,10 +130,19 @@ TEST(Attribute, InAContainerIsFoundThroughIt)
         EXPECT_TRUE(attribute->isPartOfMainTree());
     }
     EXPECT_EQ(plain->getName(), L"Size");
-    EXPECT_EQ(plain->inqObjPath(), L"Box/Size");
-    EXPECT_EQ(plain->inqDisplayPath(), L"Box/Size");
+    EXPECT_EQ(plain->inqObjPath(), L"Root/Box/Size");
+    EXPECT_EQ(plain->inqDisplayPath(), L"My box/Size");
     EXPECT_EQ(plain->inqObserver(L"Size"), plain.get());
     EXPECT_EQ(plain->inqObserver(L"Open"), nullptr);
+}
+
+TEST(Attribute, TheLocationOfACustomOneIsOnlyWhatWasSet)
+{
+    auto const container = namedContainer(L"Box");
+    SmartPtr<CustAttr<bool>> const custom(new CustAttr<bool>(CreateType::Fresh, nullptr));
+    container->addAttribute(custom.get(), L"Open");
+    custom->setLocation(nullptr);
+    EXPECT_EQ(custom->getLocation(0xFFFFFFFF), nullptr);
 }
 
 TEST(Attribute, OutlivesItsContainer)
@@ -239,6 +250,17 @@ TEST(AttributeMemory, ADuplicateOfAnAttributeInABlockIsOnTheHeap)
     SmartPtr<Attribute> const asCustom(inBlock->duplicateAttr(CreateType::NoSource, false));
     EXPECT_FALSE(asPlain->isInBlock());
     EXPECT_FALSE(asCustom->isInBlock());
+}
+
+TEST(AttributeMemory, AByteThatWasLeftSetChangesNothingOnTheHeap) // the sanitizers report a leak otherwise
+{
+    auto& data = ThreadLocalStorage::the().makeData();
+    data.attributeInBlock = 1;
+    auto onHeap = number();
+    EXPECT_FALSE(onHeap->isInBlock());
+    data.attributeInBlock = 1;
+    onHeap.reset();
+    EXPECT_EQ(data.attributeInBlock, 0U);
 }
 
 TEST(AttributeMemory, AttributesDestroyedByTheDestructionOfAnotherAreFreedByTheirOwnFlags)

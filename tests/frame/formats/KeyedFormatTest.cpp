@@ -290,6 +290,16 @@ TEST(KeyedFormat, AReaderMayFailByItself)
     EXPECT_EQ(open.in.getKeyword(), String::EMPTY);
 }
 
+// Readers go on after a tolerated status, and would never end.
+TEST(KeyedFormat, AFailureWithAToleratedStatusCountsAsASyntaxError)
+{
+    for (int const status : {0, 5, StatusCode::unknownKeyword}) {
+        OpenText open("a 1;");
+        open.in.fail(status);
+        EXPECT_EQ(open.in.status(), StatusCode::syntaxError);
+    }
+}
+
 TEST(KeyedFormat, BlocksNestAHundredTimesAndNotOnceMore)
 {
     auto const nested = [](int count) {
