@@ -78,6 +78,7 @@ TEST_F(Change, NotifiesBeforeStoresAndNotifiesAfter)
     Calls seen;
     watcher->whenToChange = [&](Observer& subject) {
         EXPECT_EQ(&subject, attribute.get());
+        EXPECT_EQ(watcher->lastOriginator, originator.get());
         EXPECT_EQ(attribute->getValue(), 1);
         auto* const info = subject.lookupNotifyInfo(NewValueInfo<int>::Class());
         ASSERT_NE(info, nullptr);
@@ -414,6 +415,50 @@ TEST(ModifiedListeners, MayComeAndGoWhileOtherThreadsChangeAttributesOfTheirOwn)
     }
     EXPECT_TRUE(Attribute::removeModifiedListener(always.get()));
     EXPECT_EQ(always->calls.load(), 2 * changes);
+}
+
+TEST_F(Modified, OneListenerStaysWhenAnotherIsRemoved)
+{
+    SmartPtr<Listener> const second(new Listener);
+    Attribute::addModifiedListener(second.get());
+    EXPECT_TRUE(Attribute::removeModifiedListener(second.get()));
+    EXPECT_TRUE(Attribute::isAnyModifiedListenerExisting());
+    attribute->assignFrom(2, nullptr, nullptr);
+    EXPECT_EQ(listener->values, std::vector<int>{1});
+    EXPECT_TRUE(second->values.empty());
+}
+
+// Removes itself, as a listener and, with that, as an object.
+class ListenerOnce : public Listener
+{
+public:
+    void attributeModified(Attribute& attribute, Observer* observer, void* parameter) override
+    {
+        Listener::attributeModified(attribute, observer, parameter);
+        Attribute::removeModifiedListener(this);
+    }
+
+protected:
+    ~ListenerOnce() override { EXPECT_FALSE(Attribute::removeModifiedListener(this)); }
+};
+
+TEST_F(Modified, AListenerMayRemoveItselfWhileItIsCalledAndUseTheListAtItsEnd)
+{
+    SmartPtr<ListenerOnce> const kept(new ListenerOnce);
+    Attribute::addModifiedListener(kept.get());
+    Attribute::addModifiedListener(new ListenerOnce);
+    attribute->assignFrom(2, nullptr, nullptr);
+    attribute->assignFrom(3, nullptr, nullptr);
+    EXPECT_EQ(kept->values, std::vector<int>{1});
+    EXPECT_EQ(kept->referenceCount(), 1U);
+    EXPECT_EQ(listener->values, (std::vector<int>{1, 2}));
+    Attribute::addModifiedListener(new ListenerOnce);
+    SmartPtr<ListenerOnce> last(new ListenerOnce);
+    Attribute::addModifiedListener(last.get());
+    ListenerOnce const* const address = last.get();
+    last.reset();
+    EXPECT_TRUE(Attribute::removeModifiedListener(address)); // destroyed after the lock is released
+    attribute->assignFrom(4, nullptr, nullptr);
 }
 
 // The cached-value path

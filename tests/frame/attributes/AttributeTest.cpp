@@ -136,6 +136,16 @@ TEST(Attribute, InAContainerIsFoundThroughIt)
     EXPECT_EQ(plain->inqObserver(L"Open"), nullptr);
 }
 
+TEST(Attribute, BelongsToWhatItsContainerBelongsTo)
+{
+    auto const container = namedContainer(L"Box"); // belongs to nothing
+    auto const attribute = number();
+    container->addAttribute(attribute.get(), L"Size");
+    EXPECT_EQ(attribute->getLocation(0xFFFFFFFF), container.get());
+    EXPECT_EQ(attribute->lookupObject(), nullptr);
+    EXPECT_FALSE(attribute->isPartOfMainTree());
+}
+
 TEST(Attribute, TheLocationOfACustomOneIsOnlyWhatWasSet)
 {
     auto const container = namedContainer(L"Box");
