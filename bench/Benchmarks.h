@@ -21,6 +21,8 @@ namespace bench
 [[nodiscard]] Group panorama();
 [[nodiscard]] Group anchorSections();
 [[nodiscard]] Group exifReader();
+[[nodiscard]] Group options();
+[[nodiscard]] Group optionsOnTwoThreads();
 
 /// All of them. Peak memory comes first, while the process is small: a child inherits the heap of its parent,
 /// and free memory in it would hide what the child takes.
@@ -37,7 +39,9 @@ namespace bench
             sensorOperations(),
             panorama(),
             anchorSections(),
-            exifReader()};
+            exifReader(),
+            options(),
+            optionsOnTwoThreads()};
 }
 
 } // namespace bench

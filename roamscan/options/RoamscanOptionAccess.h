@@ -29,10 +29,10 @@ class LiveOptions
 public:
     [[nodiscard]] static Bv_1_1::CriticalSection& lock() noexcept { return RoamscanOptions::lock; }
 
-    /// The container, or null if the options are not up.
+    /// The container, or null if the options are not up. The calling thread holds the lock.
     [[nodiscard]] static Bv_1_1::SmartPtr<RoamscanOptionsCont> container()
     {
-        return RoamscanOptions::available() ? RoamscanOptions::the()->m_opts : nullptr;
+        return RoamscanOptions::instance ? RoamscanOptions::instance->m_opts : nullptr;
     }
 };
 
