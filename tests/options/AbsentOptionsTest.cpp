@@ -1,14 +1,23 @@
 /// @file
 /// The options before the host has created them. A separate program, because they cannot be removed again.
 
+#include "tests/support/OptionsPrivates.h"
+
+#include <roamscan/frame/bvbase/Module.h>
 #include <roamscan/frame/bvbase/String.h>
+#include <roamscan/frame/bvbase/oVClass.h>
 #include <roamscan/options/RoamscanOptionAccess.h>
 #include <roamscan/options/RoamscanOptions.h>
+#include <roamscan/options/RoamscanOptionsCont.h>
 #include <roamscan/options/RoamscanOptionsHost.h>
 #include <roamscan/options/RoamscanOptionsJsonMerger.h>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <string>
+#include <vector>
 
 namespace
 {
@@ -16,10 +25,58 @@ namespace
 using Bv_1_1::String;
 using oV::Roamscan::getOption;
 using oV::Roamscan::RoamscanOptions;
+using oV::Roamscan::RoamscanOptionsCont;
 using oV::Roamscan::RoamscanOptionsJsonMerger;
 using oV::Roamscan::setOption;
 
+/// Makes the protected tables visible.
+class OpenContainer : public RoamscanOptionsCont
+{
+public:
+    using RoamscanOptionsCont::attrDefMap;
+    using RoamscanOptionsCont::attrNames;
+};
+
 } // namespace
+
+TEST(LoadedLibrary, HasItsClassRecordsAndIsAttached)
+{
+    // Asked of the module first: Class() would make a record that is missing.
+    std::vector<std::wstring> names;
+    for (Bv_1_1::oVClass const* const record : Bv_1_1::Module::library().classes()) {
+        names.emplace_back(record->name());
+    }
+    auto const options = std::find(names.begin(), names.end(), L"RoamscanOptions");
+    auto const container = std::find(names.begin(), names.end(), L"RoamscanOptionsCont");
+    ASSERT_NE(options, names.end());
+    ASSERT_NE(container, names.end());
+    EXPECT_LT(options, container); // entered first
+    EXPECT_TRUE(Bv_1_1::Module::library().isAttached());
+}
+
+TEST(LoadedLibrary, HasTheTablesOfTheContainer)
+{
+    EXPECT_NE(OpenContainer::attrNames, nullptr);
+    EXPECT_NE(OpenContainer::attrDefMap, nullptr);
+}
+
+TEST(LoadedLibrary, TheRecordOfTheContainerSetsItsTablesUpAndClearsThem)
+{
+    auto* const record = const_cast<Bv_1_1::oVClass*>(RoamscanOptionsCont::Class());
+    record->clearClassStatics();
+    EXPECT_EQ(OpenContainer::attrNames, nullptr);
+    EXPECT_EQ(OpenContainer::attrDefMap, nullptr);
+    record->initClassStatics();
+    EXPECT_NE(OpenContainer::attrNames, nullptr);
+    EXPECT_NE(OpenContainer::attrDefMap, nullptr);
+}
+
+TEST(AbsentOptions, AreNotAvailable)
+{
+    EXPECT_FALSE(support::areOptionsAvailable());
+    EXPECT_FALSE(support::theOptions());
+    EXPECT_EQ(support::optionsLock().holdCount(), 0U);
+}
 
 TEST(AbsentOptions, AReadGivesTheFallbackAndCreatesNothing)
 {
@@ -65,6 +122,7 @@ TEST(NullContainer, ReadsGiveTheFallbackAndCleanUpIsHarmless)
 {
     // Last, because the options exist from here on, without a container.
     oV::Roamscan::RoamscanOptionsHost::setup(nullptr);
+    EXPECT_TRUE(support::areOptionsAvailable()); // the singleton, which has no container
     EXPECT_EQ(getOption<int>(L"X", 5), 5);
     EXPECT_EQ(setOption<int>(L"X", 6), 6);
     RoamscanOptions::cleanUp();

@@ -6,6 +6,7 @@
 #include <roamscan/frame/bvbase/SmartPtr.h>
 #include <roamscan/frame/bvbase/String.h>
 #include <roamscan/frame/bvbase/oVClass.h>
+#include <roamscan/frame/observers/PreserveObserverRelation.h>
 #include <roamscan/options/RoamscanOptionsCont.h>
 
 #include <gtest/gtest.h>
@@ -174,6 +175,45 @@ TEST(RoamscanOptionsCont, InitMakesTheTwoListsEmptyAndSetsTheName)
     EXPECT_EQ(container->getAttribute(1)->getClassType(), Attr<Strings>::Class());
 }
 
+TEST(RoamscanOptionsCont, InitSaysWhetherItHasMadeTheAttributes)
+{
+    auto const container = uninitialised();
+    EXPECT_TRUE(container->init(CreateType::Fresh, nullptr));
+    container->setName(L"mine", 0);
+    container->OptionsNames(Strings{L"a"});
+    container->OptionsTypes(Strings{L"b"});
+    EXPECT_FALSE(container->init(CreateType::Fresh, nullptr)); // they are there; the values start anew
+    EXPECT_EQ(container->getNumAttributes(), 3U);
+    EXPECT_EQ(container->getName(), String(L"RoamscanOptionsCont"));
+    EXPECT_TRUE(container->OptionsNames().empty());
+    EXPECT_TRUE(container->OptionsTypes().empty());
+}
+
+TEST(RoamscanOptionsCont, InitWithTheTypeNoSourceTakesNothingFromTheSource)
+{
+    auto const source = madeOptionsContainer();
+    add<int>(*source, L"speed", 7);
+    source->updateToCurrentOptions();
+    auto const container = uninitialised();
+    container->init(CreateType::NoSource, source.get());
+    EXPECT_TRUE(container->OptionsNames().empty());
+    EXPECT_TRUE(container->OptionsTypes().empty());
+    EXPECT_EQ(container->getNumAttributes(), 3U);
+}
+
+TEST(RoamscanOptionsCont, InitOfADerivedClassSetsTheNameOfThisClass)
+{
+    class Derived : public RoamscanOptionsCont
+    {
+    public:
+        Derived() : RoamscanOptionsCont(CreateType::Fresh, nullptr) {}
+        [[nodiscard]] Bv_1_1::oVClass const* getClassType() const override { return AttrContainer::Class(); }
+    };
+    SmartPtr<Derived> const container(new Derived());
+    container->init(CreateType::Fresh, nullptr);
+    EXPECT_EQ(container->getName(), String(L"RoamscanOptionsCont"));
+}
+
 TEST(RoamscanOptionsCont, TheListsAreWhatWasAssigned)
 {
     auto const container = madeOptionsContainer();
@@ -192,6 +232,15 @@ TEST(RoamscanOptionsCont, FindsItsStaticAttributesByNameAndToken)
     EXPECT_EQ(container->getAttrName(2), String(L"OptionsTypes"));
     EXPECT_EQ(container->getAttrDefinition(1), &OpenContainer::attrDefs[0]);
     EXPECT_EQ(container->getAttrDefinition(2), &OpenContainer::attrDefs[1]);
+}
+
+TEST(RoamscanOptionsCont, KnowsItsStaticAttributesBeforeInit)
+{
+    auto const container = uninitialised();
+    EXPECT_EQ(container->getAttrToken(L"OptionsTypes"), 2U);
+    EXPECT_EQ(container->getAttrName(2), String(L"OptionsTypes"));
+    EXPECT_EQ(container->getAttrDefinition(2), &OpenContainer::attrDefs[1]);
+    EXPECT_EQ(container->getAttrDefinition(3), nullptr);
 }
 
 TEST(RoamscanOptionsCont, LooksOtherNamesAndTokensUpAsAContainerDoes)
@@ -214,6 +263,7 @@ TEST(RoamscanOptionsCont, WithoutStaticsItStillFindsOptions)
     RoamscanOptionsCont::clearStatics();
     EXPECT_EQ(valueOf<int>(*container, L"speed"), 7);
     EXPECT_EQ(container->getAttrName(container->getAttrToken(L"speed")), String(L"speed"));
+    EXPECT_EQ(container->getAttrDefinition(container->getAttrToken(L"speed")), nullptr);
     RoamscanOptionsCont::initStatics();
 }
 
@@ -287,6 +337,8 @@ TEST(RoamscanOptionsCont, InitializeCustomAttributesMakesWhatTheListsName)
     EXPECT_FALSE(valueOf<bool>(*container, L"fast"));
     EXPECT_EQ(valueOf<double>(*container, L"size"), 0.0);
     EXPECT_EQ(valueOf<String>(*container, L"label"), String::EMPTY);
+    EXPECT_NE(dynamic_cast<CustAttr<int>*>(container->getAttribute(container->getAttrToken(L"speed"))),
+              nullptr);
     // Custom attributes store their container.
     EXPECT_EQ(container->getAttribute(container->getAttrToken(L"speed"))->getLocation(0xFFFFFFFF),
               container.get());
@@ -348,6 +400,30 @@ TEST(RoamscanOptionsCont, DuplicateCopiesTheListsAndTheOptions)
     // The copies are deep.
     static_cast<RoamscanOptionsCont&>(*copy).OptionsNames(Strings());
     EXPECT_EQ(container->OptionsNames(), Strings{L"speed"});
+}
+
+TEST(RoamscanOptionsCont, DuplicateKeepsTheNameAndTheTokens)
+{
+    auto const container = madeOptionsContainer();
+    container->setName(L"mine", 0);
+    container->OptionsTypes(Strings{L"Attr<int>"});
+    SmartPtr<AttrContainer> const copy(container->duplicate(CreateType::Fresh));
+    EXPECT_EQ(copy->getName(), String(L"mine"));
+    EXPECT_EQ(static_cast<RoamscanOptionsCont&>(*copy).OptionsTypes(), Strings{L"Attr<int>"});
+    EXPECT_EQ(copy->getNumStaticAttributes(), 3U);
+}
+
+TEST(RoamscanOptionsCont, DuplicateRestoresObserversAmongTheCopiesWhileRelationsAreKept)
+{
+    auto const container = madeOptionsContainer();
+    add<int>(*container, L"observed", 7);
+    container->getAttribute(3)->addObserver(container->getAttribute(1));
+    oV::PreserveObserverRelation const relations;
+    SmartPtr<AttrContainer> const copy(container->duplicate(CreateType::Fresh));
+    auto const* const params = copy->getAttribute(3)->parEx();
+    ASSERT_NE(params, nullptr);
+    EXPECT_EQ(params->changed.size(), 1U);
+    EXPECT_TRUE(params->changed.contains(copy->getAttribute(1)));
 }
 
 TEST(RoamscanOptionsCont, DuplicateWithoutASourceIsAFreshInit)

@@ -86,6 +86,13 @@ TEST_F(JsonMergerTest, ElementsMayHoldAnyText)
     EXPECT_EQ(getOption<int>(L"P..\u00E4\U0001F4F7", 0), 5);
 }
 
+TEST_F(JsonMergerTest, AnElementsZeroByteEndsItInTheNameOnly)
+{
+    merger[{std::string("a\0b", 3)}] = 5;
+    EXPECT_EQ(getOption<int>(L"P.a", 0), 5);
+    EXPECT_TRUE(merger.get().contains(std::string("a\0b", 3)));
+}
+
 TEST_F(JsonMergerTest, AMissingMemberIsInsertedAsNull)
 {
     (void)merger[{"a", "b"}];

@@ -51,6 +51,7 @@ TEST_F(RoamscanOptionsTest, HasItsClassRecord)
     Bv_1_1::oVClass const* const record = RoamscanOptions::Class();
     EXPECT_EQ(std::wstring(record->name()), L"RoamscanOptions");
     EXPECT_EQ(record->parent(), Bv_1_1::BaseNode::Class());
+    EXPECT_EQ(record->version().number, 0U);
     EXPECT_EQ(record->create(), nullptr);
 }
 
@@ -170,7 +171,7 @@ TEST_F(RoamscanOptionsTest, AfterCleanUpAFormerOptionIsCreatedAnewWithTheFallbac
     EXPECT_TRUE(isWeak);
 }
 
-TEST_F(RoamscanOptionsTest, CopiesAndMovesShareTheContainer)
+TEST_F(RoamscanOptionsTest, CanBeCopiedAndMovedButNotAssigned)
 {
     // Plug-ins cannot create instances, but the host may copy and move its own.
     static_assert(std::is_copy_constructible_v<RoamscanOptions>);
