@@ -210,6 +210,24 @@ TEST(BlockUpdateObservers, UpdatesNothingWhileAnExceptionPassesThrough)
     EXPECT_EQ(table.blockCount(), 0U);
 }
 
+TEST(BlockUpdateObservers, UpdatesInAScopeThatBeginsWhileAnExceptionPassesThrough)
+{
+    struct CopyAtEnd
+    {
+        ObserverRelationTable& table;
+        Node& object;
+        ~CopyAtEnd() { BlockUpdateObservers const scope(&table, &object); }
+    };
+    auto const object = node();
+    ObserverRelationTable table;
+    try {
+        CopyAtEnd const atEnd{table, *object};
+        throw std::runtime_error("failed elsewhere");
+    } catch (std::runtime_error const&) {
+    }
+    EXPECT_EQ(object->updates, 1);
+}
+
 TEST(CopyRelations, ObserversAmongTheSourcesAreObserversAmongTheCopies)
 {
     auto const source = node();

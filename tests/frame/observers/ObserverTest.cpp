@@ -242,6 +242,8 @@ TEST_F(Notification, AnObserverMayRemoveAnother)
     b->action = [&] {
         subject->removeObserver(a.get());
         subject->removeObserver(c.get());
+        EXPECT_FALSE(subject->removeObserver(nullptr));
+        EXPECT_FALSE(subject->parEx()->changed.contains(nullptr));
     };
     subject->notifyChanged(nullptr);
     EXPECT_EQ(calls, (Calls{"a changed", "b changed"}));
@@ -259,6 +261,66 @@ TEST_F(Notification, AnObserverAddedDuringANotificationIsNotNotifiedByIt)
     EXPECT_EQ(calls, Calls{"a changed"});
     subject->notifyChanged(nullptr);
     EXPECT_EQ(calls, (Calls{"a changed", "a changed", "b changed", "c changed"}));
+}
+
+TEST_F(Notification, ANotificationWithinANotificationSkipsNoObserverOfTheOuterOne)
+{
+    SmartPtr<Watcher> const d = watcher("d");
+    for (auto* const watcher : {a.get(), b.get(), c.get(), d.get()}) {
+        subject->addObserver(watcher);
+    }
+    b->action = [&] {
+        b->action = nullptr;
+        subject->removeObserver(a.get());
+        subject->notifyChanged(nullptr);
+    };
+    subject->notifyChanged(nullptr);
+    EXPECT_EQ(calls,
+              (Calls{"a changed",
+                     "b changed",
+                     "b changed", // the inner notification
+                     "c changed",
+                     "d changed",
+                     "c changed",
+                     "d changed"}));
+}
+
+TEST_F(Notification, AListOfTheCallersOwnNotifiesOfAChange)
+{
+    oV::ObserverList own;
+    own.add(a.get());
+    subject->addObserver(b.get(), Notice::ToChange);
+    subject->notifySequence(nullptr, &own);
+    EXPECT_EQ(calls, Calls{"a changed"});
+}
+
+TEST_F(Notification, AnObserverThatLeavesOneListStaysInTheOther)
+{
+    subject->addObserver(a.get(), Notice::Changed);
+    subject->addObserver(a.get(), Notice::ToChange);
+    EXPECT_TRUE(subject->removeObserver(a.get(), Notice::Changed));
+    subject->notifyToChange(nullptr);
+    EXPECT_EQ(calls, Calls{"a toChange"});
+    a.reset();
+    EXPECT_TRUE(subject->parEx()->toChange.empty());
+}
+
+TEST_F(Notification, AnObserverHasLeftTheListsWhenItIsInformedOfTheEnd)
+{
+    subject->addObserver(a.get());
+    a->whenDeleted = [&] { EXPECT_TRUE(a->parEx()->observed.empty()); };
+    subject.reset();
+    EXPECT_EQ(a->deletions, 1);
+}
+
+TEST_F(Notification, AnObserverThatIsAboutToGoCannotJoin)
+{
+    subject->addObserver(a.get());
+    Subject* const leaving = subject.get();
+    a->whenDeleted = [&] { EXPECT_FALSE(b->addObserver(leaving)); };
+    subject.reset();
+    EXPECT_EQ(a->deletions, 1);
+    EXPECT_TRUE(b->parEx()->changed.empty());
 }
 
 TEST_F(Notification, AnObserverMayLeaveAndJoinAgain)
@@ -325,7 +387,10 @@ TEST_F(Notification, AnObserverMayGoDuringItsOwnNotification)
 {
     subject->addObserver(a.get());
     subject->addObserver(b.get());
-    a->action = [&] { a.reset(); };
+    a->action = [&] {
+        a.reset();
+        EXPECT_EQ(subject->parEx()->changed.size(), 2U); // it is kept until it returns
+    };
     subject->notifyChanged(nullptr);
     EXPECT_EQ(calls, (Calls{"a changed", "b changed"}));
     EXPECT_EQ(subject->parEx()->changed.size(), 1U);
