@@ -54,9 +54,7 @@ struct Input
             windows.emplace_back(start, start + length(generator));
         }
         if (kind == Windows::InOrder) {
-            std::sort(windows.begin(), windows.end(), [](TimeWindow const& a, TimeWindow const& b) {
-                return a.start < b.start;
-            });
+            std::ranges::sort(windows, {}, &TimeWindow::start);
         }
         for (std::size_t i = 0; i < lookupCount; ++i) {
             times.push_back(time(generator));
@@ -103,11 +101,7 @@ struct Insertion
     static void measure(benchmark::State& state)
     {
         auto const& windows = inputFor<Input>(kind).windows;
-        for ([[maybe_unused]] auto _ : state) {
-            auto const sections = filled<Sections>(windows);
-            benchmark::DoNotOptimize(&sections);
-            benchmark::ClobberMemory();
-        }
+        measureEach(state, std::span(&windows, 1), filled<Sections>);
         state.SetItemsProcessed(state.iterations() * std::ssize(windows));
     }
 };

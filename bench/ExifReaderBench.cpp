@@ -5,7 +5,7 @@
 #include "bench/Benchmarks.h"
 #include "bench/Loops.h"
 #include "bench/workload/MemoryStream.h"
-#include "bench/workload/ScratchFolder.h"
+#include "bench/workload/ScratchFiles.h"
 #include "tests/support/JpegBytes.h"
 
 #include <roamscan/imagery/ExifReader.h>
@@ -34,29 +34,15 @@ using oV::Roamscan::PanoramaImageData::ExifData;
 // A JPEG file and its contents.
 struct Picture
 {
-    std::string file;
+    std::string path;
     std::vector<char> bytes;
 };
 
-std::vector<char> readWhole(std::string const& file)
+Picture pictureAt(std::filesystem::path const& file)
 {
-    std::ifstream stream(file, std::ios::binary);
-    std::vector<char> bytes(static_cast<std::size_t>(std::filesystem::file_size(file)));
-    if (!stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
-        throw std::runtime_error("cannot read " + file);
-    }
-    return bytes;
-}
-
-std::vector<Picture> picturesIn(std::filesystem::path const& folder)
-{
-    std::vector<Picture> pictures;
     // The canonical path is the fastest to open; resolving links is not measured.
-    for (auto const& entry : std::filesystem::directory_iterator(std::filesystem::canonical(folder))) {
-        std::string const file = entry.path().string();
-        pictures.push_back({file, readWhole(file)});
-    }
-    return pictures;
+    std::string const path = std::filesystem::canonical(file).string();
+    return {path, wholeFile(path)};
 }
 
 // Pictures of cameras without their image data, of some kilobytes each. They are not part of the project.
@@ -64,7 +50,13 @@ std::filesystem::path const smallFolder = std::filesystem::path(ROAMSCAN_SHARED_
 
 std::vector<Picture> const& smallPictures()
 {
-    static auto const pictures = picturesIn(smallFolder);
+    static auto const pictures = [] {
+        std::vector<Picture> all;
+        for (auto const& entry : std::filesystem::directory_iterator(smallFolder)) {
+            all.push_back(pictureAt(entry.path()));
+        }
+        return all;
+    }();
     return pictures;
 }
 
@@ -88,68 +80,47 @@ std::string makeLargePicture()
 
 std::vector<Picture> const& largePicture()
 {
-    static ScratchFolder const folder;
-    static auto const pictures = [] {
-        std::ofstream(folder.path() / "large.jpg", std::ios::binary) << makeLargePicture();
-        return picturesIn(folder.path());
-    }();
+    static std::vector<Picture> const pictures{
+        pictureAt(writtenFile("large.jpg", [](std::string const& path) {
+            std::ofstream(path, std::ios::binary) << makeLargePicture();
+        }))};
     return pictures;
 }
 
-// The functions that measure one picture from its file.
-struct FromFile
+// The readers take the path of a picture, or its bytes in memory.
+
+ExifData readTexts(std::string const& path)
 {
-    static constexpr char const* name = ", from its file";
+    std::ifstream stream(path, std::ios::binary);
+    return readExifMetaData(stream);
+}
 
-    static ExifData read(Picture const& picture)
-    {
-        std::ifstream stream(picture.file, std::ios::binary);
-        return readExifMetaData(stream);
-    }
-    static std::vector<char> readAll(Picture const& picture) { return readWhole(picture.file); }
-#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-    static CameraTexts libexif(Picture const& picture)
-    {
-        return readWithLibexif(picture.file);
-    }
-    static CameraTexts exiv2(Picture const& picture)
-    {
-        return readWithExiv2(picture.file);
-    }
-#endif
-};
-
-// The same from memory.
-struct FromMemory
+ExifData readTexts(std::vector<char> const& bytes)
 {
-    static constexpr char const* name = ", from memory";
+    // The buffer takes writable memory, but nothing writes to it.
+    MemoryStreamBuffer buffer({const_cast<char*>(bytes.data()), bytes.size()});
+    std::istream stream(&buffer);
+    return readExifMetaData(stream);
+}
 
-    static ExifData read(Picture const& picture)
-    {
-        // The buffer takes writable memory, but nothing writes to it.
-        MemoryStreamBuffer buffer({const_cast<char*>(picture.bytes.data()), picture.bytes.size()});
-        std::istream stream(&buffer);
-        return readExifMetaData(stream);
-    }
-    static std::vector<char> readAll(Picture const& picture) { return picture.bytes; }
-#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-    static CameraTexts libexif(Picture const& picture)
-    {
-        return readWithLibexif(picture.bytes);
-    }
-    static CameraTexts exiv2(Picture const& picture)
-    {
-        return readWithExiv2(picture.bytes);
-    }
-#endif
-};
+std::vector<char> readAll(std::string const& path)
+{
+    return wholeFile(path);
+}
+
+std::vector<char> readAll(std::vector<char> const& bytes)
+{
+    return bytes;
+}
 
 using Pictures = std::vector<Picture> const& (*)();
-using Target = std::optional<double>; // for the other libraries
 
-Function reading(Pictures pictures, auto read)
+// Measures a reader on each picture. `source` is the member of Picture that it reads.
+Function reading(Pictures pictures, auto source, auto read)
 {
-    return [pictures, read](benchmark::State& state) { measureEach(state, pictures(), read); };
+    return [=](benchmark::State& state) {
+        measureEach(state, pictures(), [&](Picture const& picture) { return read(picture.*source); });
+    };
 }
 
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
@@ -158,35 +129,42 @@ std::string untilZero(std::string const& text)
     return text.substr(0, text.find('\0'));
 }
 
-Function otherReading(Pictures pictures, auto read, auto readOther)
+Function otherReading(Pictures pictures, auto source, auto read)
 {
-    return [pictures, read, readOther](benchmark::State& state) {
+    return [=](benchmark::State& state) {
         // Only libraries that give the same texts can be compared.
         for (Picture const& picture : pictures()) {
-            ExifData const data = read(picture);
+            ExifData const data = readTexts(picture.*source);
             CameraTexts const texts{
                 untilZero(data.dateTime), untilZero(data.manufacturer), untilZero(data.model)};
-            if (!(texts == readOther(picture))) {
-                throw std::logic_error("the readers differ on " + picture.file);
+            if (texts != read(picture.*source)) {
+                throw std::logic_error("the readers differ on " + picture.path);
             }
         }
-        measureEach(state, pictures(), readOther);
+        reading(pictures, source, read)(state);
     };
 }
 #endif
 
-template <typename Source>
-Figure figure(std::string const& picture, Pictures pictures, [[maybe_unused]] Target target)
+// `target` is for the other libraries.
+Figure readingFigure(std::string const& name,
+                     Pictures pictures,
+                     auto source,
+                     [[maybe_unused]] std::optional<double> target = std::nullopt)
 {
-    return {picture + Source::name,
-            microseconds,
-            {"readExifMetaData", reading(pictures, Source::read)},
-            {{"reading all of it", reading(pictures, Source::readAll)},
+    auto const ours = [](auto const& from) { return readTexts(from); };
+    auto const all = [](auto const& from) { return readAll(from); };
+    Figure figure{name,
+                  microseconds,
+                  {"readExifMetaData", reading(pictures, source, ours)},
+                  {{"reading all of it", reading(pictures, source, all)}}};
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-             {"libexif", otherReading(pictures, Source::read, Source::libexif), timesAsFast, target},
-             {"exiv2", otherReading(pictures, Source::read, Source::exiv2), timesAsFast, target}
+    auto const libexif = [](auto const& from) { return readWithLibexif(from); };
+    auto const exiv2 = [](auto const& from) { return readWithExiv2(from); };
+    figure.baselines.push_back({"libexif", otherReading(pictures, source, libexif), timesAsFast, target});
+    figure.baselines.push_back({"exiv2", otherReading(pictures, source, exiv2), timesAsFast, target});
 #endif
-            }};
+    return figure;
 }
 
 } // namespace
@@ -196,12 +174,14 @@ Group exifReader()
     // Of the large picture, opening it is most of the time: no target.
     Group group{"The texts of a camera",
                 Cost::ProcessorTime,
-                {figure<FromFile>("a picture of 8 MB", largePicture, {}),
-                 figure<FromMemory>("a picture of 8 MB", largePicture, {})}};
+                {readingFigure("a picture of 8 MB, from its file", largePicture, &Picture::path),
+                 readingFigure("a picture of 8 MB, from memory", largePicture, &Picture::bytes)}};
     std::error_code ignored;
     if (std::filesystem::is_directory(smallFolder, ignored)) {
-        group.figures.push_back(figure<FromFile>("a small picture", smallPictures, 5.0));
-        group.figures.push_back(figure<FromMemory>("a small picture", smallPictures, 5.0));
+        group.figures.push_back(
+            readingFigure("a small picture, from its file", smallPictures, &Picture::path, 5.0));
+        group.figures.push_back(
+            readingFigure("a small picture, from memory", smallPictures, &Picture::bytes, 5.0));
     }
     return group;
 }

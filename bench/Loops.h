@@ -27,15 +27,15 @@ void measureEach(benchmark::State& state, auto const& items, auto const& functio
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(std::size(items)));
 }
 
-/// For Cost::ReportedTime: measures the wall-clock time of `work` on what `prepare` points to, with a heap
-/// that keeps no free memory. Neither the preparation nor the destruction of a result counts.
+/// For Cost::ReportedTime: measures the wall-clock time of `work` on what `prepare` returns, with a heap that
+/// keeps no free memory. Neither the preparation nor the destruction of a result counts.
 void timeEach(benchmark::State& state, auto const& prepare, auto const& work)
 {
     for ([[maybe_unused]] auto _ : state) {
         auto prepared = prepare();
         releaseFreeMemory();
         auto const start = std::chrono::steady_clock::now();
-        auto const result = work(*prepared);
+        auto const result = work(prepared);
         auto const stop = std::chrono::steady_clock::now();
         benchmark::DoNotOptimize(&result);
         state.SetIterationTime(std::chrono::duration<double>(stop - start).count());
@@ -46,22 +46,22 @@ void timeEach(benchmark::State& state, auto const& prepare, auto const& work)
 void timeEach(benchmark::State& state, auto const& work)
 {
     timeEach(
-        state, [&work] { return &work; }, [](auto const& theWork) { return theWork(); });
+        state, [] { return nullptr; }, [&work](std::nullptr_t) { return work(); });
 }
 
 /// The counter of Google Benchmark that has the bytes of Cost::PeakMemory.
 inline constexpr char const* peakMemoryCounter = "peak_memory";
 
-/// For Cost::PeakMemory: measures in a child process how far `work` on a new `Prepared` raises the peak of
-/// the process's memory above that of making the `Prepared`.
-template <typename Prepared = std::nullptr_t>
-void measurePeakMemory(benchmark::State& state, auto const& work)
+/// For Cost::PeakMemory: measures in a child process the most memory that `work` on what `prepare` returns
+/// takes in addition to what is prepared.
+void measurePeakMemory(benchmark::State& state, auto const& prepare, auto const& work)
 {
     for ([[maybe_unused]] auto _ : state) {
-        state.counters[peakMemoryCounter] = inChild([&work] {
-            auto const prepared = std::make_unique<Prepared>();
+        state.counters[peakMemoryCounter] = inChild([&] {
+            auto prepared = prepare();
+            resetPeakMemory();
             double const before = peakMemory();
-            auto const result = work(*prepared);
+            auto const result = work(prepared);
             benchmark::DoNotOptimize(&result);
             return peakMemory() - before;
         });

@@ -77,14 +77,8 @@ std::vector<Comparison> Measurement::measure(Group const& group, Figure const& f
         for (std::size_t i = 0; i < ours.size(); ++i) {
             ratios.push_back(baseline.ratio.of(ours[i], theirs[i]));
         }
-        comparisons.push_back({group.name,
-                               figure.name,
-                               figure.subject.label,
-                               baseline,
-                               figure.unit,
-                               spreadOf(ours),
-                               spreadOf(theirs),
-                               spreadOf(ratios)});
+        comparisons.push_back(
+            {group.name, figure, baseline, spreadOf(ours), spreadOf(theirs), spreadOf(ratios)});
     }
     comparisons_.insert(comparisons_.end(), comparisons.begin(), comparisons.end());
     return comparisons;

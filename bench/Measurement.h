@@ -24,10 +24,8 @@ struct Spread
 struct Comparison
 {
     std::string group;
-    std::string figure;
-    std::string subject;
+    Figure figure;
     Baseline baseline;
-    Unit unit;
     Spread subjectCost;
     Spread baselineCost;
     Spread ratio; ///< Of the ratios of each repetition.

@@ -4,8 +4,7 @@
 
 #include "bench/Benchmarks.h"
 #include "bench/Loops.h"
-#include "bench/workload/ProcessMemory.h"
-#include "bench/workload/ScratchFolder.h"
+#include "bench/workload/ScratchFiles.h"
 
 #include <roamscan/frame/bvbase/File.h>
 #include <roamscan/frame/bvbase/String.h>
@@ -17,7 +16,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <filesystem>
 #include <random>
 #include <stdexcept>
 
@@ -56,13 +54,6 @@ cv::Mat makePicture()
     return picture;
 }
 
-// A file of this process. Next to it, in a folder of the same name, are the tiles.
-std::string fileNamed(std::string const& name, std::string const& extension)
-{
-    static ScratchFolder const folder;
-    return (folder.path() / (name + "-" + extension + "." + extension)).string();
-}
-
 cv::Mat readTiles(std::string const& file)
 {
     return readImage(Bv_1_1::File::fromPath(Bv_1_1::String::fromNarrow(file.c_str())));
@@ -85,64 +76,47 @@ void writeWhole(std::string const& file, cv::Mat const& picture)
     }
 }
 
-// The picture in a format, in one file and in tiles, written by a child process when first used.
+// The picture in a format: in one file, and in tiles in a folder of the same name.
 std::string pictureFile(std::string const& extension)
 {
-    std::string file = fileNamed("picture", extension);
-    if (!std::filesystem::exists(file)) {
-        inChild([&file] {
-            cv::Mat const picture = makePicture();
-            writeTiles(file, picture);
-            writeWhole(file, picture);
-            return 0.0;
-        });
-    }
-    return file;
-}
-
-using Read = cv::Mat (*)(std::string const&);
-using Write = void (*)(std::string const&, cv::Mat const&);
-
-// A file that was read both ways: the lossless format must give the same pixels.
-struct Input
-{
-    explicit Input(std::string const& extension) : file(pictureFile(extension))
-    {
-        cv::Mat const tiles = readTiles(file);
-        cv::Mat const whole = readWhole(file);
-        if (tiles.size() != whole.size() || tiles.type() != whole.type() || whole.cols != pictureColumns ||
-            (extension == "png" && cv::norm(tiles, whole, cv::NORM_INF) != 0.0))
+    return writtenFile(extension + "-picture." + extension, [&extension](std::string const& path) {
+        cv::Mat const picture = makePicture();
+        writeTiles(path, picture);
+        writeWhole(path, picture);
+        cv::Mat const tiles = readTiles(path);
+        cv::Mat const whole = readWhole(path);
+        bool const isLossless = extension == "png";
+        if (tiles.size() != picture.size() || whole.size() != picture.size() ||
+            tiles.type() != whole.type() || (isLossless && cv::norm(tiles, whole, cv::NORM_INF) != 0.0))
         {
             throw std::logic_error("the pictures from the tiles and from one file differ");
         }
-    }
+    });
+}
 
-    std::string file;
-};
-
-Function reading(std::string const& extension, Read read)
+Function reading(std::string const& extension, auto read)
 {
     return [extension, read](benchmark::State& state) {
-        timeEach(state, [&file = inputFor<Input>(extension).file, read] { return read(file); });
+        timeEach(state, [file = pictureFile(extension), read] { return read(file); });
     };
 }
 
-Function writing(std::string const& extension, Write write)
+Function writing(std::string const& extension, auto write)
 {
     return [extension, write](benchmark::State& state) {
         static cv::Mat const picture = makePicture();
-        timeEach(state, [file = fileNamed("new", extension), write] {
+        timeEach(state, [file = scratchFile(extension + "-new." + extension), write] {
             write(file, picture);
             return true;
         });
     };
 }
 
-Function peakOfReading(std::string const& extension, Read read)
+Function peakOfReading(std::string const& extension, auto read)
 {
     return [extension, read](benchmark::State& state) {
-        std::string const file = pictureFile(extension);
-        measurePeakMemory(state, [&file, read](auto const& /*nothing*/) { return read(file); });
+        measurePeakMemory(
+            state, [file = pictureFile(extension)] { return file; }, read);
     };
 }
 

@@ -4,16 +4,14 @@
 
 #include "bench/Benchmarks.h"
 #include "bench/Loops.h"
+#include "bench/baselines/Tf2Lookup.h"
 #include "bench/workload/Walk.h"
 #include "tests/support/MapPoseFunction.h"
 
 #include <roamscan/trajectory/Trajectory.h>
 #include <roamscan/trajectory/TrajectoryFromNodes.h>
 
-#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-#include "bench/baselines/Tf2Lookup.h"
-#endif
-
+#include <functional>
 #include <stdexcept>
 #include <utility>
 
@@ -54,6 +52,15 @@ struct Input
         map = std::move(plain);
         trajectory = oV::Roamscan::buildTrajectoryFromTrajectoryNodes(nodes);
         queries = makeQueries(nodes, which.queryCount(), which.ascending);
+#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
+        if (which.spacing == Spacing::Even) {
+            std::vector<std::pair<double, FlatPose>> timedPoses;
+            for (auto const& node : nodes) {
+                timedPoses.emplace_back(node.time, node.pose.serialize());
+            }
+            tf2 = makeTf2Lookup(timedPoses);
+        }
+#endif
         // Only methods that give the same poses can be compared.
         for (std::size_t i = 0; i < queries.size(); i += 101) {
             auto const pose = trajectory.sample(queries[i].time).serialize();
@@ -71,6 +78,7 @@ struct Input
     std::vector<Pose> poses;
     Trajectory::PoseFunction map;
     Trajectory trajectory;
+    std::function<FlatPose(double)> tf2; // with other libraries, over even poses
     std::vector<Query> queries;
 };
 
@@ -82,35 +90,6 @@ Function sampling(Case const& which, auto pose)
         measureEach(state, input.queries, [&](Query const& query) { return pose(input, query); });
     };
 }
-
-#ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
-// A transform buffer of tf2 with the same poses.
-struct Tf2Input
-{
-    explicit Tf2Input(Case const& which)
-    {
-        std::vector<double> times;
-        std::vector<FlatPose> poses;
-        for (auto const& node : makeNodes(which.poses, which.spacing)) {
-            times.push_back(node.time);
-            poses.push_back(node.pose.serialize());
-        }
-        lookup = makeTf2Lookup(times, poses);
-    }
-
-    std::function<FlatPose(double)> lookup;
-};
-
-Function tf2Sampling(Case const& which)
-{
-    return [which](benchmark::State& state) {
-        auto const& lookup = inputFor<Tf2Input>(which).lookup;
-        measureEach(state, inputFor<Input>(which).queries, [&lookup](Query const& query) {
-            return lookup(query.time);
-        });
-    };
-}
-#endif
 
 Figure samplingFigure(std::string const& name, Case const& which)
 {
@@ -132,7 +111,8 @@ Figure samplingFigure(std::string const& name, Case const& which)
                    {"bare interpolate", sampling(which, bare), timesTheTime, bareTarget}}};
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
     if (isEven) {
-        figure.baselines.push_back({"tf2 lookup", tf2Sampling(which)});
+        auto const tf2 = [](Input const& input, Query const& query) { return input.tf2(query.time); };
+        figure.baselines.push_back({"tf2 lookup", sampling(which, tf2)});
     }
 #endif
     return figure;

@@ -44,8 +44,8 @@ Json toJson(Comparison const& comparison)
 {
     auto const& [label, function, ratio, target] = comparison.baseline;
     Json json{{"group", comparison.group},
-              {"figure", comparison.figure},
-              {"subject", comparison.subject},
+              {"figure", comparison.figure.name},
+              {"subject", comparison.figure.subject.label},
               {"subject_cost", toJson(comparison.subjectCost)},
               {"baseline", label},
               {"baseline_cost", toJson(comparison.baselineCost)},
@@ -70,14 +70,15 @@ void printRows(std::vector<Comparison> const& comparisons)
 {
     bool isFirst = true;
     for (Comparison const& comparison : comparisons) {
+        auto const& figure = comparison.figure;
         auto const& [smallest, median, largest] = comparison.ratio;
         std::string const ratio = numberText(median) + "x " + comparison.baseline.ratio.meaning + " (" +
                                   numberText(smallest) + " to " + numberText(largest) + ")";
         std::printf("  %-52s%-14s%-22s%-14s%-36s%s\n",
-                    isFirst ? comparison.figure.c_str() : "",
-                    isFirst ? quantity(comparison.unit, comparison.subjectCost).c_str() : "",
+                    isFirst ? figure.name.c_str() : "",
+                    isFirst ? quantity(figure.unit, comparison.subjectCost).c_str() : "",
                     comparison.baseline.label.c_str(),
-                    quantity(comparison.unit, comparison.baselineCost).c_str(),
+                    quantity(figure.unit, comparison.baselineCost).c_str(),
                     ratio.c_str(),
                     targetText(comparison).c_str());
         isFirst = false;

@@ -13,7 +13,6 @@
 #include <tbb/global_control.h>
 
 #include <map>
-#include <memory>
 #include <utility>
 
 namespace bench
@@ -28,10 +27,10 @@ using oV::Roamscan::SensorData;
 // 300,000 samples of two sensors whose times interleave.
 constexpr std::int64_t viewedSamples = 300'000;
 
-std::unique_ptr<SensorData> twoSensors()
+SensorData twoSensors()
 {
     static SensorData const store = storeFromArrays(recordedArrays(200'000, 100'000, 20));
-    return std::make_unique<SensorData>(store);
+    return store;
 }
 
 template <auto operation>
@@ -46,16 +45,15 @@ void onTwoSensors(benchmark::State& state)
 auto viewByLookup(SensorData const& store)
 {
     std::map<int64, SensorData::TimedData> view;
-    for (auto const& [name, samples] : store.imuData) {
-        for (auto const& [key, record] : samples) {
-            view[key].imuData[name] = record;
+    auto const insert = [&view](auto const& sensors, auto kind) {
+        for (auto const& [name, samples] : sensors) {
+            for (auto const& [key, record] : samples) {
+                (view[key].*kind)[name] = record;
+            }
         }
-    }
-    for (auto const& [name, samples] : store.rangefinderData) {
-        for (auto const& [key, record] : samples) {
-            view[key].rangefinderData[name] = record;
-        }
-    }
+    };
+    insert(store.imuData, &SensorData::TimedData::imuData);
+    insert(store.rangefinderData, &SensorData::TimedData::rangefinderData);
     return view;
 }
 
@@ -126,7 +124,7 @@ void rotation(benchmark::State& state)
     auto const& store = inputFor<EqualSensors>(sensors).store;
     tbb::global_control const limit(tbb::global_control::max_allowed_parallelism, cores);
     timeEach(
-        state, [&store] { return std::make_unique<SensorData>(store); }, rotate);
+        state, [&store] { return store; }, rotate);
 }
 
 template <std::size_t sensors>
@@ -145,7 +143,7 @@ constexpr std::size_t mergedSamples = 1'000'000;
 using Recordings = std::vector<std::pair<SensorData, SensorData>>;
 
 template <std::size_t samples, bool following>
-std::unique_ptr<Recordings> recordings()
+Recordings recordings()
 {
     constexpr int64 step = 10;
     auto const fill = [](SampleMap<mapping::ScanningStatusData>& map, int64 origin) {
@@ -154,8 +152,8 @@ std::unique_ptr<Recordings> recordings()
             map.emplace_hint(map.end(), key, support::statusSample(support::secondsOf(key)));
         }
     };
-    auto pairs = std::make_unique<Recordings>(mergedSamples / samples);
-    for (auto& [receiver, other] : *pairs) {
+    Recordings pairs(mergedSamples / samples);
+    for (auto& [receiver, other] : pairs) {
         fill(receiver.scanningStatusData["status"], 0);
         fill(other.scanningStatusData["status"], following ? static_cast<int64>(samples) * step : step / 2);
     }

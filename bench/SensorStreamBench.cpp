@@ -4,7 +4,6 @@
 
 #include "bench/Benchmarks.h"
 #include "bench/StreamFunctions.h"
-#include "bench/baselines/ObjectTrees.h"
 #include "bench/workload/SensorArrays.h"
 
 #include <roamscan/sensors/SensorData.h>
@@ -25,19 +24,21 @@ SensorArrays arraysOfStream()
 struct Format
 {
     using Store = oV::Roamscan::SensorData;
+    using Root = oV::Roamscan::SensorSchema::SensorDataRoot;
+
+    static constexpr char const* name = "sensor stream of 900,000 samples";
+    static constexpr char const* contents = "";
+    static constexpr char const* readName = "read";
+    static inline Unit const& unit = milliseconds;
 
     static Store make() { return storeFromArrays(arraysOfStream()); }
     static bool write(Store const& store, std::ostream& stream) { return store.write(stream); }
     static std::shared_ptr<Store> read(std::istream& stream) { return Store::read(stream); }
-
-    static constexpr bool (*writeThroughTree)(Store const&, std::ostream&) = writeThroughObjectTree;
-    static constexpr auto readThroughTree = readSensorsThroughObjectTree;
 };
 
 void copyingBytes(benchmark::State& state)
 {
-    auto const& input = streamInput<Format>();
-    timeEach(state, [&input] {
+    timeOnStream<Format>(state, [](auto& input) {
         std::vector<char> copy(input.size);
         std::memcpy(copy.data(), input.memory.data(), input.size);
         return copy;
@@ -53,19 +54,13 @@ void fromArrays(benchmark::State& state)
 // The least memory with which a stream can be read as a whole.
 void peakOfBufferAndStore(benchmark::State& state)
 {
-    struct StreamAndArrays
-    {
-        WrittenStream<Format> stream;
-        SensorArrays arrays = arraysOfStream();
-    };
     struct BufferAndStore
     {
         std::vector<char> buffer;
         Format::Store store;
     };
-    measurePeakMemory<StreamAndArrays>(state, [](StreamAndArrays& all) {
-        auto const bytes = all.stream.memory.bytes().first(all.stream.size);
-        return BufferAndStore{{bytes.begin(), bytes.end()}, storeFromArrays(all.arrays)};
+    measurePeakMemory(state, arraysOfStream, [file = streamFile<Format>()](SensorArrays const& arrays) {
+        return BufferAndStore{wholeFile(file), storeFromArrays(arrays)};
     });
 }
 
@@ -73,34 +68,19 @@ void peakOfBufferAndStore(benchmark::State& state)
 
 Group sensorStream()
 {
-    return {"A sensor stream of 900,000 samples",
-            Cost::ReportedTime,
-            {{"writing",
-              milliseconds,
-              {"write", writing<Format, Format::write>},
-              {{"object tree", writing<Format, Format::writeThroughTree>, timesAsFast, 2.5},
-               {"memcpy of the bytes", copyingBytes, timesTheTime}}},
-             {"reading",
-              milliseconds,
-              {"read", reading<Format, Format::read>},
-              {{"object tree", reading<Format, Format::readThroughTree>, timesAsFast, 2.5},
-               {"from arrays", fromArrays, timesTheTime, 1.3},
-               {"memcpy of the bytes", copyingBytes, timesTheTime}}}}};
+    Group group = streamTime<Format>(2.5);
+    group.figures.back().baselines.push_back({"from arrays", fromArrays, timesTheTime, 1.3});
+    for (Figure& figure : group.figures) {
+        figure.baselines.push_back({"memcpy of the bytes", copyingBytes, timesTheTime});
+    }
+    return group;
 }
 
 Group sensorStreamMemory()
 {
-    return {"Peak memory of a sensor stream of 900,000 samples",
-            Cost::PeakMemory,
-            {{"writing",
-              megabytes,
-              {"write", peakOfWriting<Format, Format::write>},
-              {{"object tree", peakOfWriting<Format, Format::writeThroughTree>, timesTheMemory}}},
-             {"reading",
-              megabytes,
-              {"read", peakOfReading<Format, Format::read>},
-              {{"object tree", peakOfReading<Format, Format::readThroughTree>, timesTheMemory},
-               {"buffer + store", peakOfBufferAndStore, timesTheMemory, 1.2}}}}};
+    Group group = streamMemory<Format>();
+    group.figures.back().baselines.push_back({"buffer + store", peakOfBufferAndStore, timesTheMemory, 1.2});
+    return group;
 }
 
 } // namespace bench

@@ -4,7 +4,6 @@
 
 #include "bench/Benchmarks.h"
 #include "bench/StreamFunctions.h"
-#include "bench/baselines/ObjectTrees.h"
 #include "bench/workload/Walk.h"
 
 #include <roamscan/trajectorydata/TrajectoryData.h>
@@ -18,6 +17,12 @@ namespace
 struct Format
 {
     using Store = oV::Roamscan::TrajectoryData;
+    using Root = oV::Roamscan::TrajectorySchema::TrajectoryFile;
+
+    static constexpr char const* name = "trajectory stream";
+    static constexpr char const* contents = " 900,000 nodes";
+    static constexpr char const* readName = "readFromStream";
+    static inline Unit const& unit = megabytesPerSecond;
 
     static Store make()
     {
@@ -37,47 +42,18 @@ struct Format
         auto store = std::make_shared<Store>();
         return store->readFromStream(stream) ? store : nullptr;
     }
-
-    static constexpr bool (*writeThroughTree)(Store const&, std::ostream&) = writeThroughObjectTree;
-    static constexpr auto readThroughTree = readTrajectoryThroughObjectTree;
 };
-
-// With the bytes of the stream as items.
-template <void function(benchmark::State&)>
-void perByte(benchmark::State& state)
-{
-    function(state);
-    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(streamInput<Format>().size));
-}
 
 } // namespace
 
 Group trajectoryStream()
 {
-    return {"A trajectory stream",
-            Cost::ReportedTime,
-            {{"writing 900,000 nodes",
-              megabytesPerSecond,
-              {"write", perByte<writing<Format, Format::write>>},
-              {{"object tree", perByte<writing<Format, Format::writeThroughTree>>, timesAsFast, 2.0}}},
-             {"reading 900,000 nodes",
-              megabytesPerSecond,
-              {"readFromStream", perByte<reading<Format, Format::read>>},
-              {{"object tree", perByte<reading<Format, Format::readThroughTree>>, timesAsFast, 2.0}}}}};
+    return streamTime<Format>(2.0);
 }
 
 Group trajectoryStreamMemory()
 {
-    return {"Peak memory of a trajectory stream",
-            Cost::PeakMemory,
-            {{"writing 900,000 nodes",
-              megabytes,
-              {"write", peakOfWriting<Format, Format::write>},
-              {{"object tree", peakOfWriting<Format, Format::writeThroughTree>, timesTheMemory, 0.65}}},
-             {"reading 900,000 nodes",
-              megabytes,
-              {"readFromStream", peakOfReading<Format, Format::read>},
-              {{"object tree", peakOfReading<Format, Format::readThroughTree>, timesTheMemory, 0.65}}}}};
+    return streamMemory<Format>(0.65);
 }
 
 } // namespace bench

@@ -11,11 +11,7 @@ namespace bench
 namespace
 {
 
-struct Unref
-{
-    void operator()(ExifData* data) const { exif_data_unref(data); }
-};
-using LibexifData = std::unique_ptr<ExifData, Unref>;
+using LibexifData = std::unique_ptr<ExifData, decltype([](ExifData* data) { exif_data_unref(data); })>;
 
 std::string textOf(ExifContent* directory, ExifTag tag)
 {

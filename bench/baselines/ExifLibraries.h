@@ -1,20 +1,14 @@
 #pragma once
 
+#include <array>
 #include <span>
 #include <string>
 
 namespace bench
 {
 
-/// The camera's texts in a picture, up to the terminating zero.
-struct CameraTexts
-{
-    std::string dateTime;
-    std::string manufacturer;
-    std::string model;
-
-    bool operator==(CameraTexts const&) const = default;
-};
+/// The camera's texts in a picture, each up to the terminating zero: time, manufacturer, model.
+using CameraTexts = std::array<std::string, 3>;
 
 /// By libexif, which decodes the whole EXIF block.
 [[nodiscard]] CameraTexts readWithLibexif(std::string const& path);

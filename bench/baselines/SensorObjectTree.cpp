@@ -1,8 +1,6 @@
-#include "bench/baselines/ObjectTreeBuffer.h"
 #include "bench/baselines/ObjectTrees.h"
 #include "tests/support/SensorRecords.h"
 
-#include <roamscan/sensors/SensorFile_generated.h>
 #include <roamscan/time/TimeConversion.h>
 
 #include <memory>
@@ -96,7 +94,7 @@ void fillStore(SensorData::Samples<T>& sensors, std::vector<std::unique_ptr<Sens
 
 } // namespace
 
-bool writeThroughObjectTree(SensorData const& store, std::ostream& stream)
+schema::SensorDataRootT toTree(SensorData const& store)
 {
     schema::SensorDataRootT tree;
     fillTree(tree.imuSensors, store.imuData);
@@ -109,25 +107,20 @@ bool writeThroughObjectTree(SensorData const& store, std::ostream& stream)
         tree.poses.push_back(std::move(record));
     }
     tree.posesApplied = store.posesApplied;
-    return writeTree<schema::SensorDataRoot>(tree, stream);
+    return tree;
 }
 
-std::shared_ptr<SensorData> readSensorsThroughObjectTree(std::istream& stream)
+std::shared_ptr<SensorData> fromTree(schema::SensorDataRootT const& tree)
 {
-    auto const read = readTree<schema::SensorDataRoot>(stream);
-    auto const& tree = read.tree;
-    if (!tree) {
-        return nullptr;
-    }
     auto store = std::make_shared<SensorData>();
-    fillStore(store->imuData, tree->imuSensors);
-    fillStore(store->rangefinderData, tree->rangefinderSensors);
-    for (auto const& record : tree->poses) {
+    fillStore(store->imuData, tree.imuSensors);
+    fillStore(store->rangefinderData, tree.rangefinderSensors);
+    for (auto const& record : tree.poses) {
         auto const& pose = *record->pose;
         store->sensorPoses[record->name] = {{pose.tx(), pose.ty(), pose.tz()},
                                             {pose.qx(), pose.qy(), pose.qz(), pose.qw()}};
     }
-    store->posesApplied = tree->posesApplied;
+    store->posesApplied = tree.posesApplied;
     return store;
 }
 

@@ -9,8 +9,7 @@
 namespace bench
 {
 
-std::function<FlatPose(double)> makeTf2Lookup(std::vector<double> const& times,
-                                              std::vector<FlatPose> const& poses)
+std::function<FlatPose(double)> makeTf2Lookup(std::vector<std::pair<double, FlatPose>> const& poses)
 {
     auto const buffer =
         std::make_shared<tf2::BufferCore>(ros::Duration(1e8)); // seconds; longer than any walk
@@ -18,9 +17,8 @@ std::function<FlatPose(double)> makeTf2Lookup(std::vector<double> const& times,
     stamped.header.frame_id = "world";
     stamped.child_frame_id = "device";
     auto& [translation, rotation] = stamped.transform;
-    for (std::size_t i = 0; i < times.size(); ++i) {
-        stamped.header.stamp.fromSec(times[i]);
-        auto const& pose = poses[i];
+    for (auto const& [time, pose] : poses) {
+        stamped.header.stamp.fromSec(time);
         std::tie(translation.x, translation.y, translation.z) = std::tie(pose[0], pose[1], pose[2]);
         std::tie(rotation.w, rotation.x, rotation.y, rotation.z) =
             std::tie(pose[3], pose[4], pose[5], pose[6]);

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace bench
@@ -12,11 +13,10 @@ using FlatPose = std::array<double, 7>;
 
 /// Makes the lookup of a pose in a transform buffer of tf2 that discards none. The headers of tf2 do not
 /// compile as C++20, so this header compiles as C++17 too.
-/// @param times  seconds, ascending, above 0
-/// @param poses  one for each time
+/// @param poses  with their times in seconds, ascending, above 0
 /// @return a function of the time in seconds, which tf2 rounds to whole nanoseconds; outside the times it
 /// throws tf2::TransformException
-[[nodiscard]] std::function<FlatPose(double)> makeTf2Lookup(std::vector<double> const& times,
-                                                            std::vector<FlatPose> const& poses);
+[[nodiscard]] std::function<FlatPose(double)>
+makeTf2Lookup(std::vector<std::pair<double, FlatPose>> const& poses);
 
 } // namespace bench

@@ -1,12 +1,8 @@
-#include "bench/baselines/ObjectTreeBuffer.h"
 #include "bench/baselines/ObjectTrees.h"
 
-#include <roamscan/trajectorydata/TrajectoryFile_generated.h>
-
+#include <algorithm>
 #include <cstdint>
-#include <istream>
 #include <memory>
-#include <ostream>
 #include <vector>
 
 namespace bench
@@ -42,11 +38,11 @@ TrafoT<double> fromRecord(schema::PoseRecord const& record)
 Eigen::Matrix3d fromRecord(schema::Matrix3Record const& record)
 {
     Eigen::Matrix3d matrix;
-    for (flatbuffers::uoffset_t i = 0; i < 9; ++i) {
-        matrix.data()[i] = record.values()->Get(i);
-    }
+    std::copy(record.values()->begin(), record.values()->end(), matrix.data());
     return matrix;
 }
+
+} // namespace
 
 schema::TrajectoryFileT toTree(TrajectoryData const& store)
 {
@@ -87,19 +83,6 @@ std::shared_ptr<TrajectoryData> fromTree(schema::TrajectoryFileT const& tree)
         store->devicePositions[static_cast<Device>(record.device())] = fromRecord(record.pose());
     }
     return store;
-}
-
-} // namespace
-
-bool writeThroughObjectTree(TrajectoryData const& store, std::ostream& stream)
-{
-    return writeTree<schema::TrajectoryFile>(toTree(store), stream);
-}
-
-std::shared_ptr<TrajectoryData> readTrajectoryThroughObjectTree(std::istream& stream)
-{
-    auto const read = readTree<schema::TrajectoryFile>(stream);
-    return read.tree ? fromTree(*read.tree) : nullptr;
 }
 
 } // namespace bench

@@ -1,6 +1,5 @@
 #include "bench/workload/ProcessMemory.h"
 
-#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -8,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <exception>
+#include <fstream>
 #include <stdexcept>
 #include <system_error>
 
@@ -18,40 +18,28 @@
 namespace bench
 {
 
-SharedMemory::SharedMemory(std::size_t size) : size_(size)
-{
-    void* const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED) {
-        throw std::system_error(errno, std::generic_category(), "mmap");
-    }
-    data_ = static_cast<char*>(memory);
-}
-
-SharedMemory::~SharedMemory()
-{
-    munmap(data_, size_);
-}
-
 double inChild(std::function<double()> const& work)
 {
-    SharedMemory const shared(sizeof(double));
-    double& result = *reinterpret_cast<double*>(shared.bytes().data());
-    pid_t const child = fork();
-    if (child < 0) {
-        throw std::system_error(errno, std::generic_category(), "fork");
+    int ends[2]; // of a pipe for the result
+    if (pipe(ends) != 0) {
+        throw std::system_error(errno, std::generic_category(), "pipe");
     }
+    pid_t const child = fork();
     if (child == 0) { // ends without running destructors: the objects belong to the parent
         try {
-            result = work();
-            _exit(0);
+            double const result = work();
+            _exit(write(ends[1], &result, sizeof result) == sizeof result ? 0 : 1);
         } catch (std::exception const& failure) {
             std::fprintf(stderr, "%s\n", failure.what());
             _exit(1);
         }
     }
-    int status = 0;
-    waitpid(child, &status, 0);
-    if (status != 0) {
+    close(ends[1]);
+    double result = 0.0;
+    bool const hasResult = read(ends[0], &result, sizeof result) == sizeof result;
+    close(ends[0]);
+    waitpid(child, nullptr, 0);
+    if (child < 0 || !hasResult) {
         throw std::runtime_error("a child process failed");
     }
     return result;
@@ -62,6 +50,15 @@ double peakMemory()
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
     return static_cast<double>(usage.ru_maxrss) * 1024.0;
+}
+
+void resetPeakMemory()
+{
+    releaseFreeMemory();
+    std::ofstream control("/proc/self/clear_refs");
+    if (!(control << 5 << std::flush)) { // 5: the peak; see proc(5)
+        throw std::runtime_error("cannot reset the peak of memory");
+    }
 }
 
 void releaseFreeMemory()

@@ -67,8 +67,7 @@ std::vector<Query> makeQueries(std::vector<TrajectoryNode> const& nodes, std::si
         query.fraction = (query.time - from) / (to - from);
     }
     if (ascending) {
-        std::sort(
-            queries.begin(), queries.end(), [](Query const& a, Query const& b) { return a.time < b.time; });
+        std::ranges::sort(queries, {}, &Query::time);
     }
     return queries;
 }

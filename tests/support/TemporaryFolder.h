@@ -1,49 +1,33 @@
 #pragma once
 
+#include "tests/support/ScratchFolder.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
-#include <system_error>
 #include <vector>
 
 namespace support
 {
 
+/// The full name of the running test, usable in a path.
+inline std::string nameOfRunningTest()
+{
+    auto const& test = *testing::UnitTest::GetInstance()->current_test_info();
+    std::string name = std::string(test.test_suite_name()) + "." + test.name();
+    std::replace(name.begin(), name.end(), '/', '.'); // in the names of parametrised tests
+    return name;
+}
+
 /// A temporary folder for the running test. It is removed afterwards.
-class TemporaryFolder
+class TemporaryFolder : public ScratchFolder
 {
 public:
-    TemporaryFolder()
-    {
-        auto const& test = *testing::UnitTest::GetInstance()->current_test_info();
-        std::string name = std::string(test.test_suite_name()) + "." + test.name();
-        std::replace(name.begin(), name.end(), '/', '.'); // in the names of parametrised tests
-        std::error_code failure;
-        for (int attempt = 0; path_.empty(); ++attempt) {
-            auto candidate = std::filesystem::temp_directory_path() / (name + "-" + std::to_string(attempt));
-            if (std::filesystem::create_directory(candidate, failure)) {
-                path_ = std::move(candidate);
-            } else if (failure) {
-                throw std::filesystem::filesystem_error("no folder for the test", candidate, failure);
-            }
-        }
-    }
-    TemporaryFolder(TemporaryFolder const&) = delete;
-    TemporaryFolder& operator=(TemporaryFolder const&) = delete;
-    ~TemporaryFolder()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-
-    [[nodiscard]] std::filesystem::path const& path() const { return path_; }
-
-    [[nodiscard]] std::filesystem::path file(std::string const& name) const { return path_ / name; }
+    TemporaryFolder() : ScratchFolder(nameOfRunningTest()) {}
 
     std::filesystem::path write(std::string const& name, std::string const& bytes) const
     {
@@ -61,15 +45,12 @@ public:
     [[nodiscard]] std::vector<std::string> names(std::string const& inside = {}) const
     {
         std::vector<std::string> found;
-        for (auto const& entry : std::filesystem::directory_iterator(path_ / inside)) {
+        for (auto const& entry : std::filesystem::directory_iterator(path() / inside)) {
             found.push_back(entry.path().filename().string());
         }
         std::sort(found.begin(), found.end());
         return found;
     }
-
-private:
-    std::filesystem::path path_;
 };
 
 } // namespace support
