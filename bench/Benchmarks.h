@@ -13,9 +13,12 @@ namespace bench
 [[nodiscard]] Group sensorStreamMemory();
 [[nodiscard]] Group panoramaMemory();
 [[nodiscard]] Group poseSampling();
+[[nodiscard]] Group manyPoses();
 [[nodiscard]] Group trajectoryBuilding();
 [[nodiscard]] Group trajectoryStream();
+[[nodiscard]] Group trajectoryDrawing();
 [[nodiscard]] Group scanPoints();
+[[nodiscard]] Group manyScanPoints();
 [[nodiscard]] Group sensorStream();
 [[nodiscard]] Group sensorOperations();
 [[nodiscard]] Group panorama();
@@ -32,9 +35,12 @@ namespace bench
             sensorStreamMemory(),
             panoramaMemory(),
             poseSampling(),
+            manyPoses(),
             trajectoryBuilding(),
             trajectoryStream(),
+            trajectoryDrawing(),
             scanPoints(),
+            manyScanPoints(),
             sensorStream(),
             sensorOperations(),
             panorama(),

@@ -1,6 +1,6 @@
 /// @file
-/// The pose of a trajectory at a time, against an ordered map, against the interpolation only, and against
-/// tf2.
+/// The pose of a trajectory at a time, one or many in a call, against an ordered map, against the
+/// interpolation only, and against tf2.
 
 #include "bench/Benchmarks.h"
 #include "bench/Loops.h"
@@ -8,10 +8,12 @@
 #include "bench/workload/Walk.h"
 #include "tests/support/MapPoseFunction.h"
 
+#include <roamscan/trajectory/SampleMany.h>
 #include <roamscan/trajectory/Trajectory.h>
 #include <roamscan/trajectory/TrajectoryFromNodes.h>
 
 #include <functional>
+#include <span>
 #include <stdexcept>
 #include <utility>
 
@@ -29,13 +31,9 @@ struct Case
     std::size_t poses;
     Spacing spacing;
     bool ascending;
+    std::size_t queries;
 
     bool operator==(Case const&) const = default;
-
-    [[nodiscard]] std::size_t queryCount() const
-    {
-        return poses < 1'000'000 ? 100'000 : ascending ? 1'000'000 : 400'000;
-    }
 };
 
 // The same poses in each form that is measured, and the queries.
@@ -51,7 +49,7 @@ struct Input
         }
         map = std::move(plain);
         trajectory = oV::Roamscan::buildTrajectoryFromTrajectoryNodes(nodes);
-        queries = makeQueries(nodes, which.queryCount(), which.ascending);
+        queries = makeQueries(nodes, which.queries, which.ascending);
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
         if (which.spacing == Spacing::Even) {
             std::vector<std::pair<double, FlatPose>> timedPoses;
@@ -91,14 +89,37 @@ Function sampling(Case const& which, auto pose)
     };
 }
 
+constexpr auto sample = [](Input const& input, Query const& query) {
+    return input.trajectory.sample(query.time);
+};
+constexpr auto map = [](Input const& input, Query const& query) { return input.map(query.time); };
+constexpr auto bare = [](Input const& input, Query const& query) { return input.interpolated(query); };
+
+// All queries of a case in one call.
+Function samplingMany(Case const& which)
+{
+    return [which](benchmark::State& state) {
+        auto const& input = inputFor<Input>(which);
+        std::vector<double> times;
+        for (Query const& query : input.queries) {
+            times.push_back(query.time);
+        }
+        std::vector<Pose> poses(times.size());
+        oV::Roamscan::samplePoses(input.trajectory, times, poses);
+        for (std::size_t i = 0; i < times.size(); i += 101) {
+            if (poses[i].serialize() != input.trajectory.sample(times[i]).serialize()) {
+                throw std::logic_error("one pose and many poses in one call differ");
+            }
+        }
+        measureEach(state, std::span(&times, 1), [&](auto const& all) {
+            return oV::Roamscan::samplePoses(input.trajectory, all, poses);
+        });
+        state.SetItemsProcessed(state.iterations() * std::ssize(times));
+    };
+}
+
 Figure samplingFigure(std::string const& name, Case const& which)
 {
-    auto const ours = [](Input const& input, Query const& query) {
-        return input.trajectory.sample(query.time);
-    };
-    auto const map = [](Input const& input, Query const& query) { return input.map(query.time); };
-    auto const bare = [](Input const& input, Query const& query) { return input.interpolated(query); };
-
     bool const isEven = which.spacing == Spacing::Even;
     using Target = std::optional<double>;
     Target const mapTarget =
@@ -106,7 +127,7 @@ Figure samplingFigure(std::string const& name, Case const& which)
     Target const bareTarget = which.ascending && which.poses == 20'000 ? Target(1.3) : std::nullopt;
     Figure figure{name,
                   nanoseconds,
-                  {"sample", sampling(which, ours)},
+                  {"sample", sampling(which, sample)},
                   {{"std::map", sampling(which, map), timesAsFast, mapTarget},
                    {"bare interpolate", sampling(which, bare), timesTheTime, bareTarget}}};
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
@@ -130,11 +151,30 @@ Group poseSampling()
              {Spacings{Spacing::Even, "even"}, {Spacing::Random, "random gaps"}, {Spacing::Bursts, "bursts"}})
         {
             std::string const rest = " times, " + count + " poses, " + gaps;
-            group.figures.push_back(samplingFigure("random" + rest, {poses, spacing, false}));
-            group.figures.push_back(samplingFigure("ascending" + rest, {poses, spacing, true}));
+            bool const isLong = poses == 1'000'000;
+            group.figures.push_back(
+                samplingFigure("random" + rest, {poses, spacing, false, isLong ? 400'000U : 100'000U}));
+            group.figures.push_back(
+                samplingFigure("ascending" + rest, {poses, spacing, true, isLong ? 1'000'000U : 100'000U}));
         }
     }
     return group;
+}
+
+Group manyPoses()
+{
+    Case const ascending{20'000, Spacing::Even, true, 1'000'000};
+    Case const random{20'000, Spacing::Even, false, 1'000'000};
+    return {"Many poses of a trajectory in one call",
+            Cost::ProcessorTime,
+            {{"1,000,000 ascending times, 20,000 poses, even",
+              nanoseconds,
+              {"samplePoses", samplingMany(ascending)},
+              {{"bare interpolate", sampling(ascending, bare), timesTheTime, 0.65}}},
+             {"1,000,000 random times, 20,000 poses, even",
+              nanoseconds,
+              {"samplePoses", samplingMany(random)},
+              {{"sample", sampling(random, sample), timesTheTime, 1.0}}}}};
 }
 
 } // namespace bench

@@ -1,5 +1,6 @@
 /// @file
-/// Scan points in the global frame, against the same arithmetic without the interface.
+/// Scan points in the global frame: one, against the same arithmetic without the interface; and many in one
+/// call.
 
 #include "bench/Benchmarks.h"
 #include "bench/Loops.h"
@@ -7,8 +8,12 @@
 
 #include <roamscan/geometry/RoamscanDataAdapter.h>
 #include <roamscan/time/EigenConversion.h>
+#include <roamscan/time/TimeConversion.h>
+#include <roamscan/trajectory/SampleMany.h>
 #include <roamscan/trajectory/Trajectory.h>
 #include <roamscan/trajectory/TrajectoryFromNodes.h>
+
+#include <tbb/global_control.h>
 
 #include <cmath>
 #include <numeric>
@@ -27,7 +32,8 @@ constexpr int pointCount = 1'000'000;
 class Scan : public oV::Roamscan::RoamscanDataAdapter
 {
 public:
-    Scan()
+    explicit Scan(std::size_t poses)
+        : trajectory(oV::Roamscan::buildTrajectoryFromTrajectoryNodes(makeNodes(poses, Spacing::Even)))
     {
         std::mt19937_64 generator(23);
         std::uniform_real_distribution<float> coordinate(-12.0F, 12.0F);
@@ -37,13 +43,21 @@ public:
             times_.push_back(std::llround((from + step * i) * 1e8) + 1);
             auto& point = points_.emplace_back();
             point.position = {coordinate(generator), coordinate(generator), coordinate(generator)};
+            seconds.push_back(oV::Roamscan::TimeConversion::convertToSeconds(times_.back()));
+            positions.push_back(point.position);
         }
         std::iota(columns.begin(), columns.end(), 0);
+        std::vector<Bv_1_1::Vec3d<double>> places(pointCount);
+        placePoints(trajectory, seconds, positions, places);
         for (int column = 0; column < pointCount; column += 1'000) {
             auto const plain = plainPosition(column);
             auto const ours = getGlobalScanPt(0, column, trajectory, nullptr).position;
             if (ours.x != plain.x || ours.y != plain.y || ours.z != plain.z) {
                 throw std::logic_error("the interface and the arithmetic differ");
+            }
+            auto const& place = places[static_cast<std::size_t>(column)];
+            if (!oV::Roamscan::toEigen(place).cast<float>().isApprox(oV::Roamscan::toEigen(ours), 1e-5F)) {
+                throw std::logic_error("one point and many points in one call differ");
             }
         }
     }
@@ -69,31 +83,60 @@ public:
         return oV::Roamscan::toVec3d(global.cast<float>());
     }
 
-    oV::Roamscan::Trajectory trajectory =
-        oV::Roamscan::buildTrajectoryFromTrajectoryNodes(makeNodes(20'000, Spacing::Even));
+    oV::Roamscan::Trajectory trajectory;
     std::vector<int> columns = std::vector<int>(pointCount);
+    std::vector<double> seconds;
+    std::vector<Bv_1_1::Vec3d<float>> positions;
 
 private:
     std::vector<oV::Roamscan::IntegerTime> times_;
     std::vector<ScanPoint> points_;
 };
 
-Scan& scan()
-{
-    static Scan only;
-    return only;
-}
+// 50 points from one pose to the next, and 4.
+constexpr std::size_t fewPoses = 20'000;
+constexpr std::size_t densePoses = 250'000;
 
 void throughInterface(benchmark::State& state)
 {
-    measureEach(state, scan().columns, [&all = scan()](int column) {
-        return all.getGlobalScanPt(0, column, all.trajectory, nullptr);
+    auto& scan = inputFor<Scan>(fewPoses);
+    measureEach(state, scan.columns, [&scan](int column) {
+        return scan.getGlobalScanPt(0, column, scan.trajectory, nullptr);
     });
 }
 
 void onlyArithmetic(benchmark::State& state)
 {
-    measureEach(state, scan().columns, [&all = scan()](int column) { return all.plainPosition(column); });
+    auto const& scan = inputFor<Scan>(fewPoses);
+    measureEach(state, scan.columns, [&scan](int column) { return scan.plainPosition(column); });
+}
+
+void oneByOne(benchmark::State& state)
+{
+    auto& scan = inputFor<Scan>(densePoses);
+    std::vector<Bv_1_1::Vec3d<float>> places(pointCount);
+    timeEach(state, [&] {
+        for (int column = 0; column < pointCount; ++column) {
+            places[static_cast<std::size_t>(column)] =
+                scan.getGlobalScanPt(0, column, scan.trajectory, nullptr).position;
+        }
+        return places.data();
+    });
+    state.SetItemsProcessed(state.iterations() * pointCount);
+}
+
+template <bool parallel>
+void inOneCall(benchmark::State& state)
+{
+    auto const& scan = inputFor<Scan>(densePoses);
+    std::vector<Bv_1_1::Vec3d<double>> places(pointCount);
+    oV::Roamscan::PlacementSettings settings;
+    settings.parallel = parallel;
+    tbb::global_control const limit(tbb::global_control::max_allowed_parallelism, 2);
+    timeEach(state, [&] {
+        return placePoints(scan.trajectory, scan.seconds, scan.positions, places, {}, settings);
+    });
+    state.SetItemsProcessed(state.iterations() * pointCount);
 }
 
 } // namespace
@@ -106,6 +149,20 @@ Group scanPoints()
               megapointsPerSecond,
               {"getGlobalScanPt", throughInterface},
               {{"arithmetic only", onlyArithmetic, timesTheTime}}}}};
+}
+
+Group manyScanPoints()
+{
+    return {"Many scan points into the world in one call",
+            Cost::ReportedTime,
+            {{"1,000,000 points, 250,000 poses",
+              megapointsPerSecond,
+              {"placePoints", inOneCall<false>},
+              {{"getGlobalScanPt", oneByOne, timesAsFast, 2.0}}},
+             {"1,000,000 points, 250,000 poses, in parallel",
+              megapointsPerSecond,
+              {"two cores", inOneCall<true>},
+              {{"one core", inOneCall<false>, timesAsFast, 1.8}}}}};
 }
 
 } // namespace bench
