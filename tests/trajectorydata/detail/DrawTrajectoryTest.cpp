@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <sstream>
 #include <stdexcept>
@@ -207,6 +208,16 @@ TEST(DrawTrajectory, ACoordinateAboveOrBelowZeroIsOffTheOrigin)
     EXPECT_FALSE(isOffOrigin({nan, nan, nan}));
     EXPECT_FALSE(isOffOrigin({nan, 0.0, 0.0}));
     EXPECT_TRUE(isOffOrigin({nan, 0.0, -1.0}));
+}
+
+TEST(DrawTrajectory, TheRotationCountsForTheImageOfTheOrigin)
+{
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    TrafoT<double> const pose(Eigen::Vector3d(1, 2, 3), Eigen::Quaterniond(nan, nan, nan, nan), true);
+    auto const point = oV::Roamscan::detail::imageOfOrigin(pose);
+    EXPECT_TRUE(std::isnan(point.x));
+    EXPECT_TRUE(std::isnan(point.y));
+    EXPECT_TRUE(std::isnan(point.z));
 }
 
 TEST_F(DrawTrajectoryTest, MakesItsCallsInOrder)
