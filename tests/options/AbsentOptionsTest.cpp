@@ -16,6 +16,8 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <cstddef>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -37,7 +39,19 @@ public:
     using RoamscanOptionsCont::attrNames;
 };
 
+bool isMemoryShort = false;
+
 } // namespace
+
+// Replaces the allocation that gives null instead of an exception in the whole program.
+[[gnu::noinline]] void* operator new(std::size_t size, std::nothrow_t const& /*tag*/) noexcept
+{
+    try {
+        return isMemoryShort ? nullptr : ::operator new(size);
+    } catch (std::bad_alloc const&) {
+        return nullptr;
+    }
+}
 
 TEST(LoadedLibrary, HasItsClassRecordsAndIsAttached)
 {
@@ -102,6 +116,15 @@ TEST(AbsentOptions, GetOptsGivesNothingAlsoUnderTheLock)
     auto const access = RoamscanOptions::getLock();
     EXPECT_TRUE(access->held());
     EXPECT_FALSE(RoamscanOptions::getOpts());
+}
+
+TEST(AbsentOptions, GetLockGivesNothingAndTakesNoLockWithoutMemory)
+{
+    isMemoryShort = true;
+    auto const access = RoamscanOptions::getLock();
+    isMemoryShort = false;
+    EXPECT_EQ(access, nullptr);
+    EXPECT_EQ(support::optionsLock().holdCount(), 0U);
 }
 
 TEST(AbsentOptions, CleanUpDoesNothing)
