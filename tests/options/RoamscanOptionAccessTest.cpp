@@ -1,11 +1,13 @@
 #include "tests/support/LiveOptions.h"
 
 #include <roamscan/frame/attributes/Attr.h>
+#include <roamscan/frame/attributes/CustAttr.h>
 #include <roamscan/frame/bvbase/SmartPtr.h>
 #include <roamscan/frame/bvbase/String.h>
 #include <roamscan/frame/observers/InfoFailed.h>
 #include <roamscan/frame/observers/Observer.h>
 #include <roamscan/options/RoamscanOptionAccess.h>
+#include <roamscan/options/RoamscanOptionsCont.h>
 
 #include <gtest/gtest.h>
 
@@ -236,4 +238,24 @@ TEST_F(OptionAccessTest, AnObserverThatThrowsLeavesTheLockFree)
     EXPECT_THROW(setOption<int>(L"X", 2), std::runtime_error);
     EXPECT_FALSE(oV::Roamscan::RoamscanOptions::getOpts()); // not held by this thread any more
     EXPECT_EQ(getOption<int>(L"X", 0), 2);
+}
+
+TEST_F(OptionAccessTest, WhatAContainerAnswersForANameCountsOnlyIfItIsAnAttribute)
+{
+    class Answering : public oV::Roamscan::RoamscanOptionsCont
+    {
+    public:
+        Answering() : RoamscanOptionsCont(CreateType::Fresh, nullptr) {}
+
+        SmartPtr<Observer> answer;
+
+        [[nodiscard]] Observer* inqObserver(String const& /*name*/) override { return answer.get(); }
+    };
+    SmartPtr<Answering> const options(new Answering());
+    EXPECT_EQ(oV::Roamscan::detail::findOption(*options, L"X"), nullptr);
+    options->answer = SmartPtr<Observer>(new Watcher());
+    EXPECT_EQ(oV::Roamscan::detail::findOption(*options, L"X"), nullptr);
+    SmartPtr<Attribute> const attribute(new oV::CustAttr<int>(Bv_1_1::BaseNode::CreateType::Fresh, nullptr));
+    options->answer = SmartPtr<Observer>(attribute.get());
+    EXPECT_EQ(oV::Roamscan::detail::findOption(*options, L"X"), attribute.get());
 }
