@@ -8,7 +8,6 @@
 
 #include <ostream>
 #include <string>
-#include <type_traits>
 
 namespace oV::Roamscan::tool
 {
@@ -16,26 +15,18 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-constexpr char const* kindOf(TrajectoryData const& /*data*/)
-{
-    return "trajectory";
-}
-
-constexpr char const* kindOf(SensorData const& /*data*/)
-{
-    return "sensor";
-}
-
 Json describeRecording(std::filesystem::path const& path)
 {
-    return std::visit(
+    auto const recording = readRecordingFile(path);
+    bool const isTrajectory = std::holds_alternative<TrajectoryFile>(recording);
+    Json json{{"file", path.string()}, {"kind", isTrajectory ? "trajectory" : "sensor"}};
+    std::visit(
         [&](auto const& file) {
-            Json json{{"file", path.string()}, {"kind", kindOf(*file.data)}};
             json.update(describe(*file.data));
             json["bytesBehind"] = file.bytesAfter;
-            return json;
         },
-        readRecordingFile(path));
+        recording);
+    return json;
 }
 
 void printText(std::vector<Json> const& descriptions, std::ostream& out)

@@ -65,11 +65,6 @@ PathScene drawPath(Options const& options)
     return pathSceneOf(*scene);
 }
 
-std::string counted(std::size_t count, char const* one, char const* many)
-{
-    return std::to_string(count) + ' ' + (count == 1 ? one : many);
-}
-
 void report(PathScene const& scene, std::filesystem::path const& output, std::ostream& out)
 {
     out << oneLine(output.string()) << ": a line through " << counted(scene.line.size(), "point", "points");

@@ -1,5 +1,6 @@
 #include "tools/commands/Commands.h"
 #include "tools/console/ProgressWatch.h"
+#include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/OutputFile.h"
 #include "tools/io/OutputTiles.h"
@@ -33,7 +34,7 @@ struct Options
 std::string summary(cv::Mat const& picture, std::size_t tiles)
 {
     return std::to_string(picture.cols) + " x " + std::to_string(picture.rows) + " pixels in " +
-           std::to_string(tiles) + (tiles == 1 ? " tile\n" : " tiles\n");
+           counted(tiles, "tile", "tiles") + '\n';
 }
 
 /// @throws ToolError if a picture in one file is in the folder of the tiles
@@ -51,7 +52,7 @@ void split(Options const& options, std::ostream& out)
     requireApart(options.input, options.output);
     OutputTiles tiles(options.output);
     cv::Mat const picture = readPicture(options.input);
-    std::filesystem::path const written(tiles.place()->getPath().stringAnsi());
+    std::filesystem::path const written = tiles.picture();
     {
         auto const expected = static_cast<std::uint64_t>(picture.cols) / columnsOfATile + 1;
         ProgressWatch const progress("writing tiles", expected, [written] { return countTiles(written); });

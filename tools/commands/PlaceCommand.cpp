@@ -15,6 +15,8 @@
 #include "tools/placing/PointPlacer.h"
 #include "tools/placing/RangefinderPoints.h"
 
+#include <roamscan/time/EigenConversion.h>
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -82,7 +84,7 @@ std::string chooseRangefinder(SensorData const& data, Options const& options)
     return name;
 }
 
-ScanPoints readScan(Options const& options)
+std::vector<CloudPoint> readScan(Options const& options)
 {
     if (options.sensors.empty()) {
         return readPlyFile(options.points);
@@ -91,10 +93,10 @@ ScanPoints readScan(Options const& options)
     return scanPointsOf(data->rangefinderData.at(chooseRangefinder(*data, options)));
 }
 
-Placement placeScan(ScanPoints const& scan, Trajectory const& trajectory, Options const& options)
+Placement placeScan(std::vector<CloudPoint> const& scan, Trajectory const& trajectory, Options const& options)
 {
     std::filesystem::path const& name = options.sensors.empty() ? options.points : options.sensors;
-    if (scan.size() == 0) {
+    if (scan.empty()) {
         throw fileError(name, "there is no point in it");
     }
     Placement placement = placePoints(scan, trajectory);
@@ -110,7 +112,7 @@ Placement placeScan(ScanPoints const& scan, Trajectory const& trajectory, Option
 
 Vector3d positionOf(CloudPoint const& point)
 {
-    return Eigen::Vector3f(point.x, point.y, point.z).cast<double>();
+    return toEigen(point.position).cast<double>();
 }
 
 /// Of the distances between the placed points and the true surfaces.

@@ -89,11 +89,10 @@ Json describeEach(Sensors const& sensors)
 
 void printTimes(Json const& sensor, std::ostream& out)
 {
-    auto const number = [&](char const* member, int decimals) { return fixed(sensor.at(member), decimals); };
-    out << "    time: " << number("from", 6) << " s to " << number("to", 6) << " s, " << number("duration", 6)
-        << " s long\n"
-        << "    " << number("rate", 3) << " samples per second, largest gap " << number("largestGap", 6)
-        << " s\n";
+    out << "    time: " << number(sensor, "from", 6) << " s to " << number(sensor, "to", 6) << " s, "
+        << number(sensor, "duration", 6) << " s long\n"
+        << "    " << number(sensor, "rate", 3) << " samples per second, largest gap "
+        << number(sensor, "largestGap", 6) << " s\n";
 }
 
 } // namespace

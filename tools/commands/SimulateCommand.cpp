@@ -17,7 +17,6 @@
 #include "tools/simulation/RecordedMotion.h"
 #include "tools/simulation/RoomPlan.h"
 #include "tools/simulation/SensorRecording.h"
-#include "tools/simulation/SimulationLimits.h"
 #include "tools/simulation/WalkMotion.h"
 
 #include <CLI/CLI.hpp>
@@ -87,10 +86,14 @@ Scenario walkAlong(Options const& options)
 {
     auto const recording = readTrajectoryFile(options.along).data;
     auto motion = std::make_unique<RecordedMotion>(recording->nodes, options.along);
-    auto times = motion->times();
-    auto building = buildingAround(motion->positions(), options.seed);
-    Eigen::Matrix3d const planFromBuilding = planRotation(motion->positions());
-    return {std::move(motion), std::move(times), std::move(building), planFromBuilding};
+    std::vector<double> times;
+    std::vector<Eigen::Vector3d> path;
+    for (TimedPose const& pose : motion->poses()) {
+        times.push_back(pose.time);
+        path.push_back(pose.position);
+    }
+    auto building = buildingAround(path, options.seed);
+    return {std::move(motion), std::move(times), std::move(building), planRotation(path)};
 }
 
 TrajectoryData trajectoryOf(Scenario const& scenario)
@@ -100,40 +103,28 @@ TrajectoryData trajectoryOf(Scenario const& scenario)
     for (double const time : scenario.nodeTimes) {
         data.nodes.emplace_back(time, toTrafo(scenario.motion->at(time)));
     }
-    for (MountedDevice const& mounted : instrument()) {
-        data.devicePositions[mounted.device] = toTrafo(mounted.bodyFromDevice);
+    for (auto const& [device, bodyFromDevice] : instrument()) {
+        data.devicePositions[device] = toTrafo(bodyFromDevice);
     }
     return data;
 }
 
-/// A folder that is removed again if nothing was written to it.
-class OutputFolder
+/// Creates a folder if needed. The result removes it again if it was created and nothing is in it.
+auto createFolder(std::filesystem::path const& path)
 {
-public:
-    explicit OutputFolder(std::filesystem::path const& path) : path_(path)
-    {
-        std::error_code failure;
-        created_ = std::filesystem::create_directories(path_, failure);
-        if (!std::filesystem::is_directory(path_)) {
-            throw fileError(path_,
-                            "cannot be created: " +
-                                (failure ? failure.message() : std::string("there is a file of this name")));
-        }
+    std::error_code failure;
+    bool const isNew = std::filesystem::create_directories(path, failure);
+    if (!std::filesystem::is_directory(path)) {
+        throw fileError(path,
+                        "cannot be created: " +
+                            (failure ? failure.message() : std::string("there is a file of this name")));
     }
-    OutputFolder(OutputFolder const&) = delete;
-    OutputFolder& operator=(OutputFolder const&) = delete;
-    ~OutputFolder()
-    {
-        if (created_) {
-            std::error_code ignored;
-            std::filesystem::remove(path_, ignored); // fails if it is not empty
-        }
-    }
-
-private:
-    std::filesystem::path path_;
-    bool created_ = false;
-};
+    auto removeIfEmpty = [](std::filesystem::path const* folder) {
+        std::error_code ignored;
+        std::filesystem::remove(*folder, ignored); // fails if it is not empty
+    };
+    return std::unique_ptr<std::filesystem::path const, decltype(removeIfEmpty)>(isNew ? &path : nullptr);
+}
 
 /// A panorama and its metadata.
 struct PanoramaOutput
@@ -160,7 +151,7 @@ void run(Options const& options, std::ostream& out)
 {
     Scenario const scenario = options.along.empty() ? walkThroughRooms(options) : walkAlong(options);
 
-    OutputFolder const folder(options.folder);
+    auto const folder = createFolder(options.folder);
     OutputFile trajectory(options.folder / "walk.trajectory");
     OutputFile sensors(options.folder / "walk.sensors");
     OutputFile points(options.folder / "scan.ply");
@@ -203,7 +194,7 @@ void run(Options const& options, std::ostream& out)
                        &building});
     out << data.nodes.size() << " poses over "
         << std::lround(scenario.motion->stopTime() - scenario.motion->startTime()) << " s\n"
-        << writer.count() << " scan points of " << rangefinders().front().name << '\n'
+        << writer.count() << " scan points of " << rangefinders().begin()->first << '\n'
         << tableCount(recording) << " of " << largestTableCount << " tables in the sensor stream\n"
         << scenario.building.surfaces.size() << " surfaces of the building\n";
     if (panorama) {

@@ -10,7 +10,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <cmath>
 #include <filesystem>
 #include <iomanip>
 #include <memory>
@@ -59,16 +58,8 @@ Json describe(StillStretches const& found, Options const& options)
     return json;
 }
 
-std::string counted(Json const& count, char const* one, char const* many)
-{
-    return count.dump() + ' ' + (count == 1 ? one : many);
-}
-
 void printText(Json const& found, std::ostream& out)
 {
-    auto const number = [](Json const& json, char const* member, int decimals) {
-        return fixed(json.at(member), decimals);
-    };
     auto const printRow = [&](std::string const& start, std::string const& end, std::string const& duration) {
         out << std::setw(20) << start << std::setw(20) << end << std::setw(16) << duration << '\n';
     };

@@ -2,7 +2,7 @@
 
 #include "tools/commands/PoseInfo.h"
 #include "tools/console/Text.h"
-#include "tools/motion/NodeOrder.h"
+#include "tools/motion/TimedPose.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,22 +16,20 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-using NodePointers = std::vector<TrajectoryNode const*>;
-
-/// The nodes are in order of time; there is at least one.
-Json describeSpan(NodePointers const& nodes)
+/// The poses are in order of time; there is at least one.
+Json describeSpan(std::vector<TimedPose> const& poses)
 {
-    double const duration = nodes.back()->time - nodes.front()->time;
+    double const duration = poses.back().time - poses.front().time;
     double largestStep = 0.0;
     double pathLength = 0.0;
-    for (std::size_t i = 1; i < nodes.size(); ++i) {
-        largestStep = std::max(largestStep, nodes[i]->time - nodes[i - 1]->time);
-        pathLength += (nodes[i]->pose.translation() - nodes[i - 1]->pose.translation()).norm();
+    for (std::size_t i = 1; i < poses.size(); ++i) {
+        largestStep = std::max(largestStep, poses[i].time - poses[i - 1].time);
+        pathLength += (poses[i].position - poses[i - 1].position).norm();
     }
-    return {{"from", nodes.front()->time},
-            {"to", nodes.back()->time},
+    return {{"from", poses.front().time},
+            {"to", poses.back().time},
             {"duration", duration},
-            {"meanStep", nodes.size() > 1 ? duration / static_cast<double>(nodes.size() - 1) : 0.0},
+            {"meanStep", poses.size() > 1 ? duration / static_cast<double>(poses.size() - 1) : 0.0},
             {"largestStep", largestStep},
             {"pathLength", pathLength}};
 }
@@ -40,19 +38,19 @@ Json describeSpan(NodePointers const& nodes)
 
 Json describe(TrajectoryData const& data)
 {
-    NodePointers timed;
+    std::vector<TrajectoryNode const*> timed;
     for (TrajectoryNode const& node : data.nodes) {
         if (std::isfinite(node.time)) {
             timed.push_back(&node);
         }
     }
-    NodePointers const nodes = inOrderOfTime(timed);
+    std::vector<TimedPose> const poses = posesInOrderOfTime(timed);
     Json json{{"nodes", data.nodes.size()},
               {"inTimeOrder", std::ranges::is_sorted(timed, {}, &TrajectoryNode::time)},
-              {"repeatedTimes", timed.size() - nodes.size()},
+              {"repeatedTimes", timed.size() - poses.size()},
               {"nodesWithoutTime", data.nodes.size() - timed.size()}};
-    if (!nodes.empty()) {
-        json.update(describeSpan(nodes));
+    if (!poses.empty()) {
+        json.update(describeSpan(poses));
     }
     json["devices"] = Json::array();
     for (auto const& [device, position] : std::map(data.devicePositions.begin(), data.devicePositions.end()))
@@ -66,9 +64,6 @@ Json describe(TrajectoryData const& data)
 
 void printTrajectory(Json const& trajectory, std::ostream& out)
 {
-    auto const number = [&](char const* member, int decimals) {
-        return fixed(trajectory.at(member), decimals);
-    };
     out << "  nodes: " << trajectory.at("nodes")
         << (trajectory.at("inTimeOrder") ? "\n" : ", not in order of time (measured in order)\n");
     if (trajectory.at("repeatedTimes") > 0) {
@@ -78,11 +73,11 @@ void printTrajectory(Json const& trajectory, std::ostream& out)
         out << "  nodes without a finite time: " << trajectory.at("nodesWithoutTime") << '\n';
     }
     if (trajectory.contains("from")) {
-        out << "  time: " << number("from", 6) << " s to " << number("to", 6) << " s, "
-            << number("duration", 6) << " s long\n"
-            << "  steps in time: " << number("meanStep", 6) << " s on average, " << number("largestStep", 6)
-            << " s at most\n"
-            << "  path: " << number("pathLength", 3) << " m\n";
+        out << "  time: " << number(trajectory, "from", 6) << " s to " << number(trajectory, "to", 6)
+            << " s, " << number(trajectory, "duration", 6) << " s long\n"
+            << "  steps in time: " << number(trajectory, "meanStep", 6) << " s on average, "
+            << number(trajectory, "largestStep", 6) << " s at most\n"
+            << "  path: " << number(trajectory, "pathLength", 3) << " m\n";
     }
     for (Json const& device : trajectory.at("devices")) {
         out << "  device " << device.at("device") << ": " << poseText(device) << '\n';

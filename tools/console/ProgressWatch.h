@@ -3,9 +3,11 @@
 #include "tools/console/ProgressBar.h"
 
 #include <chrono>
+#include <condition_variable>
 #include <cstdint>
 #include <functional>
-#include <future>
+#include <mutex>
+#include <stop_token>
 #include <string>
 #include <thread>
 #include <utility>
@@ -20,24 +22,21 @@ class ProgressWatch
 public:
     /// @param done returns how much of `total` is done; is called on another thread and must not throw
     ProgressWatch(std::string label, std::uint64_t total, std::function<std::uint64_t()> done)
-        : bar_(std::move(label), total), thread_([this, done = std::move(done), ended = ended_.get_future()] {
-              while (ended.wait_for(std::chrono::milliseconds(100)) == std::future_status::timeout) {
+        : bar_(std::move(label), total),
+          thread_([this, done = std::move(done)](std::stop_token const& ended) {
+              std::mutex mutex;
+              std::unique_lock lock(mutex);
+              std::condition_variable_any never;
+              while (!never.wait_for(
+                  lock, ended, std::chrono::milliseconds(100), [&] { return ended.stop_requested(); })) {
                   bar_.advanceTo(done());
               }
           })
     {}
-    ProgressWatch(ProgressWatch const&) = delete;
-    ProgressWatch& operator=(ProgressWatch const&) = delete;
-    ~ProgressWatch()
-    {
-        ended_.set_value();
-        thread_.join();
-    }
 
 private:
     ProgressBar bar_;
-    std::promise<void> ended_;
-    std::thread thread_;
+    std::jthread thread_; // is stopped and joined by its destructor
 };
 
 } // namespace oV::Roamscan::tool

@@ -21,19 +21,16 @@ std::string fixed(double value, int decimals)
 std::string oneLine(std::string_view text)
 {
     std::string line(text);
-    std::replace_if(
-        line.begin(),
-        line.end(),
-        [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; },
-        '?');
+    std::ranges::replace_if(
+        line, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, '?');
     return line;
 }
 
 std::string plain(std::string_view text)
 {
     std::string shown = oneLine(text);
-    std::replace_if(
-        shown.begin(), shown.end(), [](char c) { return static_cast<unsigned char>(c) > 0x7E; }, '?');
+    std::ranges::replace_if(
+        shown, [](char c) { return static_cast<unsigned char>(c) > 0x7E; }, '?');
     return shown;
 }
 
@@ -45,6 +42,11 @@ std::string excerpt(std::string_view text)
     std::string quoted = "\"";
     quoted += plain(text.substr(0, longest));
     return quoted += cut ? "...\"" : "\"";
+}
+
+std::string counted(std::uint64_t count, char const* one, char const* many)
+{
+    return std::to_string(count) + ' ' + (count == 1 ? one : many);
 }
 
 std::string listed(std::vector<std::string> const& items)

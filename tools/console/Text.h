@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +19,9 @@ namespace oV::Roamscan::tool
 
 /// The beginning of a text from a file in quotes, for a message.
 [[nodiscard]] std::string excerpt(std::string_view text);
+
+/// "1 node", "2 nodes".
+[[nodiscard]] std::string counted(std::uint64_t count, char const* one, char const* many);
 
 /// "a", "a and b", "a, b and c"; "none" for an empty list.
 [[nodiscard]] std::string listed(std::vector<std::string> const& items);

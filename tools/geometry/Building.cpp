@@ -23,8 +23,11 @@ Building::castRay(Eigen::Vector3d const& origin, Eigen::Vector3d const& directio
     return nearest;
 }
 
-void addBox(
-    Building& building, std::string const& name, UprightBox const& box, BoxLids lids, double reflectance)
+void addBox(Building& building,
+            std::string const& name,
+            UprightBox const& box,
+            std::optional<double> lid,
+            double reflectance)
 {
     Eigen::Rotation2Dd const turn(box.angle);
     Eigen::Vector2d const a = turn * Eigen::Vector2d(box.size.x(), 0.0);
@@ -40,9 +43,8 @@ void addBox(
     add(inSpace(first + b, box.bottom), inSpace(a, 0.0), up);
     add(inSpace(first, box.bottom), inSpace(b, 0.0), up);
     add(inSpace(first + a, box.bottom), inSpace(b, 0.0), up);
-    if (lids != BoxLids::None) {
-        double const height = lids == BoxLids::Top ? box.top : box.bottom;
-        add(inSpace(first, height), inSpace(a, 0.0), inSpace(b, 0.0));
+    if (lid) {
+        add(inSpace(first, *lid), inSpace(a, 0.0), inSpace(b, 0.0));
     }
 }
 

@@ -48,17 +48,13 @@ struct UprightBox
     double top = 1.0;
 };
 
-/// The horizontal faces of a box to add.
-enum class BoxLids
-{
-    None,
-    Top,
-    Bottom
-};
-
-/// Adds the four sides of a box and the lids, all with the same name.
-void addBox(
-    Building& building, std::string const& name, UprightBox const& box, BoxLids lids, double reflectance);
+/// Adds the four sides of a box, and its horizontal face at the height `lid` if there is one, all with the
+/// same name.
+void addBox(Building& building,
+            std::string const& name,
+            UprightBox const& box,
+            std::optional<double> lid,
+            double reflectance);
 
 /// Adds the six inner faces of a room: floor, ceiling, and the four outer walls.
 void addShell(Building& building, Eigen::Vector3d const& lowest, Eigen::Vector3d const& highest);

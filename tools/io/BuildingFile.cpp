@@ -22,7 +22,7 @@ constexpr std::size_t mostSurfaces = 10'000;
 constexpr double farthest = 1e7; // metres
 constexpr double usualReflectance = 0.5;
 
-nlohmann::json toJson(Eigen::Vector3d const& v)
+nlohmann::ordered_json toJson(Eigen::Vector3d const& v)
 {
     return {v.x(), v.y(), v.z()};
 }
@@ -80,18 +80,16 @@ Building buildingFrom(nlohmann::json const& json)
 
 void writeBuilding(Building const& building, std::ostream& stream)
 {
-    nlohmann::ordered_json document;
-    document["format"] = formatName;
-    document["version"] = formatVersion;
-    document["unit"] = "m";
-    document["surfaces"] = nlohmann::ordered_json::array();
+    nlohmann::ordered_json document{{"format", formatName},
+                                    {"version", formatVersion},
+                                    {"unit", "m"},
+                                    {"surfaces", nlohmann::ordered_json::array()}};
     for (Surface const& surface : building.surfaces) {
-        nlohmann::ordered_json entry;
-        entry["name"] = surface.name;
-        entry["corner"] = toJson(surface.rectangle.corner());
-        entry["edges"] = {toJson(surface.rectangle.edgeA()), toJson(surface.rectangle.edgeB())};
-        entry["reflectance"] = surface.reflectance;
-        document["surfaces"].push_back(std::move(entry));
+        Rectangle const& r = surface.rectangle;
+        document["surfaces"].push_back({{"name", surface.name},
+                                        {"corner", toJson(r.corner())},
+                                        {"edges", {toJson(r.edgeA()), toJson(r.edgeB())}},
+                                        {"reflectance", surface.reflectance}});
     }
     stream << document.dump(1) << '\n';
 }

@@ -79,14 +79,7 @@ std::optional<std::int64_t> parseInteger(std::string_view text)
 double secondsOfNanoseconds(std::int64_t nanoseconds)
 {
     // Conversion and division would round twice; parsing the decimal number rounds once.
-    constexpr std::size_t decimals = 9;
-    std::string digits = std::to_string(nanoseconds);
-    std::size_t const sign = nanoseconds < 0 ? 1 : 0;
-    if (digits.size() - sign <= decimals) {
-        digits.insert(sign, decimals + 1 - (digits.size() - sign), '0');
-    }
-    digits.insert(digits.size() - decimals, 1, '.');
-    return *parseNumber(digits);
+    return *parseNumber(std::to_string(nanoseconds) + "e-9");
 }
 
 } // namespace oV::Roamscan::tool

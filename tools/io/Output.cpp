@@ -2,8 +2,7 @@
 
 #include "tools/console/ToolError.h"
 
-#include <array>
-#include <charconv>
+#include <algorithm>
 #include <random>
 #include <string>
 #include <system_error>
@@ -33,9 +32,7 @@ fs::path withoutLinks(fs::path const& target)
 /// A random name in the folder of the target, and so on the same file system: renaming does not copy.
 fs::path temporaryBeside(fs::path const& target)
 {
-    std::array<char, 16> digits{};
-    auto const end = std::to_chars(digits.begin(), digits.end(), std::random_device()(), 36).ptr;
-    return fs::path(target) += ".part-" + std::string(digits.data(), end);
+    return fs::path(target) += ".part-" + std::to_string(std::random_device()());
 }
 
 } // namespace
@@ -53,16 +50,10 @@ Output::~Output()
 
 void Output::commitAll(std::initializer_list<Output*> outputs)
 {
-    for (Output* const output : outputs) {
-        if (output != nullptr) {
-            output->finish();
-        }
-    }
-    for (Output* const output : outputs) {
-        if (output != nullptr) {
-            output->putInPlace();
-        }
-    }
+    std::vector<Output*> given(outputs);
+    std::erase(given, nullptr);
+    std::ranges::for_each(given, &Output::finish);
+    std::ranges::for_each(given, &Output::putInPlace);
 }
 
 void Output::putInPlace()

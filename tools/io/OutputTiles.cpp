@@ -60,7 +60,6 @@ OutputTiles::OutputTiles(fs::path const& picture)
 {
     requirePictureFormat(picture);
     requireReplaceable(target(), extension_);
-    place_ = placeOfTiles(fs::path(temporary()) += extension_);
     std::error_code failure;
     if (!fs::create_directory(temporary(), failure)) {
         throw fileError(target(), "cannot be created: " + failure.message());
@@ -70,7 +69,7 @@ OutputTiles::OutputTiles(fs::path const& picture)
 void OutputTiles::write(cv::Mat const& image) const
 {
     try {
-        LargeImageSerialization::serializeImage(image, place_);
+        LargeImageSerialization::serializeImage(image, placeOfTiles(picture()));
     } catch (VisibleException const&) {
         throw fileError(target(),
                         "a tile could not be written; is the disk full, or the picture of a kind that " +

@@ -2,9 +2,6 @@
 
 #include "tools/io/Output.h"
 
-#include <roamscan/frame/bvbase/File.h>
-#include <roamscan/frame/bvbase/SmartPtr.h>
-
 #include <opencv2/core/mat.hpp>
 
 #include <filesystem>
@@ -24,8 +21,11 @@ public:
     /// or if the target exists and is not a folder with nothing but tiles of this extension in it
     explicit OutputTiles(std::filesystem::path const& picture);
 
-    /// The picture for LargeImageSerialization::serializeImage() whose tiles are in the temporary folder.
-    [[nodiscard]] Bv_1_1::SmartPtr<Bv_1_1::File const> const& place() const { return place_; }
+    /// The picture whose tiles are in the temporary folder.
+    [[nodiscard]] std::filesystem::path picture() const
+    {
+        return std::filesystem::path(temporary()) += extension_;
+    }
 
     /// Writes the tiles of the picture.
     /// @throws ToolError if one of them cannot be written
@@ -35,7 +35,6 @@ private:
     void finish() override;
 
     std::string extension_; // of the tiles
-    Bv_1_1::SmartPtr<Bv_1_1::File const> place_;
 };
 
 } // namespace oV::Roamscan::tool

@@ -26,10 +26,10 @@ Whole rounded(double value)
     return value > 0.0 ? static_cast<Whole>(std::lround(std::min(value, highest))) : Whole{0};
 }
 
-IRoamscanData::ScanPoint pointOf(PlyHeader const& header, char const* vertex)
+CloudPoint pointOf(PlyHeader const& header, char const* vertex)
 {
     auto const value = [&](PlyField field) { return header.value(field, vertex); };
-    IRoamscanData::ScanPoint point;
+    CloudPoint point;
     point.position = {static_cast<float>(value(PlyField::X)),
                       static_cast<float>(value(PlyField::Y)),
                       static_cast<float>(value(PlyField::Z))};
@@ -38,6 +38,7 @@ IRoamscanData::ScanPoint pointOf(PlyHeader const& header, char const* vertex)
     point.g = rounded<std::uint8_t>(value(PlyField::Green));
     point.b = rounded<std::uint8_t>(value(PlyField::Blue));
     point.a = rounded<std::uint8_t>(value(PlyField::Alpha));
+    point.time = value(PlyField::Time);
     return point;
 }
 
@@ -55,15 +56,14 @@ void checkSize(PlyHeader const& header, InputFile& file, std::filesystem::path c
 
 } // namespace
 
-ScanPoints readPlyFile(std::filesystem::path const& path)
+std::vector<CloudPoint> readPlyFile(std::filesystem::path const& path)
 {
     InputFile file = openInput(path);
     PlyHeader const header = readPlyHeader(file.stream, path);
     checkSize(header, file, path);
 
-    ScanPoints scan;
-    scan.points.reserve(header.vertexCount);
-    scan.times.reserve(header.vertexCount);
+    std::vector<CloudPoint> scan;
+    scan.reserve(header.vertexCount);
     std::size_t const verticesAtOnce = bytesAtOnce / header.stride + 1;
     std::vector<char> buffer(verticesAtOnce * header.stride);
     while (scan.size() < header.vertexCount) {
@@ -73,9 +73,7 @@ ScanPoints readPlyFile(std::filesystem::path const& path)
             throw fileError(path, "cannot be read beyond vertex " + std::to_string(scan.size()));
         }
         for (std::size_t i = 0; i < count; ++i) {
-            char const* const vertex = buffer.data() + i * header.stride;
-            scan.points.push_back(pointOf(header, vertex));
-            scan.times.push_back(header.value(PlyField::Time, vertex));
+            scan.push_back(pointOf(header, buffer.data() + i * header.stride));
         }
     }
     return scan;

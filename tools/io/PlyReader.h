@@ -1,8 +1,9 @@
 #pragma once
 
-#include "tools/points/ScanPoints.h"
+#include "tools/points/CloudPoint.h"
 
 #include <filesystem>
+#include <vector>
 
 namespace oV::Roamscan::tool
 {
@@ -13,6 +14,6 @@ namespace oV::Roamscan::tool
 /// The number of vertices must match the size of the file exactly, which is checked before memory is
 /// allocated for them.
 /// @throws ToolError
-[[nodiscard]] ScanPoints readPlyFile(std::filesystem::path const& path);
+[[nodiscard]] std::vector<CloudPoint> readPlyFile(std::filesystem::path const& path);
 
 } // namespace oV::Roamscan::tool

@@ -35,7 +35,7 @@ void PlyWriter::add(CloudPoint const& point)
 {
     std::array<char, vertexSize> bytes{};
     char* to = bytes.data();
-    for (float const coordinate : {point.x, point.y, point.z}) {
+    for (float const coordinate : {point.position.x, point.position.y, point.position.z}) {
         to = putLittleEndian(to, std::bit_cast<std::uint32_t>(coordinate));
     }
     to = putLittleEndian(to, point.intensity);

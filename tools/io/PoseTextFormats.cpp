@@ -160,9 +160,9 @@ std::vector<TrajectoryNode> readKittiPoses(std::istream& text,
     auto nodes =
         readNodes(text, name, [&](LineReader const& lines, std::string_view line, std::size_t index) {
             auto const m = numbersAt<12>(lines, line, "a KITTI line (a 3x4 matrix, row by row)");
-            Eigen::Matrix3d rotation;
-            rotation << m[0], m[1], m[2], m[4], m[5], m[6], m[8], m[9], m[10];
-            double const determinant = rotation.determinant();
+            TrafoT<double>::Transform3D pose = TrafoT<double>::Transform3D::Identity();
+            pose.affine() = Eigen::Map<Eigen::Matrix<double, 3, 4, Eigen::RowMajor> const>(m.data());
+            double const determinant = pose.linear().determinant();
             if (!(std::abs(determinant - 1.0) <= tolerance)) {
                 throw errorAt(lines,
                               "the determinant of the matrix is " + fixed(determinant, 4) + " instead of 1");
@@ -172,23 +172,7 @@ std::vector<TrajectoryNode> readKittiPoses(std::istream& text,
                               "there are only " + std::to_string(times.size()) + " times in " +
                                   timesName.string());
             }
-            Bv_1_1::Mat4d<double> const matrix{{m[0],
-                                                m[4],
-                                                m[8],
-                                                0.0,
-                                                m[1],
-                                                m[5],
-                                                m[9],
-                                                0.0,
-                                                m[2],
-                                                m[6],
-                                                m[10],
-                                                0.0,
-                                                m[3],
-                                                m[7],
-                                                m[11],
-                                                1.0}};
-            return TrajectoryNode(times[index], TrafoT<double>(matrix, true));
+            return TrajectoryNode(times[index], TrafoT<double>::FromEigen(pose));
         });
     if (nodes.size() != times.size()) {
         throw fileError(timesName,

@@ -7,10 +7,9 @@
 #include <roamscan/frame/platform/LittleEndian.h>
 
 #include <array>
+#include <map>
 #include <ostream>
-#include <set>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace oV::Roamscan::tool
@@ -127,25 +126,23 @@ void writeSensors(SensorData const& data, std::ostream& stream, std::filesystem:
 
 std::size_t tableCount(SensorData const& data)
 {
-    std::size_t count = 1 + data.imuData.size() + data.rangefinderData.size() + data.sensorPoses.size();
-    for (auto const& [name, samples] : data.imuData) {
-        count += samples.size();
-    }
-    for (auto const& [name, samples] : data.rangefinderData) {
-        count += samples.size();
-    }
+    std::size_t count = 1 + data.sensorPoses.size();
+    auto const add = [&](auto const& sensors) {
+        for (auto const& [name, samples] : sensors) {
+            count += 1 + samples.size();
+        }
+    };
+    add(data.imuData);
+    add(data.rangefinderData);
     return count;
 }
 
 std::string listDevices(TrajectoryData const& data)
 {
-    std::set<int> devices;
-    for (auto const& [device, position] : data.devicePositions) {
-        devices.insert(static_cast<int>(device));
-    }
     std::vector<std::string> names;
-    for (int const device : devices) {
-        names.push_back(std::to_string(device));
+    for (auto const& [device, position] : std::map(data.devicePositions.begin(), data.devicePositions.end()))
+    {
+        names.push_back(std::to_string(static_cast<int>(device)));
     }
     return listed(names);
 }

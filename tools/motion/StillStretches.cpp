@@ -1,6 +1,6 @@
 #include "tools/motion/StillStretches.h"
 
-#include "tools/motion/NodeOrder.h"
+#include "tools/motion/TimedPose.h"
 
 #include <roamscan/time/TimeConversion.h>
 
@@ -26,14 +26,7 @@ constexpr double stepsInHalf = 4.0;
 constexpr double measurementsInHalf = 12.5; // every 20 ms with the shortest half
 constexpr double unitTolerance = 0.01;
 
-struct Pose
-{
-    double time = 0.0;
-    Vector3d position;
-    Quaterniond rotation;
-};
-
-using Poses = std::span<Pose const>;
+using Poses = std::span<TimedPose const>;
 
 bool isUsable(TrajectoryNode const& node)
 {
@@ -41,7 +34,7 @@ bool isUsable(TrajectoryNode const& node)
            std::abs(node.pose.rotation().norm() - 1.0) <= unitTolerance;
 }
 
-std::vector<Pose> usablePoses(std::span<TrajectoryNode const> nodes, std::size_t& unusable)
+std::vector<TimedPose> usablePoses(std::span<TrajectoryNode const> nodes, std::size_t& unusable)
 {
     std::vector<TrajectoryNode const*> usable;
     for (TrajectoryNode const& node : nodes) {
@@ -50,11 +43,7 @@ std::vector<Pose> usablePoses(std::span<TrajectoryNode const> nodes, std::size_t
         }
     }
     unusable = nodes.size() - usable.size();
-    std::vector<Pose> poses;
-    for (TrajectoryNode const* const node : inOrderOfTime(usable)) {
-        poses.push_back({node->time, node->pose.translation(), node->pose.rotation().normalized()});
-    }
-    return poses;
+    return posesInOrderOfTime(std::move(usable));
 }
 
 /// The median of at least one number. Reorders the numbers.
@@ -68,47 +57,40 @@ double medianOf(std::vector<double>& numbers)
     return *middle + (*std::max_element(numbers.begin(), middle) - *middle) / 2.0;
 }
 
-/// Computes the median of each component of poses.
-class MiddlePose
+/// The median of one number of each pose.
+template <typename Number>
+double medianBy(Poses poses, Number const& number)
 {
-public:
-    [[nodiscard]] Pose of(Poses poses)
-    {
-        Pose middle;
-        middle.time = medianBy(poses, [](Pose const& pose) { return pose.time; });
-        for (Eigen::Index i = 0; i < 3; ++i) {
-            middle.position[i] = medianBy(poses, [i](Pose const& pose) { return pose.position[i]; });
-        }
-        // A quaternion and its negative are the same rotation. The signs are chosen so that the component
-        // with the largest median magnitude is positive, which no outlier can change.
-        Eigen::Vector4d sizes;
-        for (Eigen::Index i = 0; i < 4; ++i) {
-            sizes[i] = medianBy(poses, [i](Pose const& pose) { return std::abs(pose.rotation.coeffs()[i]); });
-        }
-        Eigen::Index largest = 0;
-        sizes.maxCoeff(&largest);
-        for (Eigen::Index i = 0; i < 4; ++i) {
-            middle.rotation.coeffs()[i] = medianBy(poses, [i, largest](Pose const& pose) {
-                auto const& numbers = pose.rotation.coeffs();
-                return numbers[largest] < 0.0 ? -numbers[i] : numbers[i];
-            });
-        }
-        return middle;
-    }
+    std::vector<double> numbers(poses.size());
+    std::ranges::transform(poses, numbers.begin(), number);
+    return medianOf(numbers);
+}
 
-private:
-    template <typename Number>
-    double medianBy(Poses poses, Number const& number)
-    {
-        numbers_.clear();
-        for (Pose const& pose : poses) {
-            numbers_.push_back(number(pose));
-        }
-        return medianOf(numbers_);
+/// The median of each component.
+TimedPose middleOf(Poses poses)
+{
+    TimedPose middle;
+    middle.time = medianBy(poses, &TimedPose::time);
+    for (Eigen::Index i = 0; i < 3; ++i) {
+        middle.position[i] = medianBy(poses, [i](TimedPose const& pose) { return pose.position[i]; });
     }
-
-    std::vector<double> numbers_;
-};
+    // A quaternion and its negative are the same rotation. The signs are chosen so that the component with
+    // the largest median magnitude is positive, which no outlier can change.
+    Eigen::Vector4d sizes;
+    for (Eigen::Index i = 0; i < 4; ++i) {
+        sizes[i] =
+            medianBy(poses, [i](TimedPose const& pose) { return std::abs(pose.rotation.coeffs()[i]); });
+    }
+    Eigen::Index largest = 0;
+    sizes.maxCoeff(&largest);
+    for (Eigen::Index i = 0; i < 4; ++i) {
+        middle.rotation.coeffs()[i] = medianBy(poses, [i, largest](TimedPose const& pose) {
+            auto const& numbers = pose.rotation.coeffs();
+            return numbers[largest] < 0.0 ? -numbers[i] : numbers[i];
+        });
+    }
+    return middle;
+}
 
 /// The angle in degrees; infinite if a quaternion is too far from unit length.
 double turnBetween(Quaterniond const& from, Quaterniond const& to)
@@ -121,69 +103,50 @@ double turnBetween(Quaterniond const& from, Quaterniond const& to)
     return 2.0 * std::atan2(turn.vec().norm(), std::abs(turn.w())) * 180.0 / std::numbers::pi;
 }
 
-/// Finds the stretches in the poses between two gaps.
-class StretchFinder
+bool isStillAt(double time, Poses poses, double half, StillSettings const& settings)
 {
-public:
-    StretchFinder(StillSettings const& settings, double half, AnchorSections& sections)
-        : settings_(settings), half_(half), sections_(sections)
-    {}
+    // Near the two ends, the window is shifted so that it stays within the poses.
+    double const centre = std::max(poses.front().time + half, std::min(time, poses.back().time - half));
+    auto const begin = std::ranges::lower_bound(poses, centre - half, {}, &TimedPose::time);
+    auto const middle = std::ranges::lower_bound(poses, centre, {}, &TimedPose::time);
+    auto const end = std::ranges::upper_bound(poses, centre + half, {}, &TimedPose::time);
+    if (begin == middle || middle == end) { // only by rounding
+        return false;
+    }
+    TimedPose const before = middleOf({begin, middle});
+    TimedPose const after = middleOf({middle, end});
+    double const elapsed = after.time - before.time;
+    return (after.position - before.position).norm() < settings.speed * elapsed &&
+           turnBetween(before.rotation, after.rotation) < settings.rate * elapsed;
+}
 
-    /// The poses span a window at least.
-    void search(Poses poses)
-    {
-        Pose const* from = nullptr;
-        Pose const* to = nullptr;
-        double lastMeasured = -std::numeric_limits<double>::infinity();
-        for (Pose const& pose : poses) {
-            if (pose.time - lastMeasured < half_ / measurementsInHalf && &pose != &poses.back()) {
-                continue;
-            }
-            lastMeasured = pose.time;
-            if (isStillAt(pose.time, poses)) {
-                from = from == nullptr ? &pose : from;
-                to = &pose;
-            } else if (from != nullptr) {
-                add(from->time, to->time);
-                from = nullptr;
-            }
+/// Adds the stretches in the poses between two gaps, which span a window at least.
+void addStretches(AnchorSections& sections, Poses poses, double half, StillSettings const& settings)
+{
+    TimedPose const* from = nullptr; // of the current stretch
+    TimedPose const* to = nullptr;
+    auto const finish = [&] {
+        if (from != nullptr && to->time - from->time >= settings.minSeconds) {
+            sections.insertSection({TimeConversion::convertToIntegerTime(from->time),
+                                    TimeConversion::convertToIntegerTime(to->time)});
         }
-        if (from != nullptr) {
-            add(from->time, to->time);
+        from = nullptr;
+    };
+    double lastMeasured = -std::numeric_limits<double>::infinity();
+    for (TimedPose const& pose : poses) {
+        if (pose.time - lastMeasured < half / measurementsInHalf && &pose != &poses.back()) {
+            continue;
+        }
+        lastMeasured = pose.time;
+        if (isStillAt(pose.time, poses, half, settings)) {
+            from = from == nullptr ? &pose : from;
+            to = &pose;
+        } else {
+            finish();
         }
     }
-
-private:
-    [[nodiscard]] bool isStillAt(double time, Poses poses)
-    {
-        // Near the two ends, the window is shifted so that it stays within the poses.
-        double const centre = std::max(poses.front().time + half_, std::min(time, poses.back().time - half_));
-        auto const begin = std::ranges::lower_bound(poses, centre - half_, {}, &Pose::time);
-        auto const middle = std::ranges::lower_bound(poses, centre, {}, &Pose::time);
-        auto const end = std::ranges::upper_bound(poses, centre + half_, {}, &Pose::time);
-        if (begin == middle || middle == end) { // only by rounding
-            return false;
-        }
-        Pose const before = middlePose_.of({begin, middle});
-        Pose const after = middlePose_.of({middle, end});
-        double const elapsed = after.time - before.time;
-        return (after.position - before.position).norm() < settings_.speed * elapsed &&
-               turnBetween(before.rotation, after.rotation) < settings_.rate * elapsed;
-    }
-
-    void add(double from, double to)
-    {
-        if (to - from >= settings_.minSeconds) {
-            sections_.insertSection(
-                {TimeConversion::convertToIntegerTime(from), TimeConversion::convertToIntegerTime(to)});
-        }
-    }
-
-    StillSettings const& settings_;
-    double half_;
-    AnchorSections& sections_;
-    MiddlePose middlePose_;
-};
+    finish();
+}
 
 double halfFor(Poses poses)
 {
@@ -199,12 +162,11 @@ double halfFor(Poses poses)
 StillStretches findStillStretches(std::span<TrajectoryNode const> nodes, StillSettings const& settings)
 {
     StillStretches result;
-    std::vector<Pose> const poses = usablePoses(nodes, result.unusable);
+    std::vector<TimedPose> const poses = usablePoses(nodes, result.unusable);
     result.poses = poses.size();
     double const half = halfFor(poses);
     result.window = 2.0 * half;
 
-    StretchFinder finder(settings, half, result.sections);
     for (std::size_t first = 0, last = 0; first < poses.size(); first = ++last) {
         while (last + 1 < poses.size() && poses[last + 1].time - poses[last].time <= half) {
             ++last;
@@ -216,7 +178,7 @@ StillStretches findStillStretches(std::span<TrajectoryNode const> nodes, StillSe
         double const known = poses[last].time - poses[first].time;
         if (known >= result.window) {
             result.measured += known;
-            finder.search(Poses(poses).subspan(first, last - first + 1));
+            addStretches(result.sections, Poses(poses).subspan(first, last - first + 1), half, settings);
         }
     }
     return result;

@@ -156,103 +156,75 @@ cv::Mat3b shadePoints(PlanView const& view, std::vector<Vector3f> const& points)
     return picture;
 }
 
-/// Draws lines and text with smooth edges: on an enlarged copy of the picture, which is averaged afterwards.
-class Pen
+constexpr int font = cv::FONT_HERSHEY_SIMPLEX;
+constexpr double fontScale = 1.0; // capital letters are some 21 pixels high
+constexpr int subpixelBits = 4;   // of the coordinates of smooth shapes
+constexpr double subpixels = 1 << subpixelBits;
+
+cv::Scalar ink(Colour const& colour)
 {
-public:
-    explicit Pen(cv::Mat3b const& picture)
-    {
-        cv::resize(picture, enlarged_, {}, enlargement, enlargement, cv::INTER_NEAREST);
-    }
+    return 255.0F * colour;
+}
 
-    void rectangle(Vector2d const& topLeft, Vector2d const& size, Colour const& colour)
-    {
-        enlarged_(cv::Rect(pixelAt(topLeft), pixelAt(topLeft + size))).setTo(ink(colour));
-    }
+/// In subpixels, counted from the centre of the first pixel.
+cv::Point inSubpixels(Vector2d const& place)
+{
+    return {cvRound(subpixels * (place.x() - 0.5)), cvRound(subpixels * (place.y() - 0.5))};
+}
 
-    void disc(Vector2d const& centre, double radius, Colour const& colour)
-    {
-        cv::circle(enlarged_, pixelAt(centre), cvRound(enlargement * radius), ink(colour), cv::FILLED);
-    }
+void drawDisc(cv::Mat3b& picture, Vector2d const& centre, double radius, Colour const& colour)
+{
+    cv::circle(picture,
+               inSubpixels(centre),
+               cvRound(subpixels * radius),
+               ink(colour),
+               cv::FILLED,
+               cv::LINE_AA,
+               subpixelBits);
+}
 
-    void line(std::vector<Vector2d> const& places, double thickness, Colour const& colour)
-    {
-        std::vector<cv::Point> points(places.size());
-        std::ranges::transform(places, points.begin(), pixelAt);
-        cv::polylines(enlarged_, points, false, ink(colour), cvRound(enlargement * thickness));
-    }
+void drawText(
+    cv::Mat3b& picture, std::string const& text, cv::Point bottomLeft, int thickness, Colour const& colour)
+{
+    cv::putText(picture, text, bottomLeft, font, fontScale, ink(colour), thickness, cv::LINE_AA);
+}
 
-    /// The extent of a text in pixels.
-    [[nodiscard]] static Vector2d textSize(std::string const& text)
-    {
-        cv::Size const size = cv::getTextSize(text, font, fontScale, 1, nullptr);
-        return Vector2d(size.width, size.height) / enlargement;
-    }
+/// Draws a disc with a label on one side of it.
+void drawEnd(cv::Mat3b& picture,
+             Vector2d const& place,
+             std::string const& label,
+             Colour const& colour,
+             double radius,
+             bool labelLeft)
+{
+    Colour const white = colourOf(0xFFFFFF);
+    drawDisc(picture, place, radius + 2.0, white);
+    drawDisc(picture, place, radius, colour);
+    cv::Size const size = cv::getTextSize(label, font, fontScale, 1, nullptr);
+    double const left = labelLeft ? place.x() - 19.0 - size.width : place.x() + 19.0;
+    cv::Point const corner(cvRound(std::clamp(left, 4.0, picture.cols - size.width - 4.0)),
+                           cvRound(place.y() + size.height / 2.0));
+    drawText(picture, label, corner, 7, white); // a rim, to be legible on any background
+    drawText(picture, label, corner, 2, colour);
+}
 
-    void text(std::string const& text, Vector2d const& bottomLeft, double thickness, Colour const& colour)
-    {
-        int const stroke = cvRound(enlargement * thickness);
-        cv::putText(enlarged_, text, pixelAt(bottomLeft), font, fontScale, ink(colour), stroke);
-    }
-
-    [[nodiscard]] cv::Mat3b smoothed() const
-    {
-        cv::Mat3b picture;
-        cv::resize(enlarged_, picture, enlarged_.size() / enlargement, 0.0, 0.0, cv::INTER_AREA);
-        return picture;
-    }
-
-private:
-    static constexpr int enlargement = 4;
-    static constexpr int font = cv::FONT_HERSHEY_SIMPLEX;
-    static constexpr double fontScale = enlargement; // capital letters are some 21 pixels high
-
-    static cv::Scalar ink(Colour const& colour) { return 255.0F * colour; }
-
-    /// In the enlarged picture.
-    static cv::Point pixelAt(Vector2d const& place)
-    {
-        return {cvRound(enlargement * place.x()), cvRound(enlargement * place.y())};
-    }
-
-    cv::Mat3b enlarged_;
-};
-
-void drawPath(Pen& pen, PlanView const& view, std::vector<Vector2f> const& path)
+void drawPath(cv::Mat3b& picture, PlanView const& view, std::vector<Vector2f> const& path)
 {
     if (path.empty()) {
         return;
     }
-    std::vector<Vector2d> line;
+    std::vector<cv::Point> line;
     for (Vector2f const& place : path) {
-        Vector2d const pixel = view(place);
-        if (line.empty() || (pixel - line.back()).norm() >= 0.5) {
-            line.push_back(pixel);
+        cv::Point const point = inSubpixels(view(place));
+        if (line.empty() || cv::norm(point - line.back()) >= subpixels / 2.0) {
+            line.push_back(point);
         }
     }
-    pen.line(line, 3.5, colourOf(0xE8590C));
+    cv::polylines(picture, line, false, ink(colourOf(0xE8590C)), 3, cv::LINE_AA, subpixelBits);
 
-    struct End
-    {
-        Vector2d place;
-        std::string label;
-        Colour colour;
-        double radius;
-        bool labelLeft;
-    };
     // The sizes differ so that both are visible at the same place.
-    for (End const& end : {End{view(path.front()), "start", colourOf(0x1B8A3A), 11.0, true},
-                           End{view(path.back()), "end", colourOf(0xC2185B), 6.0, false}})
-    {
-        pen.disc(end.place, end.radius + 2.0, colourOf(0xFFFFFF));
-        pen.disc(end.place, end.radius, end.colour);
-        Vector2d const size = Pen::textSize(end.label);
-        double const left = end.labelLeft ? end.place.x() - 19.0 - size.x() : end.place.x() + 19.0;
-        Vector2d const corner(std::clamp(left, 4.0, view.size.width - size.x() - 4.0),
-                              end.place.y() + size.y() / 2.0);
-        pen.text(end.label, corner, 7.0, colourOf(0xFFFFFF)); // a rim, to be legible on any background
-        pen.text(end.label, corner, 2.5, end.colour);
-    }
+    drawEnd(picture, view(path.front()), "start", colourOf(0x1B8A3A), 11.0, true);
+    drawEnd(picture, view(path.back()), "end", colourOf(0xC2185B), 6.0, false);
 }
 
 /// The largest of 1, 2, 5, 10, 20, ... that is not larger than the length.
@@ -270,16 +242,20 @@ std::string lengthLabel(double metres)
     return fixed(metres, metres < 1.0 ? 1 : 0) + " m";
 }
 
-void drawScaleBar(Pen& pen, PlanView const& view)
+void drawScaleBar(cv::Mat3b& picture, double pixelsPerMetre)
 {
-    Colour const ink = colourOf(0x222222);
-    double const metres = roundLength(0.25 * view.size.width / view.pixelsPerMetre);
-    double const length = metres * view.pixelsPerMetre;
-    double const bottom = view.size.height - 20.0;
-    pen.rectangle({border, bottom - 4.0}, {length, 4.0}, ink);
-    pen.rectangle({border, bottom - 16.0}, {3.0, 16.0}, ink);
-    pen.rectangle({border + length - 3.0, bottom - 16.0}, {3.0, 16.0}, ink);
-    pen.text(lengthLabel(metres), {border + length + 14.0, bottom}, 2.5, ink);
+    Colour const dark = colourOf(0x222222);
+    double const metres = roundLength(0.25 * picture.cols / pixelsPerMetre);
+    int const length = cvRound(metres * pixelsPerMetre);
+    int const left = cvRound(border);
+    int const bottom = picture.rows - 20;
+    for (cv::Rect const& bar : {cv::Rect(left, bottom - 4, length, 4),
+                                cv::Rect(left, bottom - 16, 3, 16),
+                                cv::Rect(left + length - 3, bottom - 16, 3, 16)})
+    {
+        picture(bar).setTo(ink(dark));
+    }
+    drawText(picture, lengthLabel(metres), {left + length + 14, bottom}, 2, dark);
 }
 
 } // namespace
@@ -287,10 +263,10 @@ void drawScaleBar(Pen& pen, PlanView const& view)
 cv::Mat3b drawTopView(TopViewScene const& scene)
 {
     PlanView const view(scene);
-    Pen pen(shadePoints(view, scene.points));
-    drawPath(pen, view, scene.path);
-    drawScaleBar(pen, view);
-    return pen.smoothed();
+    cv::Mat3b picture = shadePoints(view, scene.points);
+    drawPath(picture, view, scene.path);
+    drawScaleBar(picture, view.pixelsPerMetre);
+    return picture;
 }
 
 } // namespace oV::Roamscan::tool

@@ -3,6 +3,7 @@
 #include "tools/console/ProgressBar.h"
 
 #include <roamscan/geometry/RoamscanDataAdapter.h>
+#include <roamscan/time/EigenConversion.h>
 #include <roamscan/time/TimeConversion.h>
 
 #include <cmath>
@@ -24,11 +25,6 @@ enum class Outcome
     Placed
 };
 
-bool isFinite(Bv_1_1::Vec3d<float> const& v)
-{
-    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
-}
-
 /// Gives the library access to a scan, and records the outcome of the last point. The two indices of a point
 /// are its block and its index in the block, so that a scan may have more points than an int can count.
 class ScanSource : public RoamscanDataAdapter
@@ -36,11 +32,11 @@ class ScanSource : public RoamscanDataAdapter
 public:
     static constexpr std::size_t blockSize = 1U << 20;
 
-    explicit ScanSource(ScanPoints const& scan) : scan_(scan) {}
+    explicit ScanSource(std::vector<CloudPoint> const& scan) : scan_(scan) {}
 
     [[nodiscard]] bool getScanPtTime(int first, int second, int64* time) override
     {
-        double const seconds = scan_.times[indexOf(first, second)];
+        double const seconds = scan_[indexOf(first, second)].time;
         outcome_ = std::isnan(seconds) ? Outcome::WithoutTime : Outcome::Outside;
         if (outcome_ == Outcome::WithoutTime) {
             return false;
@@ -51,10 +47,10 @@ public:
 
     [[nodiscard]] ScanPoint getLocalScanPt(int first, int second, double const* /*parameters*/) override
     {
-        ScanPoint const& point = scan_.points[indexOf(first, second)];
-        auto const& p = point.position;
-        bool const measured = p.x != 0.0F || p.y != 0.0F || p.z != 0.0F;
-        outcome_ = measured && isFinite(p) ? Outcome::Placed : Outcome::WithoutPosition;
+        ScanPoint const& point = scan_[indexOf(first, second)];
+        auto const position = toEigen(point.position);
+        bool const isMeasured = position.allFinite() && !position.isZero(0.0F);
+        outcome_ = isMeasured ? Outcome::Placed : Outcome::WithoutPosition;
         return point;
     }
 
@@ -75,27 +71,26 @@ private:
         return TimeConversion::convertToIntegerTime(seconds);
     }
 
-    ScanPoints const& scan_;
+    std::vector<CloudPoint> const& scan_;
     Outcome outcome_ = Outcome::WithoutTime;
 };
 
 void record(Placement& placement, Outcome outcome, IRoamscanData::ScanPoint const& global, double time)
 {
-    auto const& p = global.position;
     if (outcome == Outcome::WithoutTime) {
         ++placement.withoutTime;
     } else if (outcome == Outcome::Outside) {
         ++placement.outside;
-    } else if (outcome == Outcome::WithoutPosition || !isFinite(p)) {
+    } else if (outcome == Outcome::WithoutPosition || !toEigen(global.position).allFinite()) {
         ++placement.withoutPosition;
     } else {
-        placement.placed.push_back({p.x, p.y, p.z, global.intensity, time});
+        placement.placed.push_back({global, time});
     }
 }
 
 } // namespace
 
-Placement placePoints(ScanPoints const& scan, Trajectory const& trajectory)
+Placement placePoints(std::vector<CloudPoint> const& scan, Trajectory const& trajectory)
 {
     Placement placement;
     placement.placed.reserve(scan.size());
@@ -106,7 +101,7 @@ Placement placePoints(ScanPoints const& scan, Trajectory const& trajectory)
         auto const first = static_cast<int>(i / ScanSource::blockSize);
         auto const second = static_cast<int>(i % ScanSource::blockSize);
         auto const global = source.getGlobalScanPt(first, second, trajectory, nullptr);
-        record(placement, source.outcome(), global, scan.times[i]);
+        record(placement, source.outcome(), global, scan[i].time);
     }
     return placement;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "tools/points/CloudPoint.h"
-#include "tools/points/ScanPoints.h"
 
 #include <roamscan/trajectory/Trajectory.h>
 
@@ -27,6 +26,6 @@ struct Placement
 };
 
 /// Transforms every point of a scan by the pose of the trajectory at the time of the point.
-[[nodiscard]] Placement placePoints(ScanPoints const& scan, Trajectory const& trajectory);
+[[nodiscard]] Placement placePoints(std::vector<CloudPoint> const& scan, Trajectory const& trajectory);
 
 } // namespace oV::Roamscan::tool

@@ -5,21 +5,18 @@
 namespace oV::Roamscan::tool
 {
 
-ScanPoints scanPointsOf(SampleMap<mapping::RangefinderData> const& samples)
+std::vector<CloudPoint> scanPointsOf(SampleMap<mapping::RangefinderData> const& samples)
 {
     std::size_t count = 0;
     for (auto const& [tick, sample] : samples) {
         count += sample->getRanges().get().size();
     }
-    ScanPoints scan;
-    scan.points.reserve(count);
-    scan.times.reserve(count);
+    std::vector<CloudPoint> scan;
+    scan.reserve(count);
     for (auto const& [tick, sample] : samples) {
         for (mapping::TimedRangefinderPoint const& measured : sample->getRanges().get()) {
-            IRoamscanData::ScanPoint point;
-            point.position = {measured.position.x, measured.position.y, measured.position.z};
-            scan.points.push_back(point);
-            scan.times.push_back(sample->getTimeStamp().get() + static_cast<double>(measured.time));
+            auto const& [x, y, z] = measured.position;
+            scan.push_back({{{x, y, z}}, sample->getTimeStamp().get() + static_cast<double>(measured.time)});
         }
     }
     return scan;

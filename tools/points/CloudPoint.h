@@ -1,17 +1,13 @@
 #pragma once
 
-#include <cstdint>
+#include <roamscan/geometry/IRoamscanData.h>
 
 namespace oV::Roamscan::tool
 {
 
-/// One point of a cloud or a scan.
-struct CloudPoint
+/// One point of a cloud or a scan, in metres.
+struct CloudPoint : IRoamscanData::ScanPoint
 {
-    float x = 0.0F; ///< Metres, as y and z.
-    float y = 0.0F;
-    float z = 0.0F;
-    std::uint16_t intensity = 0;
     double time = 0.0; ///< Seconds; NaN for none.
 };
 

@@ -2,6 +2,7 @@
 
 #include <roamscan/frame/scene/Line.h>
 #include <roamscan/frame/scene/Sphere.h>
+#include <roamscan/time/EigenConversion.h>
 
 #include <cmath>
 #include <limits>
@@ -13,14 +14,11 @@ namespace
 {
 
 // Half of the range, so that the difference of two coordinates is in the range, too.
-bool isUsable(double coordinate)
-{
-    return std::abs(coordinate) <= std::numeric_limits<float>::max() / 2.0F;
-}
+constexpr double farthest = std::numeric_limits<float>::max() / 2.0F;
 
 bool isUsable(ScenePoint const& point)
 {
-    return isUsable(point.x) && isUsable(point.y) && isUsable(point.z);
+    return (toEigen(point).array().abs() <= farthest).all();
 }
 
 void addLine(Line const& line, PathScene& scene)
@@ -37,7 +35,7 @@ void addLine(Line const& line, PathScene& scene)
 
 void addMarker(Sphere const& sphere, PathScene& scene)
 {
-    if (isUsable(sphere.position()) && isUsable(sphere.size())) {
+    if (isUsable(sphere.position()) && std::abs(sphere.size()) <= farthest) {
         scene.markers.push_back({sphere.getName().stringAnsi(), sphere.position(), sphere.size()});
     } else {
         ++scene.ignoredMarkers;

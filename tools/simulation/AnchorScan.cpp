@@ -41,7 +41,7 @@ anchorScan(Motion const& motion, Eigen::Matrix3d const& planFromBuilding, std::s
     Eigen::Vector3d const forwards = planFromBuilding * pose.linear().col(0);
 
     AnchorScan scan;
-    scan.camera.position = pose * instrument().back().bodyFromDevice.translation();
+    scan.camera.position = pose * instrument().at(Device::Device3).translation();
     scan.camera.planFromBuilding = planFromBuilding;
     scan.camera.heading = std::atan2(forwards.y(), forwards.x());
     scan.metadata.id = 1;

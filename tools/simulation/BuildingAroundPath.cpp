@@ -68,7 +68,8 @@ public:
                 Vector2d size;
                 size[along] = bayWallThickness;
                 size[across] = wallLength;
-                add("bay wall", {centre, size, 0.0, lowest_.z(), highest_.z()}, BoxLids::None, 0.7);
+                addBox(
+                    building_, "bay wall", {centre, size, 0.0, lowest_.z(), highest_.z()}, std::nullopt, 0.7);
             }
         }
     }
@@ -93,7 +94,7 @@ public:
             double const away = draw(clearance, clearance + depth_, 6);
             Vector2d const centre = path_[nearby] + away * Vector2d(std::cos(direction), std::sin(direction));
             if (isFree(centre, size.norm() / 2.0)) {
-                add(name, {centre, size, angle, lowest_.z(), highest_.z()}, BoxLids::None, 0.55);
+                addBox(building_, name, {centre, size, angle, lowest_.z(), highest_.z()}, std::nullopt, 0.55);
                 standing_.push_back({centre, size.norm() / 2.0});
                 ++placed;
             }
@@ -132,11 +133,6 @@ private:
         return nearest;
     }
 
-    void add(std::string const& name, UprightBox const& box, BoxLids lids, double reflectance)
-    {
-        addBox(building_, name, box, lids, reflectance);
-    }
-
     RandomNumbers random_;
     Building building_;
     std::vector<Vector2d> path_; // without points that are close together
@@ -151,11 +147,8 @@ private:
 Building buildingAround(std::vector<Vector3d> const& path, std::uint64_t seed)
 {
     Eigen::Matrix3d const planFromBuilding = planRotation(path);
-    std::vector<Vector3d> onPlan;
-    onPlan.reserve(path.size());
-    for (Vector3d const& point : path) {
-        onPlan.emplace_back(planFromBuilding * point);
-    }
+    std::vector<Vector3d> onPlan(path.size());
+    std::ranges::transform(path, onPlan.begin(), [&](auto const& point) { return planFromBuilding * point; });
 
     Hall hall(onPlan, seed);
     hall.addBays();

@@ -20,7 +20,8 @@ void BurstCollector::add(CloudPoint const& point)
     if (burst_.empty()) {
         start_ = point.time;
     }
-    burst_.push_back({{point.x, point.y, point.z}, static_cast<float>(point.time - start_), {}});
+    auto const& [x, y, z] = point.position;
+    burst_.push_back({{x, y, z}, static_cast<float>(point.time - start_), {}});
 }
 
 SampleMap<mapping::RangefinderData> BurstCollector::take()

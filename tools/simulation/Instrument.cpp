@@ -26,7 +26,7 @@ Eigen::Isometry3d mounted(Vector3d const& place, double yaw, double pitch)
 
 } // namespace
 
-std::vector<MountedDevice> instrument()
+std::map<Device, Eigen::Isometry3d> instrument()
 {
     return {
         {Device::Device0, Eigen::Isometry3d::Identity()},
@@ -36,13 +36,13 @@ std::vector<MountedDevice> instrument()
     };
 }
 
-std::vector<MountedSensor> rangefinders()
+MountedSensors rangefinders()
 {
     auto const devices = instrument();
-    return {{"scanner1", devices[1].bodyFromDevice}, {"scanner2", devices[2].bodyFromDevice}};
+    return {{"scanner1", devices.at(Device::Device1)}, {"scanner2", devices.at(Device::Device2)}};
 }
 
-std::vector<MountedSensor> inertialUnits()
+MountedSensors inertialUnits()
 {
     return {
         {"imu1", mounted({0.02, -0.03, 0.01}, 90.0, 0.0)},

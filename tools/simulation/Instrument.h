@@ -4,34 +4,24 @@
 
 #include <Eigen/Geometry>
 
+#include <map>
 #include <string>
-#include <vector>
 
 namespace oV::Roamscan::tool
 {
 
-/// A device of the carried instrument and how it is mounted.
-struct MountedDevice
-{
-    Device device = Device::Device0;
-    Eigen::Isometry3d bodyFromDevice = Eigen::Isometry3d::Identity();
-};
+/// The instrument, as the poses of its devices (bodyFromDevice): the reference (Device0), two rangefinder
+/// heads with different tilts that rotate about their own z axis (Device1, Device2), and a camera above them
+/// (Device3) that looks along its z axis.
+[[nodiscard]] std::map<Device, Eigen::Isometry3d> instrument();
 
-/// The instrument: the reference (Device0), two rangefinder heads with different tilts that rotate about
-/// their own z axis (Device1, Device2), and a camera above them (Device3) that looks along its z axis.
-[[nodiscard]] std::vector<MountedDevice> instrument();
-
-/// A sensor that records samples under its name.
-struct MountedSensor
-{
-    std::string name;
-    Eigen::Isometry3d bodyFromSensor = Eigen::Isometry3d::Identity();
-};
+/// The poses of sensors (bodyFromSensor) by the names under which their samples are recorded.
+using MountedSensors = std::map<std::string, Eigen::Isometry3d>;
 
 /// "scanner1" and "scanner2": the heads of Device1 and Device2.
-[[nodiscard]] std::vector<MountedSensor> rangefinders();
+[[nodiscard]] MountedSensors rangefinders();
 
 /// "imu1" near the reference, "imu2" on the mast; their axes differ from those of the body.
-[[nodiscard]] std::vector<MountedSensor> inertialUnits();
+[[nodiscard]] MountedSensors inertialUnits();
 
 } // namespace oV::Roamscan::tool

@@ -1,15 +1,12 @@
 #include "tools/simulation/RecordedMotion.h"
 
 #include "tools/console/ToolError.h"
-#include "tools/motion/NodeOrder.h"
-#include "tools/simulation/SimulationLimits.h"
 
 #include <roamscan/time/TimeConversion.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
-#include <string>
+#include <utility>
 
 namespace oV::Roamscan::tool
 {
@@ -54,47 +51,45 @@ Eigen::Quaterniond rotationBy(Eigen::Vector3d const& turn)
                        : Eigen::Quaterniond::Identity();
 }
 
-} // namespace
-
-RecordedMotion::RecordedMotion(std::vector<TrajectoryNode> const& nodes, std::filesystem::path const& name)
+std::vector<TimedPose> checkedPoses(std::vector<TrajectoryNode> const& nodes,
+                                    std::filesystem::path const& name)
 {
     std::vector<TrajectoryNode const*> all;
     for (TrajectoryNode const& node : nodes) {
         check(node, name);
         all.push_back(&node);
     }
-    for (TrajectoryNode const* const node : inOrderOfTime(all)) {
-        times_.push_back(node->time);
-        positions_.push_back(node->pose.translation());
-        rotations_.push_back(node->pose.rotation().normalized());
-    }
-    if (times_.size() < 2) {
+    std::vector<TimedPose> poses = posesInOrderOfTime(std::move(all));
+    if (poses.size() < 2) {
         throw fileError(name, "a motion needs poses at two different times at least");
     }
-    if (times_.back() - times_.front() > longestSimulation) {
+    if (poses.back().time - poses.front().time > longestSimulation) {
         throw fileError(name, "the recording is longer than a day; cut it into parts");
     }
+    return poses;
 }
 
-double RecordedMotion::startTime() const
-{
-    return times_.front();
-}
+} // namespace
 
-double RecordedMotion::stopTime() const
-{
-    return times_.back();
-}
+RecordedMotion::RecordedMotion(std::vector<TrajectoryNode> const& nodes, std::filesystem::path const& name)
+    : RecordedMotion(checkedPoses(nodes, name))
+{}
+
+RecordedMotion::RecordedMotion(std::vector<TimedPose> poses)
+    : Motion(poses.front().time, poses.back().time), poses_(std::move(poses))
+{}
 
 Eigen::Isometry3d RecordedMotion::at(double time) const
 {
-    double const within = std::clamp(time, times_.front(), times_.back());
-    auto const after = std::upper_bound(times_.begin() + 1, times_.end() - 1, within);
-    auto const i = static_cast<std::size_t>(after - times_.begin()) - 1;
-    double const fraction = (within - times_[i]) / (times_[i + 1] - times_[i]);
+    double const within = std::clamp(time, startTime(), stopTime());
+    auto const after =
+        std::ranges::upper_bound(poses_.begin() + 1, poses_.end() - 1, within, {}, &TimedPose::time);
+    TimedPose const& from = *(after - 1);
+    TimedPose const& to = *after;
+    double const fraction = (within - from.time) / (to.time - from.time);
     Eigen::Isometry3d pose = Eigen::Isometry3d::Identity();
-    pose.translate(positions_[i] + fraction * (positions_[i + 1] - positions_[i]));
-    pose.rotate(rotations_[i] * rotationBy(fraction * turnBetween(rotations_[i], rotations_[i + 1])));
+    pose.translate(from.position + fraction * (to.position - from.position));
+    pose.rotate(from.rotation * rotationBy(fraction * turnBetween(from.rotation, to.rotation)));
     return pose;
 }
 

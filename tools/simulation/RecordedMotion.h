@@ -1,10 +1,9 @@
 #pragma once
 
+#include "tools/motion/TimedPose.h"
 #include "tools/simulation/Motion.h"
 
 #include <roamscan/trajectory/TrajectoryNode.h>
-
-#include <Eigen/Geometry>
 
 #include <filesystem>
 #include <vector>
@@ -22,23 +21,15 @@ public:
     /// number is not finite, a quaternion is not of unit length, or the recording is too large or too long
     RecordedMotion(std::vector<TrajectoryNode> const& nodes, std::filesystem::path const& name);
 
-    [[nodiscard]] double startTime() const override;
-    [[nodiscard]] double stopTime() const override;
     [[nodiscard]] Eigen::Isometry3d at(double time) const override;
 
-    [[nodiscard]] std::vector<double> const& times() const
-    {
-        return times_;
-    } ///< Of the recorded poses, rising.
-    [[nodiscard]] std::vector<Eigen::Vector3d> const& positions() const
-    {
-        return positions_;
-    } ///< At these times.
+    /// The recorded poses in order of time.
+    [[nodiscard]] std::vector<TimedPose> const& poses() const { return poses_; }
 
 private:
-    std::vector<double> times_;
-    std::vector<Eigen::Vector3d> positions_;
-    std::vector<Eigen::Quaterniond> rotations_;
+    explicit RecordedMotion(std::vector<TimedPose> poses);
+
+    std::vector<TimedPose> poses_;
 };
 
 } // namespace oV::Roamscan::tool

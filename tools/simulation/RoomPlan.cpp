@@ -28,7 +28,7 @@ void addPiece(Building& building, std::string const& name, Vector2d from, Vector
                          0.0,
                          bottom,
                          roomHeight};
-    addBox(building, name, box, bottom > 0.0 ? BoxLids::Bottom : BoxLids::None, wallReflectance);
+    addBox(building, name, box, bottom > 0.0 ? std::optional(bottom) : std::nullopt, wallReflectance);
 }
 
 /// A wall along x or y with doors in it, given by their distances from the wall's start in rising order.
@@ -63,7 +63,7 @@ void addFurniture(Building& building)
 {
     constexpr double quarter = 0.7853981633974483; // 45 degrees in radians
     auto const pillar = [&](Vector2d centre, double angle) {
-        addBox(building, "pillar", {centre, {0.4, 0.4}, angle, 0.0, roomHeight}, BoxLids::None, 0.6);
+        addBox(building, "pillar", {centre, {0.4, 0.4}, angle, 0.0, roomHeight}, std::nullopt, 0.6);
     };
     pillar({18.6, 4.1}, quarter);
     pillar({11.3, 9.9}, 0.0);
@@ -71,7 +71,7 @@ void addFurniture(Building& building)
     pillar({4.3, 10.0}, 0.4);
 
     auto const cupboard = [&](Vector2d centre, Vector2d size, double height) {
-        addBox(building, "cupboard", {centre, size, 0.0, 0.0, height}, BoxLids::Top, 0.45);
+        addBox(building, "cupboard", {centre, size, 0.0, 0.0, height}, height, 0.45);
     };
     cupboard({0.25, 4.0}, {0.5, 2.0}, 2.0);
     cupboard({9.2, 0.3}, {1.8, 0.6}, 1.9);

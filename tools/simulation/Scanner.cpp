@@ -3,6 +3,8 @@
 #include "tools/console/ProgressBar.h"
 #include "tools/simulation/RandomNumbers.h"
 
+#include <roamscan/time/EigenConversion.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -61,12 +63,10 @@ void scan(Scanner const& scanner,
         double const range = hit->range + scanner.rangeDeviation * random.normal(i, RangeNoise);
         Vector3d const point = range * direction;
         bool const lost = random.uniform(i, LostTime) < scanner.shareWithoutTime;
-        sink(
-            {static_cast<float>(point.x()),
-             static_cast<float>(point.y()),
-             static_cast<float>(point.z()),
-             intensityOf(building.surfaces[hit->surface].reflectance, *hit, random.normal(i, IntensityNoise)),
-             lost ? std::numeric_limits<double>::quiet_NaN() : time});
+        sink({{toVec3d(point.cast<float>()),
+               intensityOf(
+                   building.surfaces[hit->surface].reflectance, *hit, random.normal(i, IntensityNoise))},
+              lost ? std::numeric_limits<double>::quiet_NaN() : time});
     }
 }
 

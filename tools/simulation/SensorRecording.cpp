@@ -19,52 +19,6 @@ constexpr double mostPoints = 12'000'000.0; // of a head
 constexpr double mostBursts = 150'000.0;    // of a head
 constexpr double mostInertial = 340'000.0;  // samples of a unit
 
-/// Records the sensors one after the other.
-class Recorder
-{
-public:
-    Recorder(SensorData& data, Motion const& motion, std::uint64_t seed)
-        : data_(data),
-          motion_(motion),
-          seeds_(seed),
-          rates_(sensorRates(motion.stopTime() - motion.startTime()))
-    {}
-
-    void scanWith(MountedSensor const& head, Building const& building, PointSink const& sink)
-    {
-        Scanner scanner;
-        scanner.bodyFromHead = head.bodyFromSensor;
-        scanner.pointsPerSecond = rates_.pointsPerSecond;
-        BurstCollector bursts(rates_.burst);
-        scan(scanner, motion_, building, nextSeed(), [&](CloudPoint const& point) {
-            bursts.add(point);
-            sink(point);
-        });
-        data_.rangefinderData[head.name] = bursts.take();
-        data_.sensorPoses[head.name] = toRigid3(head.bodyFromSensor);
-    }
-
-    void measureWith(MountedSensor const& sensor, Eigen::Matrix3d const& planFromBuilding, bool hasCompass)
-    {
-        InertialUnit unit;
-        unit.bodyFromUnit = sensor.bodyFromSensor;
-        unit.samplesPerSecond = rates_.inertialPerSecond;
-        unit.hasCompass = hasCompass;
-        data_.imuData[sensor.name] = measure(unit, motion_, planFromBuilding, nextSeed());
-        data_.sensorPoses[sensor.name] = toRigid3(sensor.bodyFromSensor);
-    }
-
-private:
-    /// Every sensor has its own noise.
-    [[nodiscard]] std::uint64_t nextSeed() { return seeds_.bits(sensorCount_++, 0); }
-
-    SensorData& data_;
-    Motion const& motion_;
-    RandomNumbers seeds_;
-    SensorRates rates_;
-    std::uint64_t sensorCount_ = 0;
-};
-
 } // namespace
 
 SensorRates sensorRates(double duration)
@@ -83,14 +37,34 @@ SensorData recordSensors(Motion const& motion,
                          std::uint64_t seed,
                          PointSink const& firstHead)
 {
-    auto const heads = rangefinders();
-    auto const units = inertialUnits();
+    SensorRates const rates = sensorRates(motion.stopTime() - motion.startTime());
     SensorData data;
-    Recorder recorder(data, motion, seed);
-    recorder.scanWith(heads[0], building, firstHead);
-    recorder.scanWith(heads[1], building, [](CloudPoint const&) {});
-    recorder.measureWith(units[0], planFromBuilding, false);
-    recorder.measureWith(units[1], planFromBuilding, true);
+    RandomNumbers const seeds(seed);
+    std::uint64_t sensorCount = 0;
+    auto const nextSeed = [&] { return seeds.bits(sensorCount++, 0); }; // every sensor has its own noise
+    for (auto const& [name, bodyFromHead] : rangefinders()) {
+        Scanner scanner;
+        scanner.bodyFromHead = bodyFromHead;
+        scanner.pointsPerSecond = rates.pointsPerSecond;
+        bool const isFirst = data.rangefinderData.empty();
+        BurstCollector bursts(rates.burst);
+        scan(scanner, motion, building, nextSeed(), [&](CloudPoint const& point) {
+            bursts.add(point);
+            if (isFirst) {
+                firstHead(point);
+            }
+        });
+        data.rangefinderData[name] = bursts.take();
+        data.sensorPoses[name] = toRigid3(bodyFromHead);
+    }
+    for (auto const& [name, bodyFromUnit] : inertialUnits()) {
+        InertialUnit unit;
+        unit.bodyFromUnit = bodyFromUnit;
+        unit.samplesPerSecond = rates.inertialPerSecond;
+        unit.hasCompass = !data.imuData.empty(); // all but the first
+        data.imuData[name] = measure(unit, motion, planFromBuilding, nextSeed());
+        data.sensorPoses[name] = toRigid3(bodyFromUnit);
+    }
     return data;
 }
 

@@ -69,22 +69,12 @@ std::vector<Vector2d> evenlySpaced(std::vector<Vector2d> const& corners, std::si
 } // namespace
 
 WalkMotion::WalkMotion(std::vector<Vector2d> const& corners, double duration, double phase)
-    : controlPoints_(
+    : Motion(beginning, beginning + duration),
+      controlPoints_(
           evenlySpaced(corners, static_cast<std::size_t>(std::ceil(lineLength(corners) / spacing)))),
       pointsPerSecond_(speed / (lineLength(corners) / static_cast<double>(controlPoints_.size()))),
-      duration_(duration),
       phase_(phase)
 {}
-
-double WalkMotion::startTime() const
-{
-    return beginning;
-}
-
-double WalkMotion::stopTime() const
-{
-    return beginning + duration_;
-}
 
 WalkMotion::Place WalkMotion::placeAt(double time) const
 {

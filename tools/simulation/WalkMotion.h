@@ -19,8 +19,6 @@ public:
     /// in radians.
     WalkMotion(std::vector<Eigen::Vector2d> const& corners, double duration, double phase);
 
-    [[nodiscard]] double startTime() const override;
-    [[nodiscard]] double stopTime() const override;
     [[nodiscard]] Eigen::Isometry3d at(double time) const override;
 
 private:
@@ -34,7 +32,6 @@ private:
 
     std::vector<Eigen::Vector2d> controlPoints_; // evenly spaced along the line
     double pointsPerSecond_;
-    double duration_;
     double phase_;
 };
 

@@ -167,13 +167,13 @@ TEST_F(PlaceCommandTest, ASimulatedWalkIsPlacedOnItsWalls)
     EXPECT_EQ(ofSensors.placed, result.placed);
     EXPECT_NEAR(static_cast<double>(ofSensors.placed) / static_cast<double>(ofSensors.all), 1.0 / 1.4, 0.003);
     EXPECT_EQ(ofSensors.rms, result.rms);
-    ScanPoints const cloud = readPlyFile(file("cloud.ply"));
-    ScanPoints const otherCloud = readPlyFile(file("other.ply"));
+    std::vector<CloudPoint> const cloud = readPlyFile(file("cloud.ply"));
+    std::vector<CloudPoint> const otherCloud = readPlyFile(file("other.ply"));
     ASSERT_EQ(otherCloud.size(), cloud.size());
     for (std::size_t i = 0; i < cloud.size(); ++i) {
-        ASSERT_NEAR(otherCloud.times[i], cloud.times[i], 1e-9);
-        ASSERT_NEAR(otherCloud.points[i].position.x, cloud.points[i].position.x, 1e-5F);
-        ASSERT_NEAR(otherCloud.points[i].position.y, cloud.points[i].position.y, 1e-5F);
+        ASSERT_NEAR(otherCloud[i].time, cloud[i].time, 1e-9);
+        ASSERT_NEAR(otherCloud[i].position.x, cloud[i].position.x, 1e-5F);
+        ASSERT_NEAR(otherCloud[i].position.y, cloud[i].position.y, 1e-5F);
     }
 }
 
@@ -236,16 +236,16 @@ TEST_F(PlaceCommandTest, APointOfABurstIsPlacedAtItsOwnTime)
 
     ToolRun const first = placeSensors({"--cloud", file("cloud.ply")});
     EXPECT_EQ(lastLine(first.out), "placed 2 of 2 points") << first.err;
-    ScanPoints const cloud = readPlyFile(file("cloud.ply"));
+    std::vector<CloudPoint> const cloud = readPlyFile(file("cloud.ply"));
     ASSERT_EQ(cloud.size(), 2U);
-    EXPECT_EQ(cloud.points[0].position, (Bv_1_1::Vec3d<float>{1.0F, 2.0F, 2.0F}));
-    EXPECT_EQ(cloud.times[0], 100.25);
-    EXPECT_EQ(cloud.points[1].position, (Bv_1_1::Vec3d<float>{2.0F, 6.0F, 2.0F}));
-    EXPECT_EQ(cloud.times[1], 100.75);
+    EXPECT_EQ(cloud[0].position, (Bv_1_1::Vec3d<float>{1.0F, 2.0F, 2.0F}));
+    EXPECT_EQ(cloud[0].time, 100.25);
+    EXPECT_EQ(cloud[1].position, (Bv_1_1::Vec3d<float>{2.0F, 6.0F, 2.0F}));
+    EXPECT_EQ(cloud[1].time, 100.75);
 
     ToolRun const named = placeSensors({"--rangefinder", "under", "--cloud", file("cloud.ply")});
     EXPECT_EQ(lastLine(named.out), "placed 1 of 1 points") << named.err;
-    EXPECT_EQ(readPlyFile(file("cloud.ply")).points.at(0).position, (Bv_1_1::Vec3d<float>{5.0F, 4.0F, 2.0F}));
+    EXPECT_EQ(readPlyFile(file("cloud.ply")).at(0).position, (Bv_1_1::Vec3d<float>{5.0F, 4.0F, 2.0F}));
 }
 
 TEST_F(PlaceCommandTest, AnUnsuitableSensorStreamIsReported)
@@ -295,11 +295,11 @@ TEST_F(PlaceCommandTest, EveryPointIsAccountedForInPlainWords)
               "2 points lay outside the trajectory in time\n"
               "1 points had no measured position\n"
               "placed 1 of 5 points\n");
-    ScanPoints const cloud = readPlyFile(file("cloud.ply"));
+    std::vector<CloudPoint> const cloud = readPlyFile(file("cloud.ply"));
     ASSERT_EQ(cloud.size(), 1U);
-    EXPECT_EQ(cloud.points[0].position, (Bv_1_1::Vec3d<float>{4.0F, 0.5F, 1.0F}));
-    EXPECT_EQ(cloud.points[0].intensity, 77);
-    EXPECT_EQ(cloud.times[0], 100.5);
+    EXPECT_EQ(cloud[0].position, (Bv_1_1::Vec3d<float>{4.0F, 0.5F, 1.0F}));
+    EXPECT_EQ(cloud[0].intensity, 77);
+    EXPECT_EQ(cloud[0].time, 100.5);
 }
 
 TEST_F(PlaceCommandTest, ErrorsAreDistancesToTheNearestSurface)

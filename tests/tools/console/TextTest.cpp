@@ -41,3 +41,10 @@ TEST(Text, ListsReadAsASentence)
     EXPECT_EQ(listed({"a", "b"}), "a and b");
     EXPECT_EQ(listed({"a", "b", "c"}), "a, b and c");
 }
+
+TEST(Text, CountsUseTheSingularForOne)
+{
+    EXPECT_EQ(counted(0, "node", "nodes"), "0 nodes");
+    EXPECT_EQ(counted(1, "node", "nodes"), "1 node");
+    EXPECT_EQ(counted(2, "node", "nodes"), "2 nodes");
+}

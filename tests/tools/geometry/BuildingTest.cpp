@@ -54,7 +54,7 @@ TEST(Building, ARayMeetsTheNearestSurface)
 {
     Building building;
     addShell(building, {0.0, 0.0, 0.0}, {10.0, 6.0, 3.0});
-    addBox(building, "pillar", {{5.0, 3.0}, {1.0, 1.0}, 0.0, 0.0, 3.0}, BoxLids::None, 0.5);
+    addBox(building, "pillar", {{5.0, 3.0}, {1.0, 1.0}, 0.0, 0.0, 3.0}, std::nullopt, 0.5);
 
     auto const pillar = building.castRay({1.0, 3.0, 1.0}, {1.0, 0.0, 0.0}, 30.0);
     ASSERT_TRUE(pillar);
@@ -78,23 +78,23 @@ TEST(Building, ARayMeetsTheNearestSurface)
 
 TEST(Building, BoxesHaveTheirSidesAndTheLidsAskedFor)
 {
-    auto const facesOf = [](BoxLids lids) {
+    auto const facesOf = [](std::optional<double> lid) {
         Building building;
-        addBox(building, "box", {{1.0, 1.0}, {2.0, 1.0}, 0.3, 0.5, 2.0}, lids, 0.5);
+        addBox(building, "box", {{1.0, 1.0}, {2.0, 1.0}, 0.3, 0.5, 2.0}, lid, 0.5);
         return building.surfaces;
     };
-    EXPECT_EQ(facesOf(BoxLids::None).size(), 4U);
-    ASSERT_EQ(facesOf(BoxLids::Top).size(), 5U);
-    EXPECT_EQ(facesOf(BoxLids::Top).back().rectangle.corner().z(), 2.0);
-    ASSERT_EQ(facesOf(BoxLids::Bottom).size(), 5U);
-    EXPECT_EQ(facesOf(BoxLids::Bottom).back().rectangle.corner().z(), 0.5);
+    EXPECT_EQ(facesOf(std::nullopt).size(), 4U);
+    ASSERT_EQ(facesOf(2.0).size(), 5U);
+    EXPECT_EQ(facesOf(2.0).back().rectangle.corner().z(), 2.0);
+    ASSERT_EQ(facesOf(0.5).size(), 5U);
+    EXPECT_EQ(facesOf(0.5).back().rectangle.corner().z(), 0.5);
 }
 
 TEST(Building, ATurnedBoxHasItsFacesAroundItsCentre)
 {
     Building building;
     double const eighth = std::atan(1.0); // 45 degrees
-    addBox(building, "box", {{5.0, 5.0}, {2.0, 2.0}, eighth, 0.0, 3.0}, BoxLids::None, 0.5);
+    addBox(building, "box", {{5.0, 5.0}, {2.0, 2.0}, eighth, 0.0, 3.0}, std::nullopt, 0.5);
     for (Surface const& face : building.surfaces) {
         EXPECT_NEAR(face.rectangle.distance({5.0, 5.0, 1.0}), 1.0, 1e-12);
     }

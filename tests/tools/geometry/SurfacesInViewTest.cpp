@@ -81,7 +81,7 @@ TEST(SurfacesInView, AFaceIsInViewFromTheAngleOfItsEdgeOn)
 TEST(SurfacesInView, SurfacesBehindTheOriginAreNotInView)
 {
     Building building;
-    addBox(building, "box", {{3.0, 0.0}, {1.0, 1.0}, 0.0, -1.0, 1.0}, BoxLids::None, 0.5);
+    addBox(building, "box", {{3.0, 0.0}, {1.0, 1.0}, 0.0, -1.0, 1.0}, std::nullopt, 0.5);
     EXPECT_EQ(namesWithin(building, Vector3d::Zero(), {1.0, 0.0, 0.0}, 0.01).size(), 2U); // front and back
     EXPECT_THAT(namesWithin(building, Vector3d::Zero(), {-1.0, 0.0, 0.0}, 0.5), IsEmpty());
 }

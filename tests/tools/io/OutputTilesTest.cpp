@@ -1,6 +1,7 @@
 #include "tools/io/OutputTiles.h"
 
 #include "tests/tools/support/ToolFixture.h"
+#include "tools/io/Pictures.h"
 
 #include <roamscan/frame/bvbase/String.h>
 #include <roamscan/imagery/LargeImageSerialization.h>
@@ -132,7 +133,7 @@ TEST_F(OutputTilesTest, ThePreviousPictureIsRestoredIfTheCommitFails)
 TEST_F(OutputTilesTest, ThePlaceIsOneToSerializeTo)
 {
     OutputTiles output(file("pano.png"));
-    LargeImageSerialization::serializeImage(picture(4, 9), output.place());
+    LargeImageSerialization::serializeImage(picture(4, 9), placeOfTiles(output.picture()));
     output.commit();
     EXPECT_EQ(names(), Names{"pano"});
     expectPicture(4, 9);

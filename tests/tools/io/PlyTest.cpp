@@ -51,7 +51,7 @@ TEST_F(PlyTest, TheWriterPutsTheCountIntoTheHeader)
 {
     std::ostringstream stream;
     PlyWriter writer(stream);
-    writer.add({1.0F, -2.0F, 0.5F, 0x1234, 1.0});
+    writer.add({{{1.0F, -2.0F, 0.5F}, 0x1234}, 1.0});
     writer.finish();
     EXPECT_EQ(stream.str(),
               "ply\n"
@@ -87,17 +87,16 @@ TEST_F(PlyTest, WrittenDataIsReadBack)
     PlyWriter writer(stream);
     for (int i = 0; i < 100'000; ++i) {
         auto const f = static_cast<float>(i);
-        writer.add({f, -f, f / 3.0F, static_cast<std::uint16_t>(i % 65536), i % 7 == 0 ? NAN : i / 9.0});
+        writer.add({{{f, -f, f / 3.0F}, static_cast<std::uint16_t>(i % 65536)}, i % 7 == 0 ? NAN : i / 9.0});
     }
     writer.finish();
-    ScanPoints const scan = readPlyFile(write("scan.ply", stream.str()));
-    ASSERT_EQ(scan.points.size(), 100'000U);
-    ASSERT_EQ(scan.times.size(), 100'000U);
+    std::vector<CloudPoint> const scan = readPlyFile(write("scan.ply", stream.str()));
+    ASSERT_EQ(scan.size(), 100'000U);
     for (std::size_t i = 0; i < scan.size(); ++i) {
         auto const f = static_cast<float>(i);
-        ASSERT_EQ(scan.points[i].position, (Bv_1_1::Vec3d<float>{f, -f, f / 3.0F})) << i;
-        ASSERT_EQ(scan.points[i].intensity, i % 65536) << i;
-        ASSERT_TRUE(i % 7 == 0 ? std::isnan(scan.times[i]) : scan.times[i] == static_cast<double>(i) / 9.0)
+        ASSERT_EQ(scan[i].position, (Bv_1_1::Vec3d<float>{f, -f, f / 3.0F})) << i;
+        ASSERT_EQ(scan[i].intensity, i % 65536) << i;
+        ASSERT_TRUE(i % 7 == 0 ? std::isnan(scan[i].time) : scan[i].time == static_cast<double>(i) / 9.0)
             << i;
     }
 }
@@ -120,15 +119,15 @@ TEST_F(PlyTest, PropertiesComeInAnyOrderAndType)
                                  0x80,                                     // y -128
                                  0x00, 0x00, 0x80, 0x47,                   // intensity 65536, beyond 16 bits
                                  0x01, 0x01}));                            // green 257, beyond 8 bits
-    ScanPoints const scan = readPlyFile(path);
+    std::vector<CloudPoint> const scan = readPlyFile(path);
     ASSERT_EQ(scan.size(), 1U);
-    EXPECT_EQ(scan.points[0].position, (Bv_1_1::Vec3d<float>{2.5F, -128.0F, -1.0F}));
-    EXPECT_EQ(scan.times[0], -2.0);
-    EXPECT_EQ(scan.points[0].intensity, 65535);
-    EXPECT_EQ(scan.points[0].r, 200);
-    EXPECT_EQ(scan.points[0].g, 255);
-    EXPECT_EQ(scan.points[0].b, 0);
-    EXPECT_EQ(scan.points[0].a, 255);
+    EXPECT_EQ(scan[0].position, (Bv_1_1::Vec3d<float>{2.5F, -128.0F, -1.0F}));
+    EXPECT_EQ(scan[0].time, -2.0);
+    EXPECT_EQ(scan[0].intensity, 65535);
+    EXPECT_EQ(scan[0].r, 200);
+    EXPECT_EQ(scan[0].g, 255);
+    EXPECT_EQ(scan[0].b, 0);
+    EXPECT_EQ(scan[0].a, 255);
 }
 
 TEST_F(PlyTest, AnEmptyScanIsAScan)

@@ -23,13 +23,9 @@ Trajectory straightAhead()
     return data.buildTrajectoryFromTrajectoryNodes(Device::Device0);
 }
 
-void add(ScanPoints& scan, Bv_1_1::Vec3d<float> const& position, double time)
+void add(std::vector<CloudPoint>& scan, Bv_1_1::Vec3d<float> const& position, double time)
 {
-    IRoamscanData::ScanPoint point;
-    point.position = position;
-    point.intensity = static_cast<std::uint16_t>(100 + scan.size());
-    scan.points.push_back(point);
-    scan.times.push_back(time);
+    scan.push_back({{position, static_cast<std::uint16_t>(100 + scan.size())}, time});
 }
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
@@ -39,24 +35,24 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 TEST(PointPlacer, MovesPointsToWhereTheDeviceWas)
 {
-    ScanPoints scan;
+    std::vector<CloudPoint> scan;
     add(scan, {0.0F, 1.0F, 2.0F}, 10.0);
     add(scan, {1.0F, 1.0F, 1.0F}, 12.5);
     add(scan, {0.0F, 0.0F, 1.0F}, 20.0);
     Placement const placement = placePoints(scan, straightAhead());
     ASSERT_EQ(placement.placed.size(), 3U);
-    EXPECT_EQ(placement.placed[0].x, 0.0F);
-    EXPECT_EQ(placement.placed[1].x, 3.5F);
-    EXPECT_EQ(placement.placed[1].y, 1.0F);
-    EXPECT_EQ(placement.placed[1].z, 1.0F);
+    EXPECT_EQ(placement.placed[0].position.x, 0.0F);
+    EXPECT_EQ(placement.placed[1].position.x, 3.5F);
+    EXPECT_EQ(placement.placed[1].position.y, 1.0F);
+    EXPECT_EQ(placement.placed[1].position.z, 1.0F);
     EXPECT_EQ(placement.placed[1].intensity, 101);
     EXPECT_EQ(placement.placed[1].time, 12.5);
-    EXPECT_EQ(placement.placed[2].x, 10.0F);
+    EXPECT_EQ(placement.placed[2].position.x, 10.0F);
 }
 
 TEST(PointPlacer, EveryPointIsAccountedFor)
 {
-    ScanPoints scan;
+    std::vector<CloudPoint> scan;
     add(scan, {1.0F, 0.0F, 0.0F}, 15.0);
     add(scan, {1.0F, 0.0F, 0.0F}, notANumber);
     add(scan, {1.0F, 0.0F, 0.0F}, notANumber);
@@ -75,7 +71,7 @@ TEST(PointPlacer, EveryPointIsAccountedFor)
 
 TEST(PointPlacer, TimesOutOfTheRangeOfIntegerTimeAreOutside)
 {
-    ScanPoints scan;
+    std::vector<CloudPoint> scan;
     for (double const time : {1e11, -1e11, 1e300, infinity, -infinity}) {
         add(scan, {1.0F, 0.0F, 0.0F}, time);
     }

@@ -33,13 +33,15 @@ TEST(RangefinderPoints, AreInOrderEachWithItsOwnTime)
     samples[200] = sample(20.0, {{{3.0F, 0.0F, 0.0F}, 0.25F, {}}});
     samples[150] = sample(15.0, {});
     samples[100] = sample(10.0, {{{1.0F, 2.0F, 4.0F}, 0.0F, {}}, {{2.0F, 0.0F, 0.0F}, -0.5F, {}}});
-    ScanPoints const scan = scanPointsOf(samples);
+    std::vector<CloudPoint> const scan = scanPointsOf(samples);
     ASSERT_EQ(scan.size(), 3U);
-    EXPECT_EQ(scan.times, (std::vector<double>{10.0, 9.5, 20.25}));
-    EXPECT_EQ(scan.points[0].position, (Bv_1_1::Vec3d<float>{1.0F, 2.0F, 4.0F}));
-    EXPECT_EQ(scan.points[1].position, (Bv_1_1::Vec3d<float>{2.0F, 0.0F, 0.0F}));
-    EXPECT_EQ(scan.points[2].position, (Bv_1_1::Vec3d<float>{3.0F, 0.0F, 0.0F}));
-    EXPECT_EQ(scan.points[0].intensity, 0);
+    EXPECT_EQ(scan[0].time, 10.0);
+    EXPECT_EQ(scan[1].time, 9.5);
+    EXPECT_EQ(scan[2].time, 20.25);
+    EXPECT_EQ(scan[0].position, (Bv_1_1::Vec3d<float>{1.0F, 2.0F, 4.0F}));
+    EXPECT_EQ(scan[1].position, (Bv_1_1::Vec3d<float>{2.0F, 0.0F, 0.0F}));
+    EXPECT_EQ(scan[2].position, (Bv_1_1::Vec3d<float>{3.0F, 0.0F, 0.0F}));
+    EXPECT_EQ(scan[0].intensity, 0);
 }
 
 TEST(RangefinderPoints, TimesAreRoundedToTicksOnlyOnce)
@@ -47,13 +49,13 @@ TEST(RangefinderPoints, TimesAreRoundedToTicksOnlyOnce)
     // 0.6 ticks and 0.6 ticks are one tick, not two.
     SampleMap<mapping::RangefinderData> samples;
     samples[1] = sample(0.6e-8, {{{1.0F, 0.0F, 0.0F}, 0.6e-8F, {}}});
-    ScanPoints const scan = scanPointsOf(samples);
-    EXPECT_EQ(TimeConversion::convertToIntegerTime(scan.times.at(0)), 1);
+    std::vector<CloudPoint> const scan = scanPointsOf(samples);
+    EXPECT_EQ(TimeConversion::convertToIntegerTime(scan.at(0).time), 1);
 }
 
 TEST(RangefinderPoints, AMissingTimeRemainsMissing)
 {
     SampleMap<mapping::RangefinderData> samples;
     samples[1] = sample(1.0, {{{1.0F, 0.0F, 0.0F}, std::numeric_limits<float>::quiet_NaN(), {}}});
-    EXPECT_TRUE(std::isnan(scanPointsOf(samples).times.at(0)));
+    EXPECT_TRUE(std::isnan(scanPointsOf(samples).at(0).time));
 }

@@ -21,10 +21,8 @@ using ImageOrientation = AnchorScanMetadata::PanoramaPicture::ImageOrientation;
 class StraightMotion : public Motion
 {
 public:
-    explicit StraightMotion(double duration) : duration_(duration) {}
+    explicit StraightMotion(double duration) : Motion(100.0, 100.0 + duration) {}
 
-    [[nodiscard]] double startTime() const override { return 100.0; }
-    [[nodiscard]] double stopTime() const override { return 100.0 + duration_; }
     [[nodiscard]] Eigen::Isometry3d at(double time) const override
     {
         Eigen::Isometry3d pose = Eigen::Isometry3d::Identity();
@@ -32,9 +30,6 @@ public:
         pose.rotate(Eigen::AngleAxisd(std::numbers::pi / 2.0, Vector3d::UnitZ()));
         return pose;
     }
-
-private:
-    double duration_;
 };
 
 } // namespace

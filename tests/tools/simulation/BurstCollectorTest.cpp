@@ -13,7 +13,7 @@ TEST(BurstCollector, CountsTheTimesOfABurstFromItsFirstPoint)
 {
     BurstCollector collector(0.5);
     for (double const time : {10.0, 10.25, 10.5, 12.0, 12.375}) {
-        collector.add({static_cast<float>(time), 1.0F, 2.0F, 0, time});
+        collector.add({{{static_cast<float>(time), 1.0F, 2.0F}}, time});
     }
     auto const samples = collector.take();
     ASSERT_EQ(samples.size(), 3U);
@@ -32,11 +32,11 @@ TEST(BurstCollector, CountsTheTimesOfABurstFromItsFirstPoint)
 TEST(BurstCollector, PointsWithoutATimeAreLeftOut)
 {
     BurstCollector collector(1.0);
-    collector.add({1.0F, 0.0F, 0.0F, 0, std::nan("")});
+    collector.add({{{1.0F, 0.0F, 0.0F}}, std::nan("")});
     EXPECT_TRUE(collector.take().empty());
-    collector.add({1.0F, 0.0F, 0.0F, 0, 5.0});
-    collector.add({1.0F, 0.0F, 0.0F, 0, std::nan("")});
-    collector.add({1.0F, 0.0F, 0.0F, 0, 5.5});
+    collector.add({{{1.0F, 0.0F, 0.0F}}, 5.0});
+    collector.add({{{1.0F, 0.0F, 0.0F}}, std::nan("")});
+    collector.add({{{1.0F, 0.0F, 0.0F}}, 5.5});
     auto const samples = collector.take();
     ASSERT_EQ(samples.size(), 1U);
     EXPECT_EQ(samples.begin()->second->getRanges().get().size(), 2U);
@@ -49,7 +49,7 @@ TEST(BurstCollector, KeepsTheTimesOfYearsOfSeconds)
     std::vector<double> times;
     for (int i = 0; i < 400; ++i) {
         times.push_back(1403715524.907143 + 5e-5 * i);
-        collector.add({1.0F, 0.0F, 0.0F, 0, times.back()});
+        collector.add({{{1.0F, 0.0F, 0.0F}}, times.back()});
     }
     std::size_t i = 0;
     for (auto const& [tick, sample] : collector.take()) {

@@ -26,20 +26,19 @@ constexpr double gravity = 9.81;
 class CirclingMotion : public Motion
 {
 public:
-    explicit CirclingMotion(double start, double turning = 0.5) : start_(start), turning_(turning) {}
+    explicit CirclingMotion(double start, double turning = 0.5)
+        : Motion(start, start + 2.0), turning_(turning)
+    {}
 
-    [[nodiscard]] double startTime() const override { return start_; }
-    [[nodiscard]] double stopTime() const override { return start_ + 2.0; }
     [[nodiscard]] Eigen::Isometry3d at(double time) const override
     {
         Eigen::Isometry3d pose = Eigen::Isometry3d::Identity();
-        pose.rotate(Eigen::AngleAxisd(turning_ * (time - start_), Vector3d::UnitZ()));
+        pose.rotate(Eigen::AngleAxisd(turning_ * (time - startTime()), Vector3d::UnitZ()));
         pose.translate(Vector3d(2.0, 0.0, 0.0));
         return pose;
     }
 
 private:
-    double start_;
     double turning_;
 };
 

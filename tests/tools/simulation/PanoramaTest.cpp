@@ -155,7 +155,7 @@ TEST(Panorama, ShowsTheSurfaceInEachDirection)
 TEST(Panorama, ABoxOccludesTheWall)
 {
     Building building = room();
-    addBox(building, "cupboard", {{1.5, 0.0}, {1.0, 1.0}, 0.0, -1.0, 0.5}, BoxLids::Top, 0.45);
+    addBox(building, "cupboard", {{1.5, 0.0}, {1.0, 1.0}, 0.0, -1.0, 0.5}, 0.5, 0.45);
     cv::Mat const picture = takePanorama(straightCamera(), building, fourByThree);
     cv::Vec3b const front =
         pixel(shade({"cupboard", building.surfaces.back().rectangle, 0.45}, {1.0, 0, 1.0}));

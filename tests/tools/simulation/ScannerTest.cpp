@@ -22,8 +22,7 @@ using Eigen::Vector3d;
 class StandingMotion : public Motion
 {
 public:
-    [[nodiscard]] double startTime() const override { return 50.0; }
-    [[nodiscard]] double stopTime() const override { return 51.0; }
+    StandingMotion() : Motion(50.0, 51.0) {}
     [[nodiscard]] Eigen::Isometry3d at(double /*time*/) const override
     {
         Eigen::Isometry3d pose = Eigen::Isometry3d::Identity();
@@ -62,14 +61,14 @@ TEST(Scanner, MeasuresInItsOwnFrameAtItsOwnTimes)
     ASSERT_EQ(points.size(), 101U);
     // The head's x points along the building's y: 5 m to the north wall, then 4 m to the west wall, and so
     // on.
-    EXPECT_NEAR(points[0].x, 5.0, 1e-5);
-    EXPECT_NEAR(points[0].y, 0.0, 1e-5);
-    EXPECT_NEAR(points[1].y, 4.0, 1e-5);
-    EXPECT_NEAR(points[2].x, -3.0, 1e-5);
-    EXPECT_NEAR(points[3].y, -6.0, 1e-5);
+    EXPECT_NEAR(points[0].position.x, 5.0, 1e-5);
+    EXPECT_NEAR(points[0].position.y, 0.0, 1e-5);
+    EXPECT_NEAR(points[1].position.y, 4.0, 1e-5);
+    EXPECT_NEAR(points[2].position.x, -3.0, 1e-5);
+    EXPECT_NEAR(points[3].position.y, -6.0, 1e-5);
     for (std::size_t i = 0; i < points.size(); ++i) {
         EXPECT_NEAR(points[i].time, 50.0 + 0.01 * static_cast<double>(i), 1e-9);
-        EXPECT_EQ(points[i].z, 0.0F);
+        EXPECT_EQ(points[i].position.z, 0.0F);
     }
 }
 
@@ -96,7 +95,7 @@ TEST(Scanner, TheNoiseHasItsDeviation)
     double squares = 0.0;
     auto const points = scanned(scanner, StandingMotion(), box(), 1);
     for (CloudPoint const& point : points) {
-        double const error = static_cast<double>(point.x) - 5.0;
+        double const error = static_cast<double>(point.position.x) - 5.0;
         sum += error;
         squares += error * error;
     }
@@ -124,11 +123,11 @@ TEST(Scanner, PointsAreOnTheSurfacesAtTheTruePoses)
     NearestSurface const nearest(building);
     WalkMotion const motion(roundWalk(), 0.6, 0.0); // some twenty turns
     Scanner scanner;
-    scanner.bodyFromHead = instrument()[1].bodyFromDevice;
+    scanner.bodyFromHead = instrument().at(Device::Device1);
     scanner.rangeDeviation = 0.0;
     scanner.shareWithoutTime = 0.0;
     for (CloudPoint const& point : scanned(scanner, motion, building, 1)) {
-        Vector3d const local = Eigen::Vector3f(point.x, point.y, point.z).cast<double>();
+        Vector3d const local = toEigen(point.position).cast<double>();
         ASSERT_LT(nearest.distance(motion.at(point.time) * scanner.bodyFromHead * local), 1e-5) << point.time;
     }
 }
@@ -139,7 +138,9 @@ TEST(Scanner, SameSeedSamePoints)
         auto const points = scanned(Scanner(), StandingMotion(), box(), seed);
         std::vector<float> numbers;
         for (CloudPoint const& point : points) {
-            numbers.insert(numbers.end(), {point.x, point.y, point.z, static_cast<float>(point.intensity)});
+            numbers.insert(
+                numbers.end(),
+                {point.position.x, point.position.y, point.position.z, static_cast<float>(point.intensity)});
         }
         return numbers;
     };

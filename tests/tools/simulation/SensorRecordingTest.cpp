@@ -3,7 +3,6 @@
 #include "tools/io/RecordingFile.h"
 #include "tools/simulation/Instrument.h"
 #include "tools/simulation/RoomPlan.h"
-#include "tools/simulation/SimulationLimits.h"
 #include "tools/simulation/WalkMotion.h"
 
 #include <roamscan/time/EigenConversion.h>
@@ -55,14 +54,12 @@ TEST(SensorRecording, HasTwoRangefindersTwoInertialUnitsAndTheirPoses)
     ASSERT_EQ(data.sensorPoses.size(), 4U);
     auto sensors = rangefinders();
     auto const units = inertialUnits();
-    sensors.insert(sensors.end(), units.begin(), units.end());
-    for (MountedSensor const& sensor : sensors) {
-        auto const& [t, q] = data.sensorPoses.at(sensor.name);
-        EXPECT_TRUE(sensor.bodyFromSensor.translation().isApprox(toEigen(t).cast<double>(), 1e-6))
-            << sensor.name;
-        EXPECT_TRUE(
-            sensor.bodyFromSensor.linear().isApprox(toEigen(q).toRotationMatrix().cast<double>(), 1e-6))
-            << sensor.name;
+    sensors.insert(units.begin(), units.end());
+    for (auto const& [name, bodyFromSensor] : sensors) {
+        auto const& [t, q] = data.sensorPoses.at(name);
+        EXPECT_TRUE(bodyFromSensor.translation().isApprox(toEigen(t).cast<double>(), 1e-6)) << name;
+        EXPECT_TRUE(bodyFromSensor.linear().isApprox(toEigen(q).toRotationMatrix().cast<double>(), 1e-6))
+            << name;
     }
 }
 
@@ -91,7 +88,7 @@ TEST(SensorRecording, BurstsHaveTheTimedPointsOfTheHead)
             << "only the last one is shorter";
         for (auto const& point : points) {
             ASSERT_LT(i, timed.size());
-            EXPECT_EQ(point.position, (mapping::Vector3<float>{timed[i].x, timed[i].y, timed[i].z}));
+            EXPECT_EQ(toEigen(point.position), toEigen(timed[i].position));
             EXPECT_NEAR(sample->getTimeStamp().get() + static_cast<double>(point.time), timed[i].time, 1e-9);
             ++i;
         }
