@@ -150,7 +150,7 @@ Group poseSampling()
         for (auto const& [spacing, gaps] :
              {Spacings{Spacing::Even, "even"}, {Spacing::Random, "random gaps"}, {Spacing::Bursts, "bursts"}})
         {
-            std::string const rest = " times, " + count + " poses, " + gaps;
+            std::string const rest = std::string(" times, ").append(count).append(" poses, ").append(gaps);
             bool const isLong = poses == 1'000'000;
             group.figures.push_back(
                 samplingFigure("random" + rest, {poses, spacing, false, isLong ? 400'000U : 100'000U}));

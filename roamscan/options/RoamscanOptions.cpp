@@ -48,10 +48,11 @@ RoamscanOptions::RoamscanOptions(RoamscanOptionsCont* options) : m_opts(options)
 
 RoamscanOptions::RoamscanOptions(RoamscanOptions const& other) noexcept = default;
 
-// NOLINTNEXTLINE(performance-move-constructor-init): the source keeps its container
+// NOLINTBEGIN(performance-move-constructor-init): the source keeps its container
 RoamscanOptions::RoamscanOptions(RoamscanOptions&& other) noexcept
     : RoamscanOptions(static_cast<RoamscanOptions const&>(other))
 {}
+// NOLINTEND(performance-move-constructor-init)
 
 RoamscanOptions::~RoamscanOptions() = default;
 

@@ -37,9 +37,11 @@ RoamscanOptionsJsonMerger::RoamscanOptionsJsonMerger(String const& prefix, JSON 
 
 RoamscanOptionsJsonMerger::RoamscanOptionsJsonMerger(RoamscanOptionsJsonMerger const& other) = default;
 
+// NOLINTBEGIN(performance-move-constructor-init): the prefix is shared, the source keeps it
 RoamscanOptionsJsonMerger::RoamscanOptionsJsonMerger(RoamscanOptionsJsonMerger&& other) noexcept
     : m_prefix(other.m_prefix), m_json(std::move(other.m_json))
 {}
+// NOLINTEND(performance-move-constructor-init)
 
 RoamscanOptionsJsonMerger::~RoamscanOptionsJsonMerger() = default;
 
@@ -62,6 +64,8 @@ RoamscanOptionsJsonMerger::JsonWrapper::JsonWrapper(JSON& node, String key) noex
 RoamscanOptionsJsonMerger::JsonWrapper::JsonWrapper(JsonWrapper const& other) noexcept = default;
 
 RoamscanOptionsJsonMerger::JsonWrapper::~JsonWrapper() = default;
+
+// NOLINTBEGIN(misc-unconventional-assign-operator): an assignment gives the element of the document
 
 JSON& RoamscanOptionsJsonMerger::JsonWrapper::operator=(int value)
 {
@@ -103,10 +107,11 @@ JSON& RoamscanOptionsJsonMerger::JsonWrapper::operator=(JSON& value)
     return writeCopy(m_node, value);
 }
 
-// NOLINTNEXTLINE(bugprone-unhandled-self-assignment,misc-unconventional-assign-operator): it writes a value
 JSON& RoamscanOptionsJsonMerger::JsonWrapper::operator=(JsonWrapper& other)
 {
     return writeCopy(m_node, other.m_node);
 }
+
+// NOLINTEND(misc-unconventional-assign-operator)
 
 } // namespace oV::Roamscan

@@ -60,6 +60,7 @@ public:
 
 private:
     // The order and the spelling of the members are part of the binary interface.
+    // NOLINTNEXTLINE(readability-identifier-naming): see above
     static Bv_1_1::String const m_seperator;
 
     Bv_1_1::String m_prefix;
@@ -79,6 +80,8 @@ public:
     /// Refers to the same element.
     JsonWrapper(JsonWrapper const& other) noexcept;
     ~JsonWrapper();
+
+    // NOLINTBEGIN(misc-unconventional-assign-operator): an assignment gives the element of the document
 
     /// Merges the value with the option and assigns the result to the element: the option's value if it was
     /// set explicitly, otherwise `value`. The type of the option is `int`. A previous value of the element is
@@ -106,6 +109,8 @@ public:
     /// Assigns a copy of the other element.
     /// @note No option can change it, and none is created.
     JSON& operator=(JsonWrapper& other);
+
+    // NOLINTEND(misc-unconventional-assign-operator)
 
 private:
     // The order of the members is part of the binary interface.

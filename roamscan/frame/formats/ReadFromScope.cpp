@@ -12,7 +12,7 @@ using Open = detail::OpenScopes<ReadFromScope>;
 } // namespace
 
 ReadFromScope::ReadFromScope(std::istream* stream, ReadContextBase* context)
-    : stream_(stream), context_(context), enclosing_(nullptr)
+    : stream_(stream), context_(context)
 {
     if (ReadFromScope const* const outer = Open::find(stream); stream != nullptr && outer != nullptr) {
         input_ = outer->input_;

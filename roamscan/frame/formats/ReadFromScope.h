@@ -53,7 +53,7 @@ private:
 
     std::istream* stream_;
     ReadContextBase* context_;
-    ReadFromScope* enclosing_; // the next older one of this thread, on any stream
+    ReadFromScope* enclosing_ = nullptr; // the next older one of this thread, on any stream
     std::shared_ptr<ModelInFormat> input_;
     bool isNested_ = false;
     ModelInFormat::ScopeState outerState_; // of the enclosing scope, if nested

@@ -12,7 +12,7 @@ using Open = detail::OpenScopes<WriteToScope>;
 } // namespace
 
 WriteToScope::WriteToScope(std::ostream* stream, WriteContextBase* context)
-    : stream_(stream), context_(context), enclosing_(nullptr)
+    : stream_(stream), context_(context)
 {
     if (WriteToScope const* const outer = Open::find(stream); stream != nullptr && outer != nullptr) {
         output_ = outer->output_;

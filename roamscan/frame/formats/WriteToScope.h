@@ -43,7 +43,7 @@ private:
 
     std::ostream* stream_;
     WriteContextBase* context_;
-    WriteToScope* enclosing_; // the next older one of this thread, on any stream
+    WriteToScope* enclosing_ = nullptr; // the next older one of this thread, on any stream
     std::shared_ptr<ModelOutFormat> output_;
 };
 

@@ -39,6 +39,9 @@ public:
     /// The index of the name, a string.
     static constexpr unsigned int nameAttribute = 0;
 
+    Object(Object const&) = delete;
+    Object& operator=(Object const&) = delete;
+
     /// The record of this class.
     [[nodiscard]] static Bv_1_1::oVClass const* Class();
 
@@ -79,8 +82,6 @@ public:
 protected:
     /// An object without a name and children. Call init() with the same arguments afterwards.
     Object(CreateType type, Object const* source);
-    Object(Object const&) = delete;
-    Object& operator=(Object const&) = delete;
     ~Object() override;
 
 private:
