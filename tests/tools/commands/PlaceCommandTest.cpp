@@ -67,11 +67,11 @@ protected:
 
         std::ofstream points(file("scan.ply"), std::ios::binary);
         PlyWriter writer(points);
-        writer.add({1.0F, 0.5F, -1.0F, 77, 100.5});
-        writer.add({1.0F, 0.0F, 0.0F, 0, std::nan("")});
-        writer.add({1.0F, 0.0F, 0.0F, 0, 99.9});
-        writer.add({1.0F, 0.0F, 0.0F, 0, 101.1});
-        writer.add({0.0F, 0.0F, 0.0F, 0, 100.5});
+        writer.add({{{1.0F, 0.5F, -1.0F}, 77}, 100.5});
+        writer.add({{{1.0F, 0.0F, 0.0F}, 0}, std::nan("")});
+        writer.add({{{1.0F, 0.0F, 0.0F}, 0}, 99.9});
+        writer.add({{{1.0F, 0.0F, 0.0F}, 0}, 101.1});
+        writer.add({{{0.0F, 0.0F, 0.0F}, 0}, 100.5});
         writer.finish();
     }
 
@@ -349,7 +349,7 @@ TEST_F(PlaceCommandTest, NothingIsLeftOnFailure)
     expectFailure("there is no point in it");
     std::ostringstream elsewhen;
     PlyWriter writer(elsewhen);
-    writer.add({1.0F, 0.0F, 0.0F, 0, 1e9});
+    writer.add({{{1.0F, 0.0F, 0.0F}, 0}, 1e9});
     writer.finish();
     write("scan.ply", elsewhen.str());
     expectFailure("none of its 1 points could be placed");
