@@ -18,7 +18,6 @@ using Vector = Eigen::Vector3d;
 using Quaternion = Eigen::Quaterniond; // constructor order: w, x, y, z
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 } // namespace
 

@@ -189,10 +189,10 @@ TEST_P(OptionsCommandTest, RefusesAnOptionThatTheFileDoesNotHave)
         ToolRun const refused = run({"options", file, words[0], words[1]});
         EXPECT_EQ(refused.status, 1);
         EXPECT_EQ(refused.out, "");
-        std::string const name = words[1].substr(0, words[1].find('='));
-        EXPECT_EQ(refused.err,
-                  "roamscan: " + file + ": has no option " + name +
-                      " of a known type; see roamscan options FILE for the names\n");
+        std::string expected = "roamscan: " + file + ": has no option ";
+        expected.append(words[1], 0, words[1].find('='));
+        expected.append(" of a known type; see roamscan options FILE for the names\n");
+        EXPECT_EQ(refused.err, expected);
     }
     EXPECT_EQ(read("options"), sampleText());
 }
