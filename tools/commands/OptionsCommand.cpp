@@ -43,7 +43,7 @@ std::string narrow(String const& text)
 {
     std::u16string_view rest = text.text();
     std::string result;
-    for (std::size_t zero = rest.find(u'\0'); zero != rest.npos; zero = rest.find(u'\0')) {
+    for (std::size_t zero = rest.find(u'\0'); zero != std::u16string_view::npos; zero = rest.find(u'\0')) {
         result += String::fromUtf16(rest.substr(0, zero)).stringAnsi() + std::string(1, '\0');
         rest.remove_prefix(zero + 1);
     }
@@ -117,7 +117,7 @@ Json describe(OptionsFile const& file)
 /// One word or a text in quotes.
 std::string shownName(std::string const& name)
 {
-    return name.empty() || name.find_first_of(" \t\r\n\"") != name.npos
+    return name.empty() || name.find_first_of(" \t\r\n\"") != std::string::npos
                ? Json(name).dump(-1, ' ', false, Json::error_handler_t::replace)
                : name;
 }
@@ -218,10 +218,10 @@ ToolError noOption(std::filesystem::path const& file, std::string const& name)
 Json setOption(OptionsFile& file, std::string const& assignment, std::filesystem::path const& path)
 {
     std::size_t const first = assignment.find('=');
-    if (first == assignment.npos) {
+    if (first == std::string::npos) {
         throw ToolError("--set " + excerpt(assignment) + " has no '='; write --set NAME=VALUE");
     }
-    for (std::size_t place = first; place != assignment.npos; place = assignment.find('=', place + 1)) {
+    for (std::size_t place = first; place != std::string::npos; place = assignment.find('=', place + 1)) {
         std::string const name = assignment.substr(0, place);
         Attribute* const option = findOption(file, String::fromNarrow(name.c_str()));
         if (option == nullptr) {

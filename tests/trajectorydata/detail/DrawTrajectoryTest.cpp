@@ -128,6 +128,7 @@ public:
 protected:
     ~Recording() override { --calls.alive; }
 
+    // NOLINTNEXTLINE(readability-identifier-naming): the classes derived from it read it
     std::string name_;
 
 private:
