@@ -1,4 +1,4 @@
-# The installed package: the library, its public headers, and the files for find_package(RoamscanDataStructures).
+# The installed package: the libraries, their public headers, and the files for find_package(RoamscanDataStructures).
 
 include(CMakePackageConfigHelpers)
 
@@ -23,7 +23,12 @@ install(
     DESTINATION "${packageDir}")
 # The components. Json needs nlohmann::json, Imagery also needs OpenCV.
 foreach(component IN ITEMS Json Imagery)
-    install(TARGETS Roamscan${component} EXPORT Roamscan${component}Targets)
+    install(
+        TARGETS Roamscan${component}
+        EXPORT Roamscan${component}Targets
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+        ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
     install(
         EXPORT Roamscan${component}Targets
         NAMESPACE RoamscanDataStructures::

@@ -16,7 +16,8 @@
 /// OpenCV's error messages, and which tiles do not match, go to the log with severity 1. OpenCV's codecs may
 /// write warnings to standard error.
 ///
-/// This header needs OpenCV: link the package's component Imagery.
+/// This header needs OpenCV. Its functions are in a shared library of their own, so that only programs that use
+/// them load OpenCV's codecs: link the package's component Imagery.
 namespace oV::Roamscan::LargeImageSerialization
 {
 
@@ -31,7 +32,7 @@ namespace oV::Roamscan::LargeImageSerialization
 /// @throws oV::VisibleException if a tile cannot be written, with code 18, "Error writing image to " and the
 ///     path of the tile; the tiles before it remain
 /// @throws oV::InternalErrorException if `file` is null
-ROAMSCAN_EXPORT void serializeImage(cv::Mat const& image, Bv_1_1::SmartPtr<Bv_1_1::File const> file);
+ROAMSCAN_IMAGERY_EXPORT void serializeImage(cv::Mat const& image, Bv_1_1::SmartPtr<Bv_1_1::File const> file);
 
 /// Reads a picture. Decodes the tiles in parallel on TBB's threads and joins them side by side, up to the
 /// first number that has no tile.
@@ -49,6 +50,6 @@ ROAMSCAN_EXPORT void serializeImage(cv::Mat const& image, Bv_1_1::SmartPtr<Bv_1_
 ///     rows, or in depth or channels; "Did not find any sub images." if there is no tile; if the picture
 ///     would have more columns than an `int` can count; or if `file` is null
 /// @throws cv::Exception if there is no memory for the picture
-[[nodiscard]] ROAMSCAN_EXPORT cv::Mat readImage(Bv_1_1::SmartPtr<Bv_1_1::File const> file);
+[[nodiscard]] ROAMSCAN_IMAGERY_EXPORT cv::Mat readImage(Bv_1_1::SmartPtr<Bv_1_1::File const> file);
 
 } // namespace oV::Roamscan::LargeImageSerialization

@@ -1,10 +1,11 @@
 cmake_minimum_required(VERSION 3.25)
 
-# Checks the exported symbols of the shared library: the required ones are exported, and no symbol that is not for plug-ins.
-#   cmake -DNM= -DLIBRARY= -P CheckExports.cmake
+# Checks the exported symbols of the shared libraries: the required ones are exported, and no symbol that is not for plug-ins.
+#   cmake -DNM= -DLIBRARY= -DIMAGERY_LIBRARY= -P CheckExports.cmake
 
 execute_process(COMMAND "${NM}" -D -C --defined-only "${LIBRARY}" OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
-string(REGEX REPLACE "\n$" "" output "${output}")
+execute_process(COMMAND "${NM}" -D -C --defined-only "${IMAGERY_LIBRARY}" OUTPUT_VARIABLE imagery COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX REPLACE "\n$" "" output "${output}${imagery}")
 string(REPLACE ";" "," output "${output}")
 string(REPLACE "\n" ";" lines "${output}")
 

@@ -1,8 +1,7 @@
 #pragma once
 
 /// @file
-/// The export macro. The library exports the classes and functions marked with ROAMSCAN_EXPORT and hides all
-/// others.
+/// The export macros. The libraries export the classes and functions marked with them and hide all others.
 
 #if defined(_WIN32)
 #if defined(ROAMSCAN_BUILDING_LIBRARY)
@@ -10,7 +9,14 @@
 #else
 #define ROAMSCAN_EXPORT __declspec(dllimport)
 #endif
+#if defined(ROAMSCAN_BUILDING_IMAGERY_LIBRARY)
+#define ROAMSCAN_IMAGERY_EXPORT __declspec(dllexport)
+#else
+#define ROAMSCAN_IMAGERY_EXPORT __declspec(dllimport)
+#endif
 #else
 /// Exports a class, function or variable from the shared library.
 #define ROAMSCAN_EXPORT __attribute__((visibility("default")))
+/// Exports a function from the shared library of the component Imagery.
+#define ROAMSCAN_IMAGERY_EXPORT __attribute__((visibility("default")))
 #endif
