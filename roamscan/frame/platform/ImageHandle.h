@@ -7,8 +7,8 @@
 namespace oV::Roamscan
 {
 
-/// The operating system's handle of a loaded program or library: the `HINSTANCE` on Windows, elsewhere the
-/// address at which the image is loaded.
+/// The operating system's handle of a loaded program or library: the `HINSTANCE` on Windows, elsewhere an
+/// address within the image.
 #if defined(_WIN32)
 using ImageHandle = HINSTANCE;
 #else

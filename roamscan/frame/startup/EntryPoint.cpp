@@ -4,8 +4,9 @@
 namespace oV::Roamscan
 {
 
-int entryPoint(ImageHandle image, EntryReason reason) noexcept
+int entryPoint(ImageHandle image, EntryReason reason, void* /*reserved*/) noexcept
 {
+    // The platform takes no exception here. One can only come from a lack of memory.
     try {
         if (reason == EntryReason::ProcessAttach) {
             return Bv_1_1::Module::library().internalInit(image) ? 1 : 0;
@@ -13,8 +14,8 @@ int entryPoint(ImageHandle image, EntryReason reason) noexcept
         if (reason == EntryReason::ProcessDetach) {
             Bv_1_1::Module::library().internalTerm();
         }
-    } catch (...) { // no memory; the platform takes no exception here
-        return 0;
+    } catch (...) {
+        return reason == EntryReason::ProcessAttach ? 0 : 1;
     }
     return 1;
 }
@@ -22,8 +23,8 @@ int entryPoint(ImageHandle image, EntryReason reason) noexcept
 } // namespace oV::Roamscan
 
 #if defined(_WIN32)
-extern "C" BOOL WINAPI DllMain(HINSTANCE image, DWORD reason, void* /*reserved*/)
+extern "C" BOOL WINAPI DllMain(HINSTANCE image, DWORD reason, void* reserved)
 {
-    return oV::Roamscan::entryPoint(image, static_cast<oV::Roamscan::EntryReason>(reason));
+    return oV::Roamscan::entryPoint(image, static_cast<oV::Roamscan::EntryReason>(reason), reserved);
 }
 #endif

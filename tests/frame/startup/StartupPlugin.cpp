@@ -1,0 +1,56 @@
+/// @file
+/// A plug-in that a test program loads, and the library with it. The functions have C names, for dlsym().
+
+#include "tests/support/OptionsPrivates.h"
+
+#include <roamscan/frame/bvbase/Module.h>
+#include <roamscan/frame/bvbase/oVClass.h>
+#include <roamscan/options/RoamscanOptionAccess.h>
+#include <roamscan/options/RoamscanOptionsCont.h>
+#include <roamscan/options/RoamscanOptionsHost.h>
+#include <roamscan/time/TimeConversion.h>
+
+#include <algorithm>
+#include <string_view>
+
+namespace
+{
+
+using Bv_1_1::String;
+using oV::Roamscan::getOption;
+using oV::Roamscan::RoamscanOptionsCont;
+using oV::Roamscan::setOption;
+
+bool hasClassRecord(std::wstring_view name)
+{
+    auto const records = Bv_1_1::Module::library().classes();
+    return std::any_of(
+        records.begin(), records.end(), [name](auto* record) { return record->name() == name; });
+}
+
+} // namespace
+
+/// Whether the library is as it must be directly after it was loaded: attached, with its class records and
+/// constants, and without options.
+extern "C" ROAMSCAN_EXPORT bool isFreshlyLoaded()
+{
+    _ULARGE_INTEGER sevenMicroseconds;
+    sevenMicroseconds.QuadPart = 7;
+    return Bv_1_1::Module::library().isAttached() && hasClassRecord(L"RoamscanOptions") &&
+           hasClassRecord(L"RoamscanOptionsCont") && !support::areOptionsAvailable() &&
+           getOption<int>(L"Plugin.steps", 3) == 3 &&
+           oV::Roamscan::TimeConversion::convertTxmTimeToIntegerTime(sevenMicroseconds) == 700;
+}
+
+/// Creates the options and uses them. They stay.
+extern "C" ROAMSCAN_EXPORT bool bringUpOptions()
+{
+    constexpr auto fresh = Bv_1_1::BaseNode::CreateType::Fresh;
+    Bv_1_1::SmartPtr<RoamscanOptionsCont> const options(new RoamscanOptionsCont(fresh, nullptr));
+    options->init(fresh, nullptr);
+    oV::Roamscan::RoamscanOptionsHost::setup(options.get());
+    setOption<int>(L"Plugin.steps", 4);
+    setOption<String>(L"Plugin.name", L"north");
+    return support::areOptionsAvailable() && getOption<int>(L"Plugin.steps", 3) == 4 &&
+           getOption<String>(L"Plugin.name", String::EMPTY) == L"north";
+}
