@@ -16,8 +16,8 @@
 /// OpenCV's error messages, and which tiles do not match, go to the log with severity 1. OpenCV's codecs may
 /// write warnings to standard error.
 ///
-/// This header needs OpenCV. Its functions are in a shared library of their own, so that only programs that use
-/// them load OpenCV's codecs: link the package's component Imagery.
+/// This header needs OpenCV. Its functions are in a shared library of their own, so that only programs that
+/// use them load OpenCV's codecs: link the package's component Imagery.
 namespace oV::Roamscan::LargeImageSerialization
 {
 
