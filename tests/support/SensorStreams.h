@@ -67,7 +67,7 @@ inline oV::Roamscan::SensorData smallSensorStore()
 /// The stream of smallSensorStore(). Offsets count from the beginning of the stream.
 inline std::string smallSensorStream()
 {
-    return u64(296)                                                  //   0
+    return u64(296)                                                  //   0 296 bytes follow
            + u32(20) + u32(0)                                        //   8 root at 8 + 20, padding
            + u16(12) + u16(20) + u16(8) + u16(12) + u16(16) + u16(7) //  16 vtable of the root
            + u32(12)                                                 //  28 the root
@@ -77,7 +77,7 @@ inline std::string smallSensorStream()
            + u16(8) + u16(36) + u16(4) + u16(8)             //  56 its vtable
            + u32(8) + u32(0x20)                             //  64 the pose table, name
            + f32({0, 0, 0, 1, 0, 0, 0})                     //  72 translation, rotation w, x, y, z
-           + u32(3) + "imu" + bytes({0})                    // 100
+           + u32(3) + "imu" + bytes({0})                    // 100 the name
            + u32(1) + u32(4)                                // 108 one IMU sensor
            + u32(0xFFFFFFA8) + u32(0x44) + u32(4)           // 116 its vtable at 204, name, samples
            + u32(1) + u32(16)                               // 128 one sample
@@ -88,7 +88,7 @@ inline std::string smallSensorStream()
            + f32({0.5F, 0, 0})                              // 164 angularVelocity
            + f64({1.5})                                     // 176 time
            + u32(0)                                         // 184 padding
-           + u32(3) + "imu" + bytes({0})                    // 188
+           + u32(3) + "imu" + bytes({0})                    // 188 the name
            + u32(1) + u32(12)                               // 196 one rangefinder sensor
            + u16(8) + u16(12) + u16(4) + u16(8)             // 204 its vtable, the IMU sensor's too
            + u32(8) + u32(0x50) + u32(4)                    // 212 the sensor, name, samples
@@ -100,7 +100,7 @@ inline std::string smallSensorStream()
            + f64({1.5})                                     // 264 time
            + u32(0)                                         // 272 padding
            + u32(1) + f32({1, 2, 3, 0.25F})                 // 276 one point
-           + u32(3) + "lid" + bytes({0});                   // 296
+           + u32(3) + "lid" + bytes({0});                   // 296 the name
 }
 
 /// Entries of the vtables in smallSensorStream().
