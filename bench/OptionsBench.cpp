@@ -145,7 +145,7 @@ Function readingOnTwoThreads(int count)
 
 Baseline mapBaseline(Function function)
 {
-    return {"std::unordered_map, recursive mutex", std::move(function), timesTheTime, 3.0};
+    return {"unordered_map, mutex", std::move(function), timesTheTime, 3.0};
 }
 
 } // namespace

@@ -63,7 +63,7 @@ Json toJson(Comparison const& comparison)
 void printHeading(std::string const& group)
 {
     constexpr char const* columns = "cost          baseline              its cost      ratio: median (range)";
-    std::printf("\n%-54s%s\n%s\n", "", columns, group.c_str());
+    std::printf("\n%-56s%s\n%s\n", "", columns, group.c_str());
 }
 
 void printRows(std::vector<Comparison> const& comparisons)
@@ -74,7 +74,7 @@ void printRows(std::vector<Comparison> const& comparisons)
         auto const& [smallest, median, largest] = comparison.ratio;
         std::string const ratio = numberText(median) + "x " + comparison.baseline.ratio.meaning + " (" +
                                   numberText(smallest) + " to " + numberText(largest) + ")";
-        std::printf("  %-52s%-14s%-22s%-14s%-36s%s\n",
+        std::printf("  %-54s%-14s%-22s%-14s%-36s%s\n",
                     isFirst ? figure.name.c_str() : "",
                     isFirst ? quantity(figure.unit, comparison.subjectCost).c_str() : "",
                     comparison.baseline.label.c_str(),

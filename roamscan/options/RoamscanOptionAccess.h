@@ -29,10 +29,11 @@ class LiveOptions
 public:
     [[nodiscard]] static Bv_1_1::CriticalSection& lock() noexcept { return RoamscanOptions::lock; }
 
-    /// The container, or null if the options are not up. The calling thread holds the lock.
-    [[nodiscard]] static Bv_1_1::SmartPtr<RoamscanOptionsCont> container()
+    /// The container, or null if the options are not up. Valid while the calling thread holds the lock:
+    /// nothing replaces the singleton or its container once they exist.
+    [[nodiscard]] static RoamscanOptionsCont* container()
     {
-        return RoamscanOptions::instance ? RoamscanOptions::instance->m_opts : nullptr;
+        return RoamscanOptions::instance ? RoamscanOptions::instance->m_opts.get() : nullptr;
     }
 };
 
@@ -78,8 +79,8 @@ getOption(Bv_1_1::String const& name, T const& fallback, bool weak = false, bool
 {
     static_assert(isOptionType<T>, "an option is a bool, an int, a double or a Bv_1_1::String");
     Bv_1_1::CriticalSection::Access const access(detail::LiveOptions::lock());
-    Bv_1_1::SmartPtr<RoamscanOptionsCont> const options = detail::LiveOptions::container();
-    if (!options) {
+    RoamscanOptionsCont* const options = detail::LiveOptions::container();
+    if (options == nullptr) {
         return fallback;
     }
     if (Attr<T> const* const attribute = detail::asAttributeOf<T>(detail::findOption(*options, name))) {
@@ -118,8 +119,8 @@ T setOption(Bv_1_1::String const& name, T const& value)
 {
     static_assert(isOptionType<T>, "an option is a bool, an int, a double or a Bv_1_1::String");
     Bv_1_1::CriticalSection::Access const access(detail::LiveOptions::lock());
-    Bv_1_1::SmartPtr<RoamscanOptionsCont> const options = detail::LiveOptions::container();
-    if (!options) {
+    RoamscanOptionsCont* const options = detail::LiveOptions::container();
+    if (options == nullptr) {
         return value;
     }
     (void)getOption<T>(name, value, false, nullptr);

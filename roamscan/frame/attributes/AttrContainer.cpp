@@ -327,14 +327,14 @@ bool AttrContainer::setName(String const& name, int)
 
 unsigned int AttrContainer::getAttrToken(String const& name) const
 {
+    String const& text = withoutNil(name);
     for (unsigned int token = nameToken + 1; token < statics_.size(); ++token) {
         AttrDefinition const* const definition = statics_[token].definition;
-        if (definition != nullptr && definition->name == withoutNil(name)) {
+        if (definition != nullptr && definition->name == text) {
             return token;
         }
     }
-    std::size_t const place =
-        custom_ == nullptr ? detail::CustomAttributes::none : custom_->find(withoutNil(name));
+    std::size_t const place = custom_ == nullptr ? detail::CustomAttributes::none : custom_->find(text);
     return place == detail::CustomAttributes::none ? unknownToken
                                                    : static_cast<unsigned int>(statics_.size() + place);
 }

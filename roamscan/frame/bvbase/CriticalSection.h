@@ -17,20 +17,35 @@ class ROAMSCAN_EXPORT CriticalSection
 {
 public:
     /// @param spinCount how often a waiting thread retries before it sleeps; ignored except on Windows
-    explicit CriticalSection(unsigned int spinCount = 4000) noexcept;
+    explicit CriticalSection(unsigned int spinCount = 4000) noexcept : lock_(spinCount) {}
     CriticalSection(CriticalSection const&) = delete;
     CriticalSection& operator=(CriticalSection const&) = delete;
-    ~CriticalSection();
+    ~CriticalSection() = default;
 
     /// Blocks until this thread holds the lock.
-    void enter();
+    void enter()
+    {
+        lock_.enter();
+        countUp();
+    }
 
     /// Enters the lock without blocking.
     /// @return false if another thread holds the lock; it is not entered then
-    [[nodiscard]] bool tryEnter() noexcept;
+    [[nodiscard]] bool tryEnter() noexcept
+    {
+        if (!lock_.tryEnter()) {
+            return false;
+        }
+        countUp();
+        return true;
+    }
 
     /// Reverts one enter() or successful tryEnter() of this thread.
-    void leave() noexcept;
+    void leave() noexcept
+    {
+        countDown();
+        lock_.leave();
+    }
 
     /// How many times the lock is held. Any thread may read the count, but it is only reliable on the thread
     /// that holds the lock.
@@ -39,11 +54,13 @@ public:
     class Access;
 
 private:
-    void countUp() noexcept;
-    void countDown() noexcept;
+    // Only the thread that holds the lock writes the count, so no atomic increment is needed. The count is
+    // atomic for concurrent readers.
+    void countUp() noexcept { holds_.store(holdCount() + 1, std::memory_order_relaxed); }
+    void countDown() noexcept { holds_.store(holdCount() - 1, std::memory_order_relaxed); }
 
     oV::Roamscan::RecursiveLock lock_;
-    std::atomic<std::uint32_t> holds_ = 0; // changed only by the thread that holds the lock
+    std::atomic<std::uint32_t> holds_ = 0;
 };
 
 /// A scope guard that holds a lock.
@@ -51,18 +68,28 @@ class ROAMSCAN_EXPORT CriticalSection::Access
 {
 public:
     /// Enters the lock, which must outlive this object.
-    explicit Access(CriticalSection& lock);
+    explicit Access(CriticalSection& lock) : lock_(&lock)
+    {
+        lock_->enter();
+        held_ = 1;
+    }
     Access(Access const&) = delete;
     Access& operator=(Access const&) = delete;
 
     /// Leaves the lock if this guard still holds it.
-    ~Access();
+    ~Access() { leave(); }
 
     /// Whether this guard holds the lock.
     [[nodiscard]] bool held() const noexcept { return held_ != 0; }
 
     /// Leaves the lock before the end of the scope. Does nothing if the guard no longer holds it.
-    void leave() noexcept;
+    void leave() noexcept
+    {
+        if (held_ != 0 && mode_ <= 1) {
+            lock_->leave();
+            held_ = 0;
+        }
+    }
 
 private:
     // The layout is part of the binary interface.

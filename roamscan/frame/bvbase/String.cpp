@@ -84,11 +84,6 @@ String String::fromUtf16(std::u16string_view text)
     return adopt(StringVal::constructFromUtf16(text));
 }
 
-std::u16string_view String::text() const noexcept
-{
-    return isNil() ? std::u16string_view() : value_->text();
-}
-
 char const* String::stringAnsi() const
 {
     return isNil() ? "" : value_->narrow();
@@ -101,11 +96,6 @@ int String::compare(wchar_t const* other) const
     }
     int const order = text().compare(oV::Roamscan::detail::utf16FromWide(other));
     return order < 0 ? -1 : static_cast<int>(order > 0);
-}
-
-bool String::compareEquality(String const& other) const noexcept
-{
-    return value_ == other.value_ || (!isNil() && !other.isNil() && text() == other.text());
 }
 
 String& String::operator<<(String const& other)

@@ -4,6 +4,7 @@
 #include <roamscan/frame/platform/Export.h>
 
 #include <compare>
+#include <cstring>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -84,7 +85,10 @@ public:
     [[nodiscard]] StringVal const* value() const noexcept { return value_; }
 
     /// The text in UTF-16; empty for NIL. Valid until the string is changed or destroyed.
-    [[nodiscard]] std::u16string_view text() const noexcept;
+    [[nodiscard]] std::u16string_view text() const noexcept
+    {
+        return isNil() ? std::u16string_view() : value_->text();
+    }
 
     /// The narrow text; "" for NIL. Valid until the string is changed or destroyed. Unpaired surrogates
     /// become U+FFFD. Thread-safe, also for strings that share their text.
@@ -95,7 +99,15 @@ public:
     [[nodiscard]] int compare(wchar_t const* other) const;
 
     /// Whether the texts are equal. NIL equals only NIL, not the empty string.
-    [[nodiscard]] bool compareEquality(String const& other) const noexcept;
+    [[nodiscard]] bool compareEquality(String const& other) const noexcept
+    {
+        if (value_ == other.value_) {
+            return true;
+        }
+        // Comparing bytes is several times as fast as comparing units by char_traits<char16_t>::compare().
+        return !isNil() && !other.isNil() && value_->length() == other.value_->length() &&
+               std::memcmp(text().data(), other.text().data(), text().size() * sizeof(char16_t)) == 0;
+    }
 
     /// Appends a text. Appending NIL or a null pointer changes nothing. Appending an empty text to NIL gives
     /// the empty string.

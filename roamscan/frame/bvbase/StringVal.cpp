@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <new>
@@ -63,9 +64,11 @@ bool StringVal::unref() noexcept
     return true;
 }
 
-std::u16string_view StringVal::text() const noexcept
+std::size_t StringVal::computeHash() const noexcept
 {
-    return {reinterpret_cast<char16_t const*>(this + 1), static_cast<std::size_t>(length_)};
+    std::size_t const hash = std::hash<std::u16string_view>{}(text());
+    hash_.store(hash, std::memory_order_relaxed);
+    return hash;
 }
 
 char const* StringVal::narrow() const

@@ -4,6 +4,7 @@
 #include <roamscan/frame/platform/Export.h>
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -49,7 +50,17 @@ public:
     [[nodiscard]] int length() const noexcept { return length_; }
 
     /// The text. A terminating zero follows it.
-    [[nodiscard]] std::u16string_view text() const noexcept;
+    [[nodiscard]] std::u16string_view text() const noexcept
+    {
+        return {reinterpret_cast<char16_t const*>(this + 1), static_cast<std::size_t>(length_)};
+    }
+
+    /// A hash of the text, computed at the first call. It differs between platforms. Thread-safe.
+    [[nodiscard]] std::size_t hash() const noexcept
+    {
+        std::size_t const known = hash_.load(std::memory_order_relaxed);
+        return known != unknownHash ? known : computeHash();
+    }
 
     /// The text in the narrow encoding, converted at the first call and valid until the value is freed.
     /// Unpaired surrogates become U+FFFD. Thread-safe.
@@ -61,9 +72,14 @@ private:
     explicit constexpr StringVal(int length) noexcept : length_(length) {}
     ~StringVal() = default;
 
+    std::size_t computeHash() const noexcept;
+
+    static constexpr std::size_t unknownHash = 0;
+
     std::atomic<std::uint32_t> references_ = 1; // first member: part of the binary interface
     std::int32_t length_;
     mutable std::atomic<char const*> narrow_ = nullptr; // owned
+    mutable std::atomic<std::size_t> hash_ = unknownHash;
 };
 
 } // namespace Bv_1_1

@@ -27,14 +27,4 @@ void oVClass::initClassStatics() {}
 
 void oVClass::clearClassStatics() {}
 
-bool oVClass::isDerivedFrom(oVClass const* other) const noexcept
-{
-    for (oVClass const* record = this; record != nullptr; record = record->parent_) {
-        if (record == other) {
-            return true;
-        }
-    }
-    return false;
-}
-
 } // namespace Bv_1_1

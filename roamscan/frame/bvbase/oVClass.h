@@ -40,7 +40,15 @@ public:
     virtual void clearClassStatics();
 
     /// Whether `other` is this class or one of its direct or indirect base classes.
-    [[nodiscard]] bool isDerivedFrom(oVClass const* other) const noexcept;
+    [[nodiscard]] bool isDerivedFrom(oVClass const* other) const noexcept
+    {
+        for (oVClass const* record = this; record != nullptr; record = record->parent_) {
+            if (record == other) {
+                return true;
+            }
+        }
+        return false;
+    }
 
     /// The name of the class.
     [[nodiscard]] wchar_t const* name() const noexcept { return name_; }
