@@ -2,11 +2,13 @@
 """Checks the links of a built site: every local address and anchor exists, and nothing is fetched from another host.
 
 usage: check_site.py FOLDER
+       check_site.py --self-test    checks a small site with one violation of each kind, and expects them to be found
 """
 
 import html.parser
 import pathlib
 import sys
+import tempfile
 import urllib.parse
 
 FETCHED = {("script", "src"), ("img", "src"), ("link", "href"), ("iframe", "src"), ("source", "src")}
@@ -54,7 +56,27 @@ def problems(folder):
                 yield path, link, "has no such anchor"
 
 
+def self_test():
+    with tempfile.TemporaryDirectory() as name:
+        folder = pathlib.Path(name).resolve()
+        (folder / "b").mkdir()
+        (folder / "b" / "index.html").write_text('<h1 id="here">b</h1><a name="there" href="../a.html#x%20y">a</a>')
+        (folder / "a.html").write_text(
+            '<p id="x y"><a href="b/#here">1</a><a href="b/index.html#there">2</a><a href="#x y">3</a>'
+            '<a href="https://example.org/">4</a><a href="">5</a><img src="data:,">'
+            '<a href="missing.html">m</a><img src="missing.png"><a href="b/#nowhere">n</a><a href="#nowhere">o</a>'
+            '<script src="https://example.org/x.js"></script><link href="//example.org/x.css">'
+        )
+        found = [link for _, link, _ in problems(folder)]
+    expected = ["missing.html", "missing.png", "b/#nowhere", "#nowhere", "https://example.org/x.js", "//example.org/x.css"]
+    if found != expected:
+        sys.exit(f"check_site.py: the self-test found {found} instead of {expected}")
+
+
 def main(folder):
+    if folder == "--self-test":
+        self_test()
+        return
     folder = pathlib.Path(folder).resolve()
     count = 0
     for path, link, problem in problems(folder):
