@@ -16,9 +16,14 @@
 #include <tbb/global_control.h>
 
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <numeric>
 #include <random>
+#include <span>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 namespace bench
 {
@@ -139,6 +144,48 @@ void inOneCall(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * pointCount);
 }
 
+// A long recording: 5,000 points from one pose to the next.
+struct LongScan
+{
+    explicit LongScan(std::size_t count)
+        : trajectory(oV::Roamscan::buildTrajectoryFromTrajectoryNodes(makeNodes(fewPoses, Spacing::Even))),
+          seconds(count),
+          positions(count)
+    {
+        double const from = trajectory.getStartTime().get();
+        double const step = (trajectory.getStopTime().get() - from) / static_cast<double>(count);
+        for (std::size_t i = 0; i < count; ++i) {
+            auto const index = static_cast<double>(i);
+            seconds[i] = from + step * index;
+            positions[i] = {12.0 * std::sin(index), 12.0 * std::cos(index), 2.0};
+        }
+    }
+
+    oV::Roamscan::Trajectory trajectory;
+    std::vector<double> seconds;
+    std::vector<Bv_1_1::Vec3d<double>> positions;
+};
+
+constexpr std::size_t longScan = 100'000'000;
+
+// Places the first points of a long recording in place, which saves memory. The points stay finite.
+template <std::size_t count>
+void firstPoints(benchmark::State& state)
+{
+    auto& scan = inputFor<LongScan>(longScan);
+    std::span const positions = std::span(scan.positions).first(count);
+    std::span const seconds = std::span(std::as_const(scan.seconds)).first(count);
+    timeEach(state, [&] {
+        auto const counts = placePoints(
+            scan.trajectory, seconds, std::span<Bv_1_1::Vec3d<double> const>(positions), positions);
+        if (counts.placed != count) {
+            throw std::logic_error("not all points were placed");
+        }
+        return counts;
+    });
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(count));
+}
+
 } // namespace
 
 Group scanPoints()
@@ -162,7 +209,11 @@ Group manyScanPoints()
              {"1,000,000 points, 250,000 poses, in parallel",
               megapointsPerSecond,
               {"two cores", inOneCall<true>},
-              {{"one core", inOneCall<false>, timesAsFast, 1.8}}}}};
+              {{"one core", inOneCall<false>, timesAsFast, 1.8}}},
+             {"100,000,000 points, 20,000 poses, in parallel",
+              megapointsPerSecond,
+              {"placePoints", firstPoints<longScan>},
+              {{"100,000 points", firstPoints<100'000>, timesTheTime, 1.3}}}}};
 }
 
 } // namespace bench

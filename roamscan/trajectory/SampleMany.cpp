@@ -31,24 +31,25 @@ void requireSameSize(bool same)
     }
 }
 
+// Transforms a point by the pose at its time, which is also left in `pose`. `place` is unchanged unless the
+// result is Placed.
 template <typename Poses, typename Scalar>
-PointPlacement placeOne(Poses& poses, double time, Vec3d<Scalar> const& point, Vec3d<double>& place)
+PointPlacement
+placeOne(Poses& poses, double time, Vec3d<Scalar> const& point, TrafoT<double>& pose, Vec3d<double>& place)
 {
-    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     Eigen::Vector3d const local(point.x, point.y, point.z);
-    place = {nan, nan, nan};
-    if (std::isnan(time) || !local.allFinite()) {
+    if (!local.allFinite()) {
         return PointPlacement::NotFinite;
     }
-    switch (poses.moveTo(time)) {
+    switch (poses.poseAt(time, pose)) {
     case PoseState::Outside:
-        return PointPlacement::Outside;
+        return std::isnan(time) ? PointPlacement::NotFinite : PointPlacement::Outside;
     case PoseState::InGap:
         return PointPlacement::InGap;
     case PoseState::Found:
         break;
     }
-    Eigen::Vector3d const global = poses.pose() * local;
+    Eigen::Vector3d const global = pose * local;
     if (!global.allFinite()) {
         return PointPlacement::NotFinite;
     }
@@ -79,9 +80,15 @@ using Counts = std::array<std::size_t, 4>; // by the values of PointPlacement
 template <typename Poses, typename Scalar>
 Counts placeInTurn(Poses poses, PointSpans<Scalar> const& spans)
 {
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     Counts counts{};
+    TrafoT<double> pose;
     for (std::size_t i = 0; i < spans.times.size(); ++i) {
-        PointPlacement const placement = placeOne(poses, spans.times[i], spans.points[i], spans.places[i]);
+        Vec3d<double>& place = spans.places[i];
+        PointPlacement const placement = placeOne(poses, spans.times[i], spans.points[i], pose, place);
+        if (placement != PointPlacement::Placed) {
+            place = {nan, nan, nan};
+        }
         ++counts[static_cast<std::size_t>(placement)];
         if (!spans.placements.empty()) {
             spans.placements[i] = placement;
@@ -128,9 +135,7 @@ samplePoses(Trajectory const& trajectory, std::span<double const> times, std::sp
         auto source = makePoses();
         std::size_t without = 0;
         for (std::size_t i = 0; i < times.size(); ++i) {
-            if (source.moveTo(times[i]) == PoseState::Found) {
-                poses[i] = source.pose();
-            } else {
+            if (source.poseAt(times[i], poses[i]) != PoseState::Found) {
                 poses[i] = TrafoT<double>::Invalid();
                 ++without;
             }

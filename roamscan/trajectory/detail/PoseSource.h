@@ -12,7 +12,7 @@
 namespace oV::Roamscan::detail
 {
 
-/// The outcome of moving to a time.
+/// The outcome of asking for a pose.
 enum class PoseState
 {
     Found,
@@ -27,13 +27,13 @@ public:
     /// Borrows the table.
     TablePoses(PoseTable const& table, double longestGap) : table_(table), longestGap_(longestGap) {}
 
-    /// Finds the pose at a time. If the result is Found, pose() returns it; otherwise pose() is unchanged.
-    PoseState moveTo(double seconds)
+    /// Finds the pose at a time. `pose` is unchanged unless the result is Found.
+    [[nodiscard]] PoseState poseAt(double seconds, TrafoT<double>& pose)
     {
         if (!(seconds >= lowerTime_ && seconds < upperTime_)) {
             PoseTable::Reach const reach = table_.reachOf(seconds);
             if (reach == PoseTable::Reach::AtLast) {
-                pose_ = table_.poses().back();
+                pose = table_.poses().back();
                 return PoseState::Found;
             }
             if (reach != PoseTable::Reach::Between) {
@@ -45,11 +45,9 @@ public:
             return PoseState::InGap;
         }
         double const fraction = (seconds - lowerTime_) / (upperTime_ - lowerTime_);
-        pose_ = interpolate(*lower_, *upper_, slerp_, fraction);
+        pose = interpolate(*lower_, *upper_, slerp_, fraction);
         return PoseState::Found;
     }
-
-    [[nodiscard]] TrafoT<double> const& pose() const { return pose_; }
 
 private:
     void enter(double seconds)
@@ -76,7 +74,6 @@ private:
     TrafoT<double> const* upper_ = nullptr;
     Slerp<double> slerp_{TrafoT<double>::Quaternion::Identity(), TrafoT<double>::Quaternion::Identity()};
     bool isGap_ = false;
-    TrafoT<double> pose_;
 };
 
 /// Samples the poses of any trajectory by calling its pose function.
@@ -86,22 +83,19 @@ public:
     /// Borrows the trajectory.
     explicit CalledPoses(Trajectory const& trajectory) : trajectory_(trajectory) {}
 
-    /// The same as TablePoses::moveTo(). A trajectory without a table has no gaps.
-    PoseState moveTo(double seconds)
+    /// The same as TablePoses::poseAt(). A trajectory without a table has no gaps.
+    [[nodiscard]] PoseState poseAt(double seconds, TrafoT<double>& pose)
     {
         try {
-            pose_ = trajectory_.sample(seconds);
+            pose = trajectory_.sample(seconds);
         } catch (std::out_of_range const&) {
             return PoseState::Outside;
         }
         return PoseState::Found;
     }
 
-    [[nodiscard]] TrafoT<double> const& pose() const { return pose_; }
-
 private:
     Trajectory const& trajectory_;
-    TrafoT<double> pose_;
 };
 
 } // namespace oV::Roamscan::detail
