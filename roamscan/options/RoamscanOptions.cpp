@@ -1,6 +1,7 @@
 #include <roamscan/frame/bvbase/Module.h>
 #include <roamscan/frame/bvbase/oVClass.h>
 #include <roamscan/frame/failures/detail/ThrowInternalError.h>
+#include <roamscan/frame/platform/Export.h>
 #include <roamscan/options/RoamscanOptionAccess.h>
 #include <roamscan/options/RoamscanOptions.h>
 
@@ -13,7 +14,7 @@ using Bv_1_1::BaseNode;
 using Bv_1_1::CriticalSection;
 using Bv_1_1::SmartPtr;
 
-class RoamscanOptions::ClassCreator : public Bv_1_1::oVClass
+class ROAMSCAN_NO_EXPORT RoamscanOptions::ClassCreator : public Bv_1_1::oVClass
 {
 public:
     ClassCreator()

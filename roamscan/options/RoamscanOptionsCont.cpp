@@ -4,6 +4,7 @@
 #include <roamscan/frame/bvbase/detail/FreshNode.h>
 #include <roamscan/frame/bvbase/oVClass.h>
 #include <roamscan/frame/observers/BlockUpdateObservers.h>
+#include <roamscan/frame/platform/Export.h>
 #include <roamscan/options/RoamscanOptionsCont.h>
 #include <roamscan/options/detail/OptionsListLock.h>
 
@@ -49,7 +50,7 @@ void assignList(AttrContainer const& container, unsigned int token, Strings cons
 
 } // namespace
 
-class RoamscanOptionsCont::ClassCreator : public Bv_1_1::oVClass
+class ROAMSCAN_NO_EXPORT RoamscanOptionsCont::ClassCreator : public Bv_1_1::oVClass
 {
 public:
     ClassCreator()

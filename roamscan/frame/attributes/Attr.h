@@ -77,8 +77,8 @@ protected:
 
 private:
     [[nodiscard]] T const& currentValue() const;
-    [[nodiscard]] bool announce(T const& newValue, Observer* observer, void* parameter);
-    void dropCachedValue();
+    [[nodiscard]] ROAMSCAN_NO_EXPORT bool announce(T const& newValue, Observer* observer, void* parameter);
+    ROAMSCAN_NO_EXPORT void dropCachedValue();
 
     std::unique_ptr<AttrVal<T>> value_; // never null
 };

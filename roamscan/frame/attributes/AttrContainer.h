@@ -224,13 +224,14 @@ private:
         AttrDefinition const* definition = nullptr;
     };
 
-    [[nodiscard]] bool canCreate(AttrDefinition const* definitions) const;
-    void attach(Attribute& attribute, Bv_1_1::String const& name);
-    void detach(Attribute& attribute) noexcept;
-    void copyCustomAttributes(CreateType type, AttrContainer const& source);
-    [[nodiscard]] Attribute* findCustom(Bv_1_1::String const& name, Bv_1_1::String const& typeKey) const;
-    void applyKeptValue(Attribute& attribute);
-    [[nodiscard]] Attribute*
+    [[nodiscard]] ROAMSCAN_NO_EXPORT bool canCreate(AttrDefinition const* definitions) const;
+    ROAMSCAN_NO_EXPORT void attach(Attribute& attribute, Bv_1_1::String const& name);
+    ROAMSCAN_NO_EXPORT void detach(Attribute& attribute) noexcept;
+    ROAMSCAN_NO_EXPORT void copyCustomAttributes(CreateType type, AttrContainer const& source);
+    [[nodiscard]] ROAMSCAN_NO_EXPORT Attribute* findCustom(Bv_1_1::String const& name,
+                                                           Bv_1_1::String const& typeKey) const;
+    ROAMSCAN_NO_EXPORT void applyKeptValue(Attribute& attribute);
+    [[nodiscard]] ROAMSCAN_NO_EXPORT Attribute*
     findToRead(bool isCustom, Bv_1_1::String const& name, Bv_1_1::String const& typeKey) const;
 
     std::vector<StaticAttribute> statics_;             // by token

@@ -169,7 +169,7 @@ private:
 
     static constexpr std::uint16_t inBlockFlag = 0x8000;
 
-    [[nodiscard]] Bv_1_1::String pathBelow(Bv_1_1::String const& containerPath) const;
+    [[nodiscard]] ROAMSCAN_NO_EXPORT Bv_1_1::String pathBelow(Bv_1_1::String const& containerPath) const;
 
     std::uint16_t flags_ = 0;
     AttrContainer* container_ = nullptr;      // not owned

@@ -40,7 +40,7 @@ protected:
     ~Directory() override;
 
 private:
-    explicit Directory(String const& path);
+    ROAMSCAN_NO_EXPORT explicit Directory(String const& path);
 
     String path_;
 };

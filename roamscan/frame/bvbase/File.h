@@ -49,7 +49,7 @@ protected:
     ~File() override;
 
 private:
-    explicit File(String const& path);
+    ROAMSCAN_NO_EXPORT explicit File(String const& path);
 
     String path_;
 };

@@ -47,9 +47,9 @@ private:
     friend class oVClass;
 
     // Const because a class record holds a reference to a const module.
-    void enter(oVClass* record) const;
-    void withdraw(oVClass* record) const noexcept;
-    [[nodiscard]] std::vector<oVClass*> entered() const;
+    ROAMSCAN_NO_EXPORT void enter(oVClass* record) const;
+    ROAMSCAN_NO_EXPORT void withdraw(oVClass* record) const noexcept;
+    [[nodiscard]] ROAMSCAN_NO_EXPORT std::vector<oVClass*> entered() const;
 
     mutable std::mutex lock_;
     mutable std::vector<oVClass*> classes_; // guarded by lock_

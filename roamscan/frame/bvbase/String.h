@@ -154,11 +154,11 @@ private:
     struct Adopted
     {};
     struct EmptyValue;
-    static EmptyValue emptyValue;
+    ROAMSCAN_NO_EXPORT static EmptyValue emptyValue;
 
     constexpr String(Adopted, StringVal* value) noexcept : value_(value) {}
 
-    void append(std::u16string_view text);
+    ROAMSCAN_NO_EXPORT void append(std::u16string_view text);
 
     StringVal* value_ = nullptr;
 };

@@ -131,22 +131,22 @@ private:
     };
 
     // For ReadFromScope: openScope() returns the state of the enclosing scope, which closeScope() takes back.
-    [[nodiscard]] ScopeState openScope() noexcept;
-    void closeScope(ScopeState outer) noexcept;
+    [[nodiscard]] ROAMSCAN_NO_EXPORT ScopeState openScope() noexcept;
+    ROAMSCAN_NO_EXPORT void closeScope(ScopeState outer) noexcept;
 
     // For DataInFormat: the tokens of the next value.
-    [[nodiscard]] detail::TokenReader& valueTokens();
+    [[nodiscard]] ROAMSCAN_NO_EXPORT detail::TokenReader& valueTokens();
 
     // For KeptText: the text of the next value.
-    [[nodiscard]] std::string keepValue();
+    [[nodiscard]] ROAMSCAN_NO_EXPORT std::string keepValue();
 
     [[nodiscard]] bool isBare() const noexcept { return format_ == ModelFormat::Format::Bare; }
-    void readKeyword();
-    void leaveBlock() noexcept;
-    void skipRest();
-    void skipStatement();
-    void skipBareItem();
-    void takeStartOfBlock(int alsoOpen);
+    ROAMSCAN_NO_EXPORT void readKeyword();
+    ROAMSCAN_NO_EXPORT void leaveBlock() noexcept;
+    ROAMSCAN_NO_EXPORT void skipRest();
+    ROAMSCAN_NO_EXPORT void skipStatement();
+    ROAMSCAN_NO_EXPORT void skipBareItem();
+    ROAMSCAN_NO_EXPORT void takeStartOfBlock(int alsoOpen);
 
     ModelFormat::Format format_;
     std::unique_ptr<detail::TokenReader> tokens_;

@@ -61,10 +61,10 @@ private:
     friend class DataOutFormat;
 
     /// Writes the text of a value.
-    void putText(std::string const& text);
-    void write(std::string_view text);
-    [[nodiscard]] bool isBare() const noexcept;
-    [[nodiscard]] std::string indentation() const;
+    ROAMSCAN_NO_EXPORT void putText(std::string const& text);
+    ROAMSCAN_NO_EXPORT void write(std::string_view text);
+    [[nodiscard]] ROAMSCAN_NO_EXPORT bool isBare() const noexcept;
+    [[nodiscard]] ROAMSCAN_NO_EXPORT std::string indentation() const;
 
     std::ostream* stream_;
     ModelFormat::Format format_;

@@ -175,9 +175,9 @@ protected:
     void removeNotifyInfosExcept(Bv_1_1::oVClass const* type) noexcept;
 
 private:
-    ParamsEx& makeParams();
-    [[nodiscard]] ObserverList& listOf(Notice notice) const noexcept;
-    void detachObservers(ObserverList& list) noexcept;
+    ROAMSCAN_NO_EXPORT ParamsEx& makeParams();
+    [[nodiscard]] ROAMSCAN_NO_EXPORT ObserverList& listOf(Notice notice) const noexcept;
+    ROAMSCAN_NO_EXPORT void detachObservers(ObserverList& list) noexcept;
 
     std::unique_ptr<ParamsEx> params_;
 };

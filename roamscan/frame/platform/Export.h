@@ -9,6 +9,7 @@
 #else
 #define ROAMSCAN_EXPORT __declspec(dllimport)
 #endif
+#define ROAMSCAN_NO_EXPORT
 #if defined(ROAMSCAN_BUILDING_IMAGERY_LIBRARY)
 #define ROAMSCAN_IMAGERY_EXPORT __declspec(dllexport)
 #else
@@ -17,6 +18,8 @@
 #else
 /// Exports a class, function or variable from the shared library.
 #define ROAMSCAN_EXPORT __attribute__((visibility("default")))
+/// Hides a member of an exported class: a private one that only the library's own sources use.
+#define ROAMSCAN_NO_EXPORT __attribute__((visibility("hidden")))
 /// Exports a function from the shared library of the component Imagery.
 #define ROAMSCAN_IMAGERY_EXPORT __attribute__((visibility("default")))
 #endif

@@ -87,7 +87,7 @@ protected:
 private:
     struct Children;
 
-    static void release(std::unique_ptr<Children> children) noexcept;
+    ROAMSCAN_NO_EXPORT static void release(std::unique_ptr<Children> children) noexcept;
 
     ObjectAttribute<Bv_1_1::String> name_;
     std::unique_ptr<Children> children_; // null: none

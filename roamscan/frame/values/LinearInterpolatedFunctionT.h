@@ -36,7 +36,7 @@ private:
     using Position = typename std::vector<Sample>::const_iterator;
 
     // The first sample at or after x.
-    [[nodiscard]] Position firstFrom(T x) const;
+    [[nodiscard]] ROAMSCAN_NO_EXPORT Position firstFrom(T x) const;
 
     std::vector<Sample> samples_; // in ascending order of x, each x once
 };
