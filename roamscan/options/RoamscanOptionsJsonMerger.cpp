@@ -65,8 +65,6 @@ RoamscanOptionsJsonMerger::JsonWrapper::JsonWrapper(JsonWrapper const& other) no
 
 RoamscanOptionsJsonMerger::JsonWrapper::~JsonWrapper() = default;
 
-// NOLINTBEGIN(misc-unconventional-assign-operator): an assignment gives the element of the document
-
 JSON& RoamscanOptionsJsonMerger::JsonWrapper::operator=(int value)
 {
     return m_node = merged<int>(m_key, value);
@@ -111,7 +109,5 @@ JSON& RoamscanOptionsJsonMerger::JsonWrapper::operator=(JsonWrapper& other)
 {
     return writeCopy(m_node, other.m_node);
 }
-
-// NOLINTEND(misc-unconventional-assign-operator)
 
 } // namespace oV::Roamscan

@@ -81,8 +81,6 @@ public:
     JsonWrapper(JsonWrapper const& other) noexcept;
     ~JsonWrapper();
 
-    // NOLINTBEGIN(misc-unconventional-assign-operator): an assignment gives the element of the document
-
     /// Merges the value with the option and assigns the result to the element: the option's value if it was
     /// set explicitly, otherwise `value`. The type of the option is `int`. A previous value of the element is
     /// replaced.
@@ -109,8 +107,6 @@ public:
     /// Assigns a copy of the other element.
     /// @note No option can change it, and none is created.
     JSON& operator=(JsonWrapper& other);
-
-    // NOLINTEND(misc-unconventional-assign-operator)
 
 private:
     // The order of the members is part of the binary interface.

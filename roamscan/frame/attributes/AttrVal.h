@@ -29,7 +29,7 @@ public:
     virtual bool setLocation(AttrContainer* container);
 
     /// The value.
-    T value; // NOLINT(misc-non-private-member-variables-in-classes): a holder is its value
+    T value;
 
 protected:
     AttrVal(AttrVal const&) = default;
