@@ -1,20 +1,14 @@
 #pragma once
 
+#include <roamscan/frame/formats/FormatScope.h>
 #include <roamscan/frame/formats/ModelInFormat.h>
 #include <roamscan/frame/formats/ReadContextBase.h>
 #include <roamscan/frame/platform/Export.h>
 
 #include <iosfwd>
-#include <memory>
 
 namespace oV
 {
-
-namespace detail
-{
-template <typename Scope>
-class OpenScopes;
-} // namespace detail
 
 /// The scope of one read. An object that reads itself from a stream opens a scope and iterates over the
 /// keywords of its input format.
@@ -27,7 +21,7 @@ class OpenScopes;
 ///
 /// The contexts of nested scopes must have the same form. A scope must be used only by the thread that opened
 /// it.
-class ROAMSCAN_EXPORT ReadFromScope
+class ROAMSCAN_EXPORT ReadFromScope : private FormatScope<std::istream, ReadContextBase, ModelInFormat>
 {
 public:
     /// @param stream must outlive the scope; null or a failed stream is a failure (StatusCode::readFailed)
@@ -39,23 +33,13 @@ public:
     /// continues after it.
     ~ReadFromScope();
 
-    ReadFromScope(ReadFromScope const&) = delete;
-    ReadFromScope& operator=(ReadFromScope const&) = delete;
-
     /// The input format, valid as long as the scope.
-    [[nodiscard]] ModelInFormat& getImf() const noexcept { return *input_; }
+    [[nodiscard]] ModelInFormat& getImf() const noexcept { return format(); }
 
     /// The context that was given to the constructor.
-    [[nodiscard]] ReadContextBase* getReadContext() const noexcept { return context_; }
+    [[nodiscard]] ReadContextBase* getReadContext() const noexcept { return context(); }
 
 private:
-    friend class detail::OpenScopes<ReadFromScope>;
-
-    std::istream* stream_;
-    ReadContextBase* context_;
-    ReadFromScope* enclosing_ = nullptr; // the next older one of this thread, on any stream
-    std::shared_ptr<ModelInFormat> input_;
-    bool isNested_ = false;
     ModelInFormat::ScopeState outerState_; // of the enclosing scope, if nested
 };
 
