@@ -20,8 +20,7 @@
 namespace
 {
 
-using oV::Roamscan::ToleranceThresholds;
-using oV::Roamscan::TrafoT;
+using namespace oV::Roamscan;
 using Name = ToleranceThresholds::ThresholdName;
 
 using Vector = Eigen::Matrix<double, 3, 1>;

@@ -14,16 +14,7 @@ namespace
 {
 
 using namespace oV::Roamscan;
-using support::changedIn;
-using support::Content;
-using support::fullMetadata;
-using support::fullPicture;
-using support::fullPictureText;
-using support::ImageOrientation;
-using support::json;
-using support::metadataJson;
-using support::Picture;
-using support::pictureJson;
+using namespace support;
 
 /// The id of the exception that reading into the target ends with, and its text; 0 if there is none.
 struct Failure

@@ -14,20 +14,7 @@ namespace
 {
 
 using namespace oV::Roamscan;
-using support::changedIn;
-using support::Content;
-using support::fullMetadata;
-using support::fullPicture;
-using support::fullPictureText;
-using support::fullText;
-using support::ImageOrientation;
-using support::json;
-using support::metadataJson;
-using support::metadataWith;
-using support::Picture;
-using support::pictureJson;
-using support::pictureWith;
-using support::readFrom;
+using namespace support;
 
 static_assert(std::is_same_v<std::underlying_type_t<Content>, std::uint32_t>);
 static_assert(std::is_same_v<std::underlying_type_t<ImageOrientation>, std::uint32_t>);

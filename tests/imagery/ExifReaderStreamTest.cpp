@@ -32,11 +32,7 @@ using namespace oV::Roamscan;
 
 using namespace std::string_literals;
 using PanoramaImageData::ExifData;
-using support::ByteOrder;
-using support::bytes;
-using support::cameraBlock;
-using support::segment;
-using support::startOfImage;
+using namespace support;
 
 auto textsOf(ExifData const& data)
 {

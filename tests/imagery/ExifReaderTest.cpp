@@ -24,12 +24,7 @@ using namespace oV::Roamscan;
 
 using namespace std::string_literals;
 using PanoramaImageData::ExifData;
-using support::ByteOrder;
-using support::bytes;
-using support::cameraBlock;
-using support::exifName;
-using support::segment;
-using support::startOfImage;
+using namespace support;
 
 ExifData read(std::string const& picture)
 {

@@ -13,9 +13,7 @@ namespace
 {
 
 using oV::Roamscan::TrafoT;
-using support::expectNear;
-using support::quarterTurn;
-using support::RandomPoses;
+using namespace support;
 
 using Vector = Eigen::Vector3d;
 using Quaternion = Eigen::Quaterniond; // constructor order: w, x, y, z

@@ -13,10 +13,7 @@ namespace
 
 using namespace oV::Roamscan;
 using namespace oV::Roamscan::tool;
-using support::lastLine;
-using support::lineCount;
-using support::ToolFixture;
-using support::ToolRun;
+using namespace support;
 
 using namespace std::string_literals;
 

@@ -22,16 +22,7 @@ namespace
 using namespace oV::Roamscan;
 using namespace oV::Roamscan::tool;
 using Eigen::Vector3d;
-using support::addNoise;
-using support::degree;
-using support::gliding;
-using support::nodeAt;
-using support::Nodes;
-using support::recorded;
-using support::secondsOf;
-using support::standing;
-using support::StopAndGo;
-using support::Stretches;
+using namespace support;
 
 } // namespace
 
