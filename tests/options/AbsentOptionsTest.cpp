@@ -16,7 +16,9 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <atomic>
 #include <cstddef>
+#include <future>
 #include <new>
 #include <string>
 #include <vector>
@@ -144,7 +146,16 @@ TEST(AbsentOptions, TheMergerWritesTheDefault)
 TEST(NullContainer, ReadsGiveTheFallbackAndCleanUpIsHarmless)
 {
     // Last, because the options exist from here on, without a container.
+    std::atomic<bool> isUp = false;
+    auto reader = std::async(std::launch::async, [&isUp] {
+        while (!isUp) {
+            EXPECT_EQ(getOption<int>(L"X", 5),
+                      5); // ThreadSanitizer reports a setup that does not take the lock
+        }
+    });
     oV::Roamscan::RoamscanOptionsHost::setup(nullptr);
+    isUp = true;
+    reader.get();
     EXPECT_TRUE(support::areOptionsAvailable()); // the singleton, which has no container
     EXPECT_EQ(getOption<int>(L"X", 5), 5);
     EXPECT_EQ(setOption<int>(L"X", 6), 6);

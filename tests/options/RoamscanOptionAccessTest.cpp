@@ -258,4 +258,7 @@ TEST_F(OptionAccessTest, WhatAContainerAnswersForANameCountsOnlyIfItIsAnAttribut
     SmartPtr<Attribute> const attribute(new oV::CustAttr<int>(Bv_1_1::BaseNode::CreateType::Fresh, nullptr));
     options->answer = SmartPtr<Observer>(attribute.get());
     EXPECT_EQ(oV::Roamscan::detail::findOption(*options, L"X"), attribute.get());
+    auto* const byToken = new oV::CustAttr<int>(Bv_1_1::BaseNode::CreateType::Fresh, nullptr);
+    EXPECT_TRUE(options->addAttribute(byToken, L"X"));
+    EXPECT_EQ(oV::Roamscan::detail::findOption(*options, L"X"), byToken); // the token comes first
 }

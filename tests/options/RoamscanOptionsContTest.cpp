@@ -1,3 +1,4 @@
+#include "tests/support/Attributes.h"
 #include "tests/support/LiveOptions.h"
 
 #include <roamscan/frame/attributes/Attr.h>
@@ -17,16 +18,9 @@
 namespace
 {
 
-using Bv_1_1::SmartPtr;
-using Bv_1_1::String;
-using oV::Attr;
-using oV::AttrContainer;
-using oV::AttrDefinition;
-using oV::Attribute;
-using oV::CustAttr;
+using namespace support::attributes;
 using oV::Roamscan::RoamscanOptionsCont;
 using support::madeOptionsContainer;
-using CreateType = Bv_1_1::BaseNode::CreateType;
 using Strings = std::vector<String>;
 
 /// Makes the protected tables visible.
@@ -39,26 +33,6 @@ public:
     using RoamscanOptionsCont::attrDefs;
     using RoamscanOptionsCont::attrNames;
 };
-
-template <typename T>
-void add(AttrContainer& container, wchar_t const* name, T const& value)
-{
-    auto* const attribute = new CustAttr<T>(CreateType::Fresh, nullptr);
-    attribute->assignFrom(value, nullptr, nullptr);
-    ASSERT_TRUE(container.addAttribute(attribute, name));
-}
-
-template <typename T>
-T valueOf(AttrContainer const& container, wchar_t const* name)
-{
-    Attribute const* const attribute = container.getAttribute(container.getAttrToken(name));
-    EXPECT_NE(attribute, nullptr);
-    if (attribute == nullptr || !attribute->getClassType()->isDerivedFrom(Attr<T>::Class())) {
-        ADD_FAILURE() << "no such attribute of this type";
-        return T();
-    }
-    return static_cast<Attr<T> const*>(attribute)->getValue();
-}
 
 SmartPtr<RoamscanOptionsCont> uninitialised()
 {

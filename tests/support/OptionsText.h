@@ -1,7 +1,7 @@
 #pragma once
 
-#include <roamscan/frame/attributes/Attr.h>
-#include <roamscan/frame/attributes/CustAttr.h>
+#include "tests/support/Attributes.h"
+
 #include <roamscan/frame/bvbase/String.h>
 #include <roamscan/frame/bvbase/oVClass.h>
 #include <roamscan/frame/formats/ModelFormat.h>
@@ -26,9 +26,7 @@ using OptionsFormat = oV::ModelFormat::Format;
 template <typename T>
 void addOption(oV::Roamscan::RoamscanOptionsCont& options, Bv_1_1::String const& name, T const& value)
 {
-    auto* const attribute = new oV::CustAttr<T>(Bv_1_1::BaseNode::CreateType::Fresh, nullptr);
-    attribute->assignFrom(value, nullptr, nullptr);
-    ASSERT_TRUE(options.addAttribute(attribute, name));
+    attributes::add(options, name, value);
 }
 
 /// The value of the first option of a name; nothing if there is none or it has another type.

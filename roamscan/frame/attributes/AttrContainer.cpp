@@ -44,9 +44,9 @@ String const& withoutNil(String const& name)
     return name.isNil() ? String::EMPTY : name;
 }
 
-bool useSource(Bv_1_1::BaseNode::CreateType type, AttrContainer const* source)
+AttrContainer const* usedSource(Bv_1_1::BaseNode::CreateType type, AttrContainer const* source)
 {
-    return source != nullptr && type != Bv_1_1::BaseNode::CreateType::NoSource;
+    return type == Bv_1_1::BaseNode::CreateType::NoSource ? nullptr : source;
 }
 
 } // namespace
@@ -85,11 +85,12 @@ bool AttrContainer::init(CreateType type, AttrContainer const* source)
     if (!createAttributes(definitionsOfAll(), type, source)) {
         return false;
     }
+    AttrContainer const* const model = usedSource(type, source);
     if (ObserverRelationTable* const relations = srcToCopyTable()) {
-        relations->enter(source, this);
+        relations->enter(model, this);
     }
-    if (useSource(type, source)) {
-        copyCustomAttributes(type, *source);
+    if (model != nullptr) {
+        copyCustomAttributes(type, *model);
     }
     return true;
 }
@@ -110,9 +111,10 @@ bool AttrContainer::createAttributes(AttrDefinition const* definitions,
     std::unique_ptr<detail::AttributeBlock, DropBlock> const block(new detail::AttributeBlock(size));
     statics_.resize(places);
     std::size_t offset = 0;
+    AttrContainer const* const model = usedSource(type, source);
     for (AttrDefinition const* row = definitions; !row->name.isNil(); ++row) {
-        Attribute const* const original = source != nullptr && row->token < source->statics_.size()
-                                              ? source->getAttribute(row->token)
+        Attribute const* const original = model != nullptr && row->token < model->statics_.size()
+                                              ? model->getAttribute(row->token)
                                               : nullptr;
         Attribute* const made = row->createAttr(type, original, block->at(offset));
         statics_[row->token] = {SmartPtr<Attribute>(made), row};
@@ -168,7 +170,7 @@ AttrContainer* AttrContainer::duplicate(CreateType type) const
         return nullptr;
     }
     Bv_1_1::detail::FreshNode<AttrContainer> copy(static_cast<AttrContainer*>(made));
-    copy->init(type, type == CreateType::NoSource ? nullptr : this);
+    copy->init(type, this);
     return copy.release();
 }
 

@@ -88,8 +88,8 @@ int AttrContainer::readFrom(std::istream* stream, ReadContextBase* context)
     ReadFromScope const scope(stream, context);
     ModelInFormat& in = scope.getImf();
     initRead();
-    int kept = in.status();
-    while (StatusCode::isTolerated(kept) && hasMore(in)) {
+    int kept = StatusCode::ok;
+    while (hasMore(in)) {
         int const status = readField(stream, context);
         if (!StatusCode::isTolerated(status)) {
             return status;

@@ -34,7 +34,7 @@ std::optional<int> DataInFormat<int>::get()
     int number = 0;
     char const* const last = word->data() + word->size();
     auto const [end, error] = std::from_chars(word->data(), last, number);
-    if (end != last || error == std::errc::invalid_argument) {
+    if (end != last) {
         tokens.fail(StatusCode::wrongKind);
         return std::nullopt;
     }

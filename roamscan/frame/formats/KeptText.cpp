@@ -35,7 +35,7 @@ KeptText KeptText::inFormat(ModelFormat::Format format) const
     std::istringstream stream(text_);
     ModelInFormat in(&stream, format_);
     bool const isBlock = text_.starts_with(startOfBlock);
-    if (isBlock && in.startBlock() && !isBare) {
+    if (isBlock && in.startBlock()) {
         findValue(in);
     }
     std::string values;

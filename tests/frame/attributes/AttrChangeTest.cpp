@@ -1,4 +1,5 @@
 #include "tests/frame/attributes/Watcher.h"
+#include "tests/support/Attributes.h"
 
 #include <roamscan/frame/attributes/Attr.h>
 #include <roamscan/frame/attributes/CachedAttributeInfo.h>
@@ -22,11 +23,8 @@
 namespace
 {
 
+using namespace support::attributes;
 using Bv_1_1::ObserverInfo;
-using Bv_1_1::SmartPtr;
-using Bv_1_1::String;
-using oV::Attr;
-using oV::Attribute;
 using oV::BlockObserving;
 using oV::CachedAttributeInfo;
 using oV::InfoFailed;
@@ -34,7 +32,6 @@ using oV::ModifiedListener;
 using oV::NewValueInfo;
 using oV::Observer;
 using oV::ThreadLocalStorage;
-using CreateType = Bv_1_1::BaseNode::CreateType;
 using Calls = std::vector<std::string>;
 using Notice = oV::Observer::Notice;
 

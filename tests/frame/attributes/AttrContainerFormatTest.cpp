@@ -1,3 +1,5 @@
+#include "tests/support/Attributes.h"
+
 #include <roamscan/frame/attributes/Attr.h>
 #include <roamscan/frame/attributes/AttrContainer.h>
 #include <roamscan/frame/attributes/CustAttr.h>
@@ -19,18 +21,9 @@
 namespace
 {
 
-using Bv_1_1::SmartPtr;
-using Bv_1_1::String;
-using oV::Attr;
-using oV::AttrContainer;
-using oV::AttrDefinition;
-using oV::Attribute;
-using oV::AttrType;
-using oV::CustAttr;
+using namespace support::attributes;
 using oV::ReadContext;
-using oV::StringList;
 using oV::WriteContext;
-using CreateType = Bv_1_1::BaseNode::CreateType;
 using Format = oV::ModelFormat::Format;
 namespace StatusCode = oV::StatusCode;
 
@@ -39,19 +32,9 @@ std::array<AttrDefinition, 2> const rows = {
 
 SmartPtr<AttrContainer> initialised()
 {
-    SmartPtr<AttrContainer> container(new AttrContainer(CreateType::Fresh, nullptr));
-    container->init(CreateType::Fresh, nullptr);
+    auto container = initialisedContainer();
     container->createAttributes(rows.data(), CreateType::Fresh, nullptr);
     return container;
-}
-
-template <typename T>
-Attr<T>* add(AttrContainer& container, String const& name, T const& value)
-{
-    auto* const attribute = new CustAttr<T>(CreateType::Fresh, nullptr);
-    attribute->assignFrom(value, nullptr, nullptr);
-    EXPECT_TRUE(container.addAttribute(attribute, name));
-    return attribute;
 }
 
 SmartPtr<AttrContainer> sample()
@@ -81,12 +64,14 @@ int readInto(AttrContainer& container, std::string const& text, Format format = 
     return container.readFrom(&stream, &context);
 }
 
-template <typename T>
-T valueOf(AttrContainer const& container, String const& name)
+/// An attribute that can neither be read nor written.
+class Failing : public CustAttr<int>
 {
-    Attribute const* const attribute = container.getAttribute(container.getAttrToken(name));
-    return attribute == nullptr ? T{} : static_cast<Attr<T> const&>(*attribute).getValue();
-}
+public:
+    Failing() : CustAttr<int>(CreateType::Fresh, nullptr) {}
+    int readFrom(std::istream*, oV::ReadContextBase*) override { return 99; }
+    int writeTo(std::ostream*, oV::WriteContextBase*) const override { return 99; }
+};
 
 std::string const sampleText = R"(field "Name" "Attr<String>" {
     value "Box";
@@ -178,6 +163,37 @@ TEST(ContainerWriting, ANullContextGives27AndABadStream18)
     EXPECT_EQ(sample()->writeTo(nullptr, &context), 18);
     SmartPtr<AttrContainer> const empty(new AttrContainer(CreateType::Fresh, nullptr));
     EXPECT_EQ(empty->writeTo(nullptr, &context), 18);
+}
+
+TEST(ContainerWriting, AFailureOfAnAttributeIsItsStatusAndEndsTheWrite)
+{
+    auto const container = initialised();
+    container->addAttribute(new Failing, L"A");
+    add(*container, L"B", 5);
+    std::ostringstream stream;
+    WriteContext context;
+    EXPECT_EQ(container->writeTo(&stream, &context), 99);
+    EXPECT_EQ(stream.str().find("\"B\""), std::string::npos);
+    EXPECT_EQ(container->writeField(2, &stream, &context), 99);
+}
+
+TEST(ContainerWriting, AClassMayWriteItsFieldsUnderOtherNames)
+{
+    class Renaming : public AttrContainer
+    {
+    public:
+        Renaming() : AttrContainer(CreateType::Fresh, nullptr) {}
+        [[nodiscard]] String getFieldName(unsigned int) const override { return L"Other"; }
+        [[nodiscard]] unsigned int lookupToken(String const& keyword) const override
+        {
+            return keyword == L"Other" ? nameToken : unknownToken;
+        }
+    };
+    SmartPtr<Renaming> const container(new Renaming);
+    container->init(CreateType::Fresh, nullptr);
+    EXPECT_EQ(written(*container), "field \"Other\" \"Attr<String>\" {\n    value \"\";\n}\n");
+    EXPECT_EQ(readInto(*container, "field \"Other\" \"Attr<String>\" { value \"Box\"; }"), 0);
+    EXPECT_EQ(container->getName(), L"Box");
 }
 
 TEST(ContainerWriting, WritesOneAttributeOfAToken)
@@ -326,6 +342,7 @@ TEST_P(ContainerReading, SaysWhetherAValueIsKept)
     EXPECT_TRUE(container->isValueKept(L"ShowWindow", type));
     EXPECT_FALSE(container->isValueKept(L"ShowWindow", Attr<int>::Class()->name()));
     EXPECT_FALSE(container->isValueKept(L"Nothing", type));
+    EXPECT_TRUE(container->isValueKept(String::NIL, Attr<double>::Class()->name()));
     add(*container, L"ShowWindow", false);
     EXPECT_FALSE(container->isValueKept(L"ShowWindow", type));
 }
@@ -427,6 +444,32 @@ TEST(ContainerReadingKeyed, UnknownStatementsAreKeptWithStatus23)
         written(*container, Format::Bare),
         "false\n\"Name\"\n\"Attr<String>\"\n{\n\"Box\"\n}\nfalse\n\"Names\"\n\"Attr<StringList>\"\n{\n[]\n}\n"
         "false\n\"Later\"\n\"Attr<int>\"\n{\n5\n}\n");
+}
+
+TEST_P(ContainerReading, WithoutAStreamFails)
+{
+    ReadContext context(GetParam());
+    EXPECT_EQ(initialised()->readFrom(nullptr, &context), StatusCode::readFailed);
+}
+
+TEST(ContainerReadingKeyed, AStatusThatIsNotToleratedEndsTheRead)
+{
+    auto const container = initialised();
+    container->addAttribute(new Failing, L"A");
+    auto* const second = add(*container, L"B", 5);
+    EXPECT_EQ(readInto(*container,
+                       "attribute \"A\" \"Attr<int>\" { value 1; }\n"
+                       "attribute \"B\" \"Attr<int>\" { value 6; }\n"),
+              99);
+    EXPECT_EQ(second->getValue(), 5);
+}
+
+TEST(ContainerReadingKeyed, AnUnknownFieldIsNotTheValueOfACustomAttribute)
+{
+    auto const container = initialised();
+    EXPECT_EQ(readInto(*container, "field \"A\" \"Attr<int>\" { value 5; }"), StatusCode::unknownKeyword);
+    EXPECT_FALSE(container->isValueKept(L"A", L"Attr<int>"));
+    EXPECT_EQ(add(*container, L"A", 6)->getValue(), 6);
 }
 
 TEST(ContainerReadingKeyed, AStaticAttributeOfAnotherTypeIsNotRead)

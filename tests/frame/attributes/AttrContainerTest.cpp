@@ -1,4 +1,5 @@
 #include "tests/frame/attributes/Watcher.h"
+#include "tests/support/Attributes.h"
 #include "tests/support/VirtualSlot.h"
 
 #include <roamscan/frame/attributes/Attr.h>
@@ -7,7 +8,6 @@
 #include <roamscan/frame/bvbase/SmartPtr.h>
 #include <roamscan/frame/bvbase/oVClass.h>
 #include <roamscan/frame/observers/InfoFailed.h>
-#include <roamscan/frame/observers/PreserveObserverRelation.h>
 
 #include <gtest/gtest.h>
 
@@ -19,38 +19,13 @@
 namespace
 {
 
-using Bv_1_1::SmartPtr;
-using Bv_1_1::String;
-using oV::Attr;
-using oV::AttrContainer;
-using oV::AttrDefinition;
-using oV::Attribute;
-using oV::AttrType;
-using oV::CustAttr;
+using namespace support::attributes;
 using oV::Observer;
-using oV::StringList;
-using CreateType = Bv_1_1::BaseNode::CreateType;
 constexpr unsigned int unknown = 0xFFFFFFFF;
 
 SmartPtr<AttrContainer> made()
 {
     return SmartPtr<AttrContainer>(new AttrContainer(CreateType::Fresh, nullptr));
-}
-
-SmartPtr<AttrContainer> initialised()
-{
-    auto container = made();
-    container->init(CreateType::Fresh, nullptr);
-    return container;
-}
-
-template <typename T>
-Attr<T>* add(AttrContainer& container, String const& name, T const& value)
-{
-    auto* const attribute = new CustAttr<T>(CreateType::Fresh, nullptr);
-    attribute->assignFrom(value, nullptr, nullptr);
-    EXPECT_TRUE(container.addAttribute(attribute, name));
-    return attribute;
 }
 
 std::array<AttrDefinition, 3> const listRows = {{{1, L"Names", AttrType::Strings, 18},
@@ -124,7 +99,7 @@ TEST(AttrContainer, OrdersItsVirtualOperations)
 
 TEST(AttrContainer, UnusedHooksReturnNeutralValues)
 {
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     container->setName(L"Box", 0);
     EXPECT_EQ(container->reservedQuery1(), 0U);
     EXPECT_EQ(container->reservedQuery2(), 0U);
@@ -160,6 +135,10 @@ TEST(AttrContainer, HasNoAttributesBeforeInit)
     EXPECT_EQ(container->getAttribute(1), nullptr);
     EXPECT_TRUE(container->getName().isNil());
     EXPECT_FALSE(container->setName(L"Box", 0));
+    auto* const custom = add(*container, L"A", String(L"text")); // has the token 0
+    EXPECT_TRUE(container->getName().isNil());
+    EXPECT_FALSE(container->setName(L"Box", 0));
+    EXPECT_EQ(custom->getValue(), L"text");
 }
 
 TEST(AttrContainer, InitMakesTheNameOnce)
@@ -178,7 +157,7 @@ TEST(AttrContainer, InitMakesTheNameOnce)
 
 TEST(AttrContainer, AnObserverMayVetoANewName)
 {
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     SmartPtr<support::Watcher> const watcher(new support::Watcher);
     watcher->watch(*container->getAttribute(0));
     watcher->whenToChange = [](Observer& subject) {
@@ -192,7 +171,7 @@ TEST(AttrContainer, AnObserverMayVetoANewName)
 
 TEST(AttrContainer, CreateAttributesMakesTheRowsUpToTheNullName)
 {
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     EXPECT_TRUE(container->createAttributes(listRows.data(), CreateType::Fresh, nullptr));
     EXPECT_EQ(container->getNumAttributes(), 3U);
     EXPECT_EQ(container->getAttribute(1)->getClassType(), Attr<StringList>::Class());
@@ -208,7 +187,7 @@ TEST(AttrContainer, CreateAttributesMakesTheRowsUpToTheNullName)
 
 TEST(AttrContainer, CreateAttributesRefusesWhatItCannotMakeAndMakesNothing)
 {
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     std::array<AttrDefinition, 3> const taken = {
         {{1, L"A", AttrType::Int, 0}, {0, L"B", AttrType::Int, 0}, {0, String::NIL, AttrType::End, 1}}};
     std::array<AttrDefinition, 3> const repeated = {
@@ -230,7 +209,7 @@ TEST(AttrContainer, CreateAttributesRefusesWhatItCannotMakeAndMakesNothing)
 
 TEST(AttrContainer, TokensMayLeavePlacesFree)
 {
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     std::array<AttrDefinition, 2> const rows = {
         {{3, L"A", AttrType::Int, 0}, {0, String::NIL, AttrType::End, 1}}};
     EXPECT_TRUE(container->createAttributes(rows.data(), CreateType::Fresh, nullptr));
@@ -243,33 +222,75 @@ TEST(AttrContainer, TokensMayLeavePlacesFree)
         {{2, L"B", AttrType::Int, 0}, {0, String::NIL, AttrType::End, 1}}};
     EXPECT_TRUE(container->createAttributes(later.data(), CreateType::Fresh, nullptr));
     EXPECT_NE(container->getAttribute(2), nullptr);
-    auto const equal = initialised();
+    auto const equal = initialisedContainer();
     EXPECT_TRUE(equal->createAttributes(rows.data(), CreateType::Fresh, nullptr));
     EXPECT_FALSE(equal->isEqualTo(*container));
 }
 
 TEST(AttrContainer, StaticAttributesAreCopiedFromTheSource)
 {
-    auto const source = initialised();
+    auto const source = initialisedContainer();
     source->createAttributes(listRows.data(), CreateType::Fresh, nullptr);
     static_cast<Attr<int>*>(source->getAttribute(2))->assignFrom(7, nullptr, nullptr);
-    auto const copy = initialised();
+    auto const copy = initialisedContainer();
     EXPECT_TRUE(copy->createAttributes(listRows.data(), CreateType::Fresh, source.get()));
     EXPECT_EQ(static_cast<Attr<int>*>(copy->getAttribute(2))->getValue(), 7);
-    auto const fresh = initialised();
+    auto const fresh = initialisedContainer();
     EXPECT_TRUE(fresh->createAttributes(listRows.data(), CreateType::NoSource, source.get()));
     EXPECT_EQ(static_cast<Attr<int>*>(fresh->getAttribute(2))->getValue(), 0);
-    auto const without = initialised(); // a source without such attributes
-    auto const partial = initialised();
+    auto const without = initialisedContainer(); // a source without such attributes
+    auto const partial = initialisedContainer();
     EXPECT_TRUE(partial->createAttributes(listRows.data(), CreateType::Fresh, without.get()));
     EXPECT_EQ(static_cast<Attr<int>*>(partial->getAttribute(2))->getValue(), 0);
+}
+
+TEST(AttrContainer, OnlyStaticAttributesOfTheSourceAreCopiedToStaticOnes)
+{
+    auto const source = initialisedContainer();
+    add(*source, L"Names", String(L"[\"a\"]")); // token 1, as in the table
+    auto const copy = initialisedContainer();
+    EXPECT_TRUE(copy->createAttributes(listRows.data(), CreateType::Fresh, source.get()));
+    EXPECT_TRUE(valueOf<StringList>(*copy, L"Names").empty());
+}
+
+TEST(AttrContainer, TheLargestTokenIs65535)
+{
+    auto const container = initialisedContainer();
+    std::array<AttrDefinition, 2> const largest = {
+        {{65535, L"A", AttrType::Int, 0}, {0, String::NIL, AttrType::End, 1}}};
+    EXPECT_TRUE(container->createAttributes(largest.data(), CreateType::Fresh, nullptr));
+    EXPECT_EQ(container->getAttrToken(L"A"), 65535U);
+    EXPECT_EQ(container->getNumAttributes(), 65536U);
+}
+
+TEST(AttrContainer, FreePlacesAreSkipped)
+{
+    std::array<AttrDefinition, 2> const rows = {
+        {{2, L"A", AttrType::Int, 0}, {0, String::NIL, AttrType::End, 1}}};
+    auto const container = made(); // has no name
+    EXPECT_TRUE(container->createAttributes(rows.data(), CreateType::Fresh, nullptr));
+    EXPECT_TRUE(container->getName().isNil());
+    EXPECT_FALSE(container->setName(L"Box", 0));
+    EXPECT_EQ(container->getAttrToken(L"A"), 2U);
+    EXPECT_EQ(container->getAttrToken(L"B"), unknown);
+    EXPECT_EQ(container->getFieldToken(L"A"), 2U);
+    EXPECT_EQ(container->getFieldToken(L"B"), unknown);
+    EXPECT_TRUE(container->getFieldName(1).isNil());
+    int visited = 0;
+    container->attributeVisitor([&](Attribute&) { ++visited; });
+    EXPECT_EQ(visited, 1);
+    static_cast<Attr<int>*>(container->getAttribute(2))->assignFrom(7, nullptr, nullptr);
+    auto const target = initialisedContainer();
+    add(*target, L"A", 0);
+    EXPECT_TRUE(target->copyFrom(container.get()));
+    EXPECT_EQ(valueOf<int>(*target, L"A"), 7);
 }
 
 // Custom attributes
 
 TEST(AttrContainer, AddAttributeTakesTheAttributeOver)
 {
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     auto* const attribute = new CustAttr<int>(CreateType::Fresh, nullptr);
     EXPECT_TRUE(container->addAttribute(attribute, L"Size"));
     EXPECT_EQ(attribute->referenceCount(), 1U);
@@ -286,8 +307,8 @@ TEST(AttrContainer, AddAttributeTakesTheAttributeOver)
 
 TEST(AttrContainer, AddAttributeRefusesNullAndWhatAContainerHas)
 {
-    auto const container = initialised();
-    auto const other = initialised();
+    auto const container = initialisedContainer();
+    auto const other = initialisedContainer();
     EXPECT_FALSE(container->addAttribute(nullptr, L"A"));
     Attribute* const attribute = add(*container, L"A", 1);
     EXPECT_FALSE(container->addAttribute(attribute, L"B"));
@@ -301,7 +322,7 @@ TEST(AttrContainer, AddAttributeRefusesNullAndWhatAContainerHas)
 
 TEST(AttrContainer, ASecondAttributeOfTheSameNameAndTypeIsRefusedAndDestroyed)
 {
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     Attribute* const first = add(*container, L"X", 1);
     EXPECT_FALSE(container->addAttribute(new oV::CustAttr<int>(CreateType::Fresh, nullptr), L"X"));
     Bv_1_1::SmartPtr<Attribute> const held(new oV::CustAttr<int>(CreateType::Fresh, nullptr));
@@ -314,7 +335,7 @@ TEST(AttrContainer, ASecondAttributeOfTheSameNameAndTypeIsRefusedAndDestroyed)
 
 TEST(AttrContainer, ASecondAttributeOfTheSameNameAndAnotherTypeIsFoundSecond)
 {
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     Attribute* const first = add(*container, L"X", 1);
     Attribute* const second = add(*container, L"X", true);
     EXPECT_EQ(container->getNumAttributes(), 3U);
@@ -323,9 +344,23 @@ TEST(AttrContainer, ASecondAttributeOfTheSameNameAndAnotherTypeIsFoundSecond)
     EXPECT_EQ(container->getAttrName(2), L"X");
 }
 
+TEST(AttrContainer, EachOfManyAttributesOfTheSameNameIsKnownByItsType)
+{
+    auto const container = initialisedContainer();
+    add(*container, L"X", 1);
+    add(*container, L"X", true);
+    add(*container, L"X", 0.5);
+    add(*container, L"X", String(L"text"));
+    EXPECT_FALSE(container->addAttribute(new CustAttr<int>(CreateType::Fresh, nullptr), L"X"));
+    EXPECT_FALSE(container->addAttribute(new CustAttr<bool>(CreateType::Fresh, nullptr), L"X"));
+    EXPECT_FALSE(container->addAttribute(new CustAttr<double>(CreateType::Fresh, nullptr), L"X"));
+    EXPECT_FALSE(container->addAttribute(new CustAttr<String>(CreateType::Fresh, nullptr), L"X"));
+    EXPECT_EQ(container->getNumAttributes(), 5U);
+}
+
 TEST(AttrContainer, NamesMayHaveAnyText)
 {
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     std::vector<String> const names = {
         L"a.b.c", L"", L" ", L"\"quoted\"", L"}", L"two\nlines", L"\U0001F600", L"Name"};
     for (String const& name : names) {
@@ -339,17 +374,22 @@ TEST(AttrContainer, NamesMayHaveAnyText)
 
 TEST(AttrContainer, ANullNameCountsAsTheEmptyName)
 {
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     EXPECT_EQ(container->getAttrToken(String::NIL), unknown);
     add(*container, String::NIL, 1);
     EXPECT_EQ(container->getAttrToken(String::NIL), 1U);
     EXPECT_EQ(container->getAttrToken(String::EMPTY), 1U);
     EXPECT_EQ(container->getAttrName(1), String::EMPTY);
+    std::array<AttrDefinition, 2> const rows = {
+        {{1, String::EMPTY, AttrType::Int, 0}, {0, String::NIL, AttrType::End, 1}}};
+    auto const withStatic = initialisedContainer();
+    EXPECT_TRUE(withStatic->createAttributes(rows.data(), CreateType::Fresh, nullptr));
+    EXPECT_EQ(withStatic->getAttrToken(String::NIL), 1U);
 }
 
 TEST(AttrContainer, TheContainersOwnNameIsNotFoundByAName)
 {
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     EXPECT_EQ(container->getAttrToken(L"Name"), unknown);
     EXPECT_EQ(container->getAttrName(0), L"Name");
     EXPECT_EQ(container->getFieldToken(L"Name"), 0U);
@@ -360,7 +400,7 @@ TEST(AttrContainer, TheContainersOwnNameIsNotFoundByAName)
 
 TEST(AttrContainer, StaticAttributesAreFoundFirst)
 {
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     add(*container, L"Count", true);
     add(*container, L"Other", 5);
     container->createAttributes(listRows.data(), CreateType::Fresh, nullptr);
@@ -378,7 +418,7 @@ TEST(AttrContainer, StaticAttributesAreFoundFirst)
 
 TEST(AttrContainer, ATokenBeyondTheTableGivesNothing)
 {
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     add(*container, L"A", 1);
     EXPECT_EQ(container->getAttribute(2), nullptr);
     EXPECT_EQ(container->getAttribute(unknown), nullptr);
@@ -387,7 +427,7 @@ TEST(AttrContainer, ATokenBeyondTheTableGivesNothing)
 
 TEST(AttrContainer, RmAllCustomAttributesLeavesTheStaticOnes)
 {
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     SmartPtr<Attribute> const kept(add(*container, L"A", 1));
     add(*container, L"B", 2);
     EXPECT_TRUE(container->rmAllCustomAttributes());
@@ -398,6 +438,16 @@ TEST(AttrContainer, RmAllCustomAttributesLeavesTheStaticOnes)
     EXPECT_TRUE(container->rmAllCustomAttributes());
     EXPECT_TRUE(container->addAttribute(kept.get(), L"C"));
     EXPECT_EQ(container->getAttrToken(L"C"), 1U);
+}
+
+TEST(AttrContainer, ARemovedAttributeKeepsALocationThatWasSetLater)
+{
+    auto const container = initialisedContainer();
+    auto const other = initialisedContainer();
+    SmartPtr<Attribute> const attribute(add(*container, L"A", 1));
+    attribute->setLocation(other.get());
+    container->rmAllCustomAttributes();
+    EXPECT_EQ(attribute->getLocation(unknown), other.get());
 }
 
 TEST(AttrContainer, AnObserverMayUseTheContainerWhileItsAttributesGo)
@@ -416,7 +466,7 @@ TEST(AttrContainer, AnObserverMayUseTheContainerWhileItsAttributesGo)
     private:
         AttrContainer& container_;
     };
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     SmartPtr<Reader> const reader(new Reader(*container));
     add(*container, L"A", 1)->addObserver(reader.get());
     add(*container, L"B", 1)->addObserver(reader.get());
@@ -427,7 +477,7 @@ TEST(AttrContainer, AnObserverMayUseTheContainerWhileItsAttributesGo)
 
 TEST(AttrContainer, AnObserverMayRemoveAllAttributesWhileOneChanges)
 {
-    auto const container = initialised();
+    auto const container = initialisedContainer();
     auto* const attribute = add(*container, L"A", 1);
     SmartPtr<support::Watcher> const watcher(new support::Watcher);
     watcher->watch(*attribute);
@@ -437,9 +487,33 @@ TEST(AttrContainer, AnObserverMayRemoveAllAttributesWhileOneChanges)
     EXPECT_EQ(watcher->calls, (std::vector<std::string>{"toChange", "changed"}));
 }
 
+TEST(AttrContainer, AnObserverMayUseTheContainerWhileItIsDestroyed)
+{
+    class Reader : public Observer
+    {
+    public:
+        explicit Reader(Attribute& attribute) : attribute_(attribute) {}
+        void informDelete(Observer* subject) noexcept override
+        {
+            isComplete = attribute_.getLocation(unknown) == subject;
+        }
+        bool isComplete = false;
+
+    private:
+        Attribute& attribute_;
+    };
+    auto container = initialisedContainer();
+    SmartPtr<Attribute> const attribute(add(*container, L"A", 1));
+    SmartPtr<Reader> const reader(new Reader(*attribute));
+    container->addObserver(reader.get());
+    container.reset();
+    EXPECT_TRUE(reader->isComplete);
+    EXPECT_EQ(attribute->getLocation(unknown), nullptr);
+}
+
 TEST(AttrContainer, OwnsNothingInACycle)
 {
-    auto container = initialised();
+    auto container = initialisedContainer();
     SmartPtr<support::Watcher> const watcher(new support::Watcher);
     SmartPtr<Attribute> const attribute(add(*container, L"A", 1));
     watcher->watch(*attribute);
@@ -447,116 +521,6 @@ TEST(AttrContainer, OwnsNothingInACycle)
     container.reset();
     EXPECT_EQ(attribute->referenceCount(), 1U);
     EXPECT_EQ(watcher->referenceCount(), 1U);
-}
-
-// Copies
-
-TEST(AttrContainer, DuplicateCopiesNameCustomAttributesAndFlags)
-{
-    auto const source = initialised();
-    source->setName(L"Box", 0);
-    add(*source, L"A", 5)->setFlag(Attribute::weakValueFlag, true);
-    add(*source, L"A", String(L"text"));
-    SmartPtr<AttrContainer> const copy(source->duplicate(CreateType::Fresh));
-    EXPECT_EQ(copy->referenceCount(), 1U);
-    EXPECT_EQ(copy->getName(), L"Box");
-    ASSERT_EQ(copy->getNumAttributes(), 3U);
-    EXPECT_TRUE(copy->isEqualTo(*source));
-    EXPECT_TRUE(copy->getAttribute(1)->hasFlag(Attribute::weakValueFlag));
-    EXPECT_EQ(copy->getAttribute(1)->getLocation(unknown), copy.get());
-    static_cast<Attr<int>*>(copy->getAttribute(1))->assignFrom(6, nullptr, nullptr);
-    EXPECT_EQ(static_cast<Attr<int>*>(source->getAttribute(1))->getValue(), 5);
-    EXPECT_FALSE(copy->isEqualTo(*source));
-}
-
-TEST(AttrContainer, DuplicateWithoutASourceStartsAfresh)
-{
-    auto const source = initialised();
-    source->setName(L"Box", 0);
-    add(*source, L"A", 5);
-    SmartPtr<AttrContainer> const copy(source->duplicate(CreateType::NoSource));
-    EXPECT_EQ(copy->getName(), String::EMPTY);
-    EXPECT_EQ(copy->getNumAttributes(), 1U);
-}
-
-TEST(AttrContainer, EqualContainersHaveTheSameNamesTypesAndValuesInOrder)
-{
-    auto const a = initialised();
-    auto const b = initialised();
-    EXPECT_TRUE(a->isEqualTo(*b));
-    EXPECT_FALSE(a->isEqualTo(*made()));
-    add(*a, L"A", 1);
-    EXPECT_FALSE(a->isEqualTo(*b));
-    add(*b, L"B", 1);
-    EXPECT_FALSE(a->isEqualTo(*b));
-    auto const c = initialised();
-    add(*c, L"A", true);
-    EXPECT_FALSE(a->isEqualTo(*c));
-    auto const d = initialised();
-    add(*d, L"A", 1);
-    EXPECT_TRUE(a->isEqualTo(*d));
-    d->setName(L"D", 0);
-    EXPECT_FALSE(a->isEqualTo(*d));
-}
-
-TEST(AttrContainer, CopyFromTakesTheValuesOfCommonNames)
-{
-    auto const source = initialised();
-    source->setName(L"Box", 0);
-    add(*source, L"A", 5);
-    add(*source, L"B", 6);
-    auto const target = initialised();
-    auto* const text = add(*target, L"A", String::EMPTY);
-    EXPECT_TRUE(target->copyFrom(source.get()));
-    EXPECT_EQ(target->getName(), L"Box");
-    EXPECT_EQ(text->getValue(), L"5");
-    EXPECT_EQ(target->getNumAttributes(), 2U);
-    EXPECT_FALSE(target->copyFrom(nullptr));
-    EXPECT_FALSE(target->copyFrom(text));
-}
-
-TEST(AttrContainer, DuplicateAllKeepsObserversAmongTheCopies)
-{
-    auto const source = initialised();
-    auto* const observed = add(*source, L"Observed", 1);
-    auto* const observing = add(*source, L"Observing", 1);
-    SmartPtr<support::Watcher> const outside(new support::Watcher);
-    observed->addObserver(observing);
-    observed->addObserver(source.get(), Observer::Notice::ToChange);
-    outside->watch(*observed);
-    SmartPtr<AttrContainer> const copy(source->duplicateAll(CreateType::Fresh));
-    auto const* const params = copy->getAttribute(1)->parEx();
-    ASSERT_NE(params, nullptr);
-    EXPECT_EQ(params->changed.size(), 1U);
-    EXPECT_TRUE(params->changed.contains(copy->getAttribute(2)));
-    EXPECT_EQ(params->toChange.size(), 1U);
-    EXPECT_TRUE(params->toChange.contains(copy.get()));
-    EXPECT_EQ(Observer::srcToCopyTable(), nullptr);
-    SmartPtr<AttrContainer> const plainCopy(source->duplicate(CreateType::Fresh));
-    EXPECT_EQ(plainCopy->getAttribute(1)->parEx(), nullptr);
-}
-
-// Visitors
-
-TEST(AttrContainer, VisitorsVisitInOrder)
-{
-    auto const container = initialised();
-    add(*container, L"A", 1);
-    add(*container, L"B", 2);
-    std::vector<Observer*> visited;
-    container->attributeVisitor([&](Attribute& attribute) { visited.push_back(&attribute); });
-    EXPECT_EQ(visited,
-              (std::vector<Observer*>{
-                  container->getAttribute(0), container->getAttribute(1), container->getAttribute(2)}));
-    visited.clear();
-    container->observerVisitor([&](Observer& observer) { visited.push_back(&observer); });
-    EXPECT_EQ(visited.size(), 4U);
-    EXPECT_EQ(visited.front(), container.get());
-    std::vector<AttrContainer*> containers;
-    container->fieldVisitor([&](AttrContainer& field) { containers.push_back(&field); });
-    EXPECT_TRUE(containers.empty());
-    container->fieldAndStructureVisitor([&](AttrContainer& field) { containers.push_back(&field); });
-    EXPECT_EQ(containers, std::vector<AttrContainer*>{container.get()});
 }
 
 } // namespace

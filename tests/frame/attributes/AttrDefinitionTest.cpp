@@ -1,3 +1,5 @@
+#include "tests/support/Attributes.h"
+
 #include <roamscan/frame/attributes/Attr.h>
 #include <roamscan/frame/attributes/AttrContainer.h>
 #include <roamscan/frame/attributes/AttrDefinition.h>
@@ -13,15 +15,7 @@
 namespace
 {
 
-using Bv_1_1::SmartPtr;
-using Bv_1_1::String;
-using oV::Attr;
-using oV::AttrContainer;
-using oV::AttrDefinition;
-using oV::Attribute;
-using oV::AttrType;
-using oV::CustAttr;
-using CreateType = Bv_1_1::BaseNode::CreateType;
+using namespace support::attributes;
 
 AttrDefinition row(AttrType type, std::uint32_t flags)
 {

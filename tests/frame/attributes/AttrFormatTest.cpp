@@ -1,3 +1,5 @@
+#include "tests/support/Attributes.h"
+
 #include <roamscan/frame/attributes/Attr.h>
 #include <roamscan/frame/attributes/CustAttr.h>
 #include <roamscan/frame/bvbase/SmartPtr.h>
@@ -19,16 +21,10 @@
 namespace
 {
 
-using Bv_1_1::SmartPtr;
-using Bv_1_1::String;
-using oV::Attr;
-using oV::Attribute;
-using oV::CustAttr;
+using namespace support::attributes;
 using oV::ModelFormat;
 using oV::ReadContext;
-using oV::StringList;
 using oV::WriteContext;
-using CreateType = Bv_1_1::BaseNode::CreateType;
 using Format = oV::ModelFormat::Format;
 namespace StatusCode = oV::StatusCode;
 

@@ -1,3 +1,4 @@
+#include "tests/support/Attributes.h"
 #include "tests/support/VirtualSlot.h"
 
 #include <roamscan/frame/attributes/Attr.h>
@@ -17,16 +18,9 @@
 namespace
 {
 
-using Bv_1_1::SmartPtr;
-using Bv_1_1::String;
-using oV::Attr;
-using oV::AttrContainer;
-using oV::Attribute;
+using namespace support::attributes;
 using oV::AttrVal;
-using oV::CustAttr;
 using oV::NewValueInfo;
-using oV::StringList;
-using CreateType = Bv_1_1::BaseNode::CreateType;
 
 template <typename T>
 struct Sample;

@@ -1,4 +1,5 @@
 #include "tests/frame/attributes/Watcher.h"
+#include "tests/support/Attributes.h"
 
 #include <roamscan/frame/attributes/Attr.h>
 #include <roamscan/frame/attributes/AttrContainer.h>
@@ -17,15 +18,9 @@
 namespace
 {
 
-using Bv_1_1::SmartPtr;
-using Bv_1_1::String;
-using oV::Attr;
-using oV::AttrContainer;
-using oV::Attribute;
-using oV::CustAttr;
+using namespace support::attributes;
 using oV::Observer;
 using oV::ThreadLocalStorage;
-using CreateType = Bv_1_1::BaseNode::CreateType;
 
 SmartPtr<Attr<int>> number()
 {
@@ -34,8 +29,7 @@ SmartPtr<Attr<int>> number()
 
 SmartPtr<AttrContainer> namedContainer(wchar_t const* name)
 {
-    SmartPtr<AttrContainer> container(new AttrContainer(CreateType::Fresh, nullptr));
-    container->init(CreateType::Fresh, nullptr);
+    auto container = initialisedContainer();
     container->setName(name, 0);
     return container;
 }

@@ -13,11 +13,7 @@ namespace
 
 using Bv_1_1::String;
 using oV::ModelFormat;
-using support::get;
-using support::isEnd;
-using support::NewText;
-using support::OpenText;
-using support::put;
+using namespace support;
 namespace StatusCode = oV::StatusCode;
 
 constexpr ModelFormat::Format bare = ModelFormat::Format::Bare;
@@ -44,6 +40,16 @@ TEST(BareFormat, WritesValuesOnLinesWithoutKeywords)
     text.out.endValue();
     text.out.endBlock();
     EXPECT_EQ(text.text(), "\"Title\"\n{\n3\n[\"a\", \"b\"]\n}\n");
+}
+
+TEST(BareFormat, DoesNotIndentBlocksInBlocks)
+{
+    NewText text(bare);
+    text.out.startBlock();
+    text.out.startBlock();
+    text.out.endBlock();
+    text.out.endBlock();
+    EXPECT_EQ(text.text(), "{\n{\n}\n}\n");
 }
 
 TEST(BareFormat, ReadsValuesAndBlocksInTheirOrder)
@@ -129,6 +135,16 @@ TEST(BareFormat, WhatIsNoItemCannotBeSkipped)
     EXPECT_EQ(open.in.getKeyword(), L"value");
     open.in.nextKeyword();
     EXPECT_EQ(open.in.status(), StatusCode::syntaxError);
+}
+
+TEST(BareFormat, BlocksThatAreSkippedNestAHundredTimesAndNotOnceMore)
+{
+    for (std::size_t const count : {100U, 101U}) {
+        OpenText open(std::string(count, '{') + std::string(count, '}'), bare);
+        EXPECT_EQ(open.in.getKeyword(), L"value");
+        open.in.nextKeyword();
+        EXPECT_EQ(open.in.status(), count == 100 ? StatusCode::ok : StatusCode::tooDeep);
+    }
 }
 
 TEST(BareFormat, ABlockWhereThereIsNoneFails)

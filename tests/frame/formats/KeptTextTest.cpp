@@ -15,11 +15,7 @@ namespace
 using Bv_1_1::String;
 using oV::KeptText;
 using oV::ModelFormat;
-using support::get;
-using support::isEnd;
-using support::NewText;
-using support::OpenText;
-using support::put;
+using namespace support;
 namespace StatusCode = oV::StatusCode;
 
 constexpr ModelFormat::Format keyed = ModelFormat::Format::Keyed;
@@ -162,7 +158,7 @@ TEST(KeptText, OfADamagedStatementIsNothing)
         EXPECT_FALSE(open.in.keepRest().has_value()) << text;
         EXPECT_FALSE(StatusCode::isTolerated(open.in.status())) << text;
     }
-    for (char const* const text : {"{", "{ {", ";", "[1"}) {
+    for (char const* const text : {"{", "{ {", "}", ";", "[1"}) {
         OpenText open(text, bare);
         EXPECT_FALSE(open.in.keepRest().has_value()) << text;
         EXPECT_FALSE(StatusCode::isTolerated(open.in.status())) << text;

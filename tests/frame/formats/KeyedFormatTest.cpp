@@ -174,6 +174,17 @@ TEST(KeyedFormat, AnEndOfBlockWithoutABlockIsAKeyword)
     EXPECT_EQ(open.in.status(), StatusCode::ok);
 }
 
+TEST(KeyedFormat, AnEndOfBlockWithoutABlockDoesNotCountForTheNextOne)
+{
+    OpenText open("} a {");
+    EXPECT_TRUE(isEnd(open.in.getKeyword()));
+    open.in.nextKeyword();
+    EXPECT_EQ(open.in.getKeyword(), L"a");
+    ASSERT_TRUE(open.in.startBlock());
+    EXPECT_EQ(open.in.getKeyword(), String::EMPTY);
+    EXPECT_EQ(open.in.status(), StatusCode::unexpectedEnd);
+}
+
 TEST(KeyedFormat, AnEmptyTextHasTheNullKeyword)
 {
     EXPECT_TRUE(OpenText("").in.getKeyword().isNil());
@@ -185,6 +196,7 @@ TEST(KeyedFormat, KeywordsThatAreNoWordsAreQuoted)
 {
     EXPECT_EQ(keywordText(L"value"), "value;\n");
     EXPECT_EQ(keywordText(L"_a9_Z"), "_a9_Z;\n");
+    EXPECT_EQ(keywordText(L"zA0"), "zA0;\n");
     EXPECT_EQ(keywordText(L"9a"), "\"9a\";\n");
     EXPECT_EQ(keywordText(L"a.b"), "\"a.b\";\n");
     EXPECT_EQ(keywordText(L" "), "\" \";\n");
@@ -248,6 +260,14 @@ TEST(KeyedFormat, AStatementThatDoesNotEndFails)
     for (char const* const text : {"a }", "a { b }", "a { b 1 }", "a { ; }", "a { { } }", "a { \"\"; }"}) {
         EXPECT_EQ(statusOfWalk(text), StatusCode::syntaxError) << text;
     }
+}
+
+TEST(KeyedFormat, ATextThatEndsBeforeABlockFailsWhereTheBlockIsEntered)
+{
+    OpenText open("a 1");
+    EXPECT_EQ(open.in.getKeyword(), L"a");
+    EXPECT_FALSE(open.in.startBlock());
+    EXPECT_EQ(open.in.status(), StatusCode::unexpectedEnd);
 }
 
 TEST(KeyedFormat, ABlockThatDoesNotEndFailsWhereItIsRead)

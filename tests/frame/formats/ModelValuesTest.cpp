@@ -142,6 +142,7 @@ TEST(ModelValues, WritesStringsWithEscapes)
 
 TEST(ModelValues, WritesOtherCharactersAsUtf8)
 {
+    EXPECT_EQ(textOf(String::fromUtf16(u"\u00A0")), "\"\xC2\xA0\"");
     EXPECT_EQ(textOf(String::fromUtf16(u"\u00E9")), "\"\xC3\xA9\"");
     EXPECT_EQ(textOf(String::fromUtf16(u"\u20AC")), "\"\xE2\x82\xAC\"");
     EXPECT_EQ(textOf(String::fromUtf16(u"\U0001F600")), "\"\xF0\x9F\x98\x80\"");
@@ -200,6 +201,7 @@ TEST(ModelValues, AnyUnitsInARowComeBack)
 TEST(ModelValues, ReadsEscapesInEitherCase)
 {
     EXPECT_EQ(valueOf<String>(R"("\u00e9\u00E9")"), String::fromUtf16(u"\u00E9\u00E9"));
+    EXPECT_EQ(valueOf<String>(R"("\uabcf\uABCF")"), String::fromUtf16(u"\uABCF\uABCF"));
     EXPECT_EQ(valueOf<String>(R"("\ud83d\uDE00")"), String::fromUtf16(u"\U0001F600"));
 }
 
@@ -207,6 +209,7 @@ TEST(ModelValues, WritesLists)
 {
     EXPECT_EQ(textOf(Texts{}), "[]");
     EXPECT_EQ(textOf(Texts{L"a"}), R"(["a"])");
+    EXPECT_EQ(textOf(Texts{L"", L"a"}), R"(["", "a"])");
     EXPECT_EQ(textOf(Texts{L"a", String::NIL, L"", L"b, c]"}), R"(["a", null, "", "b, c]"])");
 }
 
@@ -244,6 +247,7 @@ TEST(ModelValues, AValueOfAnotherKindIsRefused)
                                    "nan:",
                                    "nan:7ff800000000000",
                                    "nan:7ff80000000000000",
+                                   "nan:07ff8000000000000",
                                    "nan:7ff800000000000g",
                                    "nan:7ff0000000000000",
                                    "nan:3ff0000000000000",

@@ -13,6 +13,7 @@
 #include <stdexcept>
 #include <streambuf>
 #include <string>
+#include <utility>
 
 namespace
 {
@@ -78,8 +79,18 @@ private:
 // Behaves like a file buffer whose device fails.
 class ThrowingBuffer : public std::streambuf
 {
+public:
+    /// A buffer that has this text.
+    explicit ThrowingBuffer(std::string text = {}) : text_(std::move(text))
+    {
+        setg(text_.data(), text_.data(), text_.data() + text_.size());
+    }
+
 protected:
     int_type underflow() override { throw std::runtime_error("The device is gone"); }
+
+private:
+    std::string text_;
 };
 
 } // namespace
@@ -192,6 +203,16 @@ TEST(ReadFromScope, ABufferThatThrowsIsAFailedRead)
     EXPECT_EQ(scope.getImf().status(), StatusCode::readFailed);
 }
 
+TEST(ReadFromScope, ABufferThatThrowsInsideAValueGivesNoValue)
+{
+    ThrowingBuffer buffer("a 12");
+    std::istream stream(&buffer);
+    ReadFromScope const scope(&stream, nullptr);
+    EXPECT_EQ(scope.getImf().getKeyword(), L"a");
+    EXPECT_FALSE(oV::DataInFormat<int>(scope.getImf()).get().has_value());
+    EXPECT_EQ(scope.getImf().status(), StatusCode::readFailed);
+}
+
 TEST(ReadFromScope, ScopesMayCloseInAnyOrder)
 {
     std::istringstream stream("a 1;");
@@ -261,6 +282,37 @@ TEST(ReadFromScope, PropagatesAnyOtherKeyword)
     EXPECT_EQ(outer.in.getKeyword(), L"other");
     outer.in.nextKeyword();
     EXPECT_EQ(outer.in.getKeyword(), L"b");
+}
+
+TEST(ReadFromScope, PropagatesAKeywordThatWasFinished)
+{
+    OpenText outer("a 1; b 2;");
+    {
+        ReadFromScope const inner(&outer.stream, &outer.context);
+        EXPECT_EQ(inner.getImf().getKeyword(), L"a");
+        inner.getImf().nextKeyword();
+        inner.getImf().setPropagateKeyword(L"a");
+    }
+    EXPECT_EQ(outer.in.getKeyword(), L"a");
+    outer.in.nextKeyword();
+    EXPECT_EQ(outer.in.getKeyword(), L"b");
+}
+
+TEST(ReadFromScope, NextKeywordCancelsAPropagation)
+{
+    OpenText outer("a { } b { } c;");
+    EXPECT_EQ(outer.in.getKeyword(), L"a");
+    ASSERT_TRUE(outer.in.startBlock());
+    {
+        ReadFromScope const inner(&outer.stream, &outer.context);
+        EXPECT_TRUE(isEnd(inner.getImf().getKeyword()));
+        inner.getImf().setPropagateKeyword(inner.getImf().getKeyword());
+        inner.getImf().nextKeyword();
+        EXPECT_EQ(inner.getImf().getKeyword(), L"b");
+        ASSERT_TRUE(inner.getImf().startBlock());
+        EXPECT_TRUE(isEnd(inner.getImf().getKeyword()));
+    }
+    EXPECT_EQ(outer.in.getKeyword(), L"c"); // the block that ended in the inner scope is finished
 }
 
 TEST(ReadFromScope, ReadsAnObjectThatReadsItself)

@@ -91,6 +91,24 @@ TEST_F(ObjectReleaseTest, AWideSceneIsDestroyedInOrder)
     EXPECT_EQ(Counted::released, (std::vector{1, 2, 3, 4}));
 }
 
+TEST_F(ObjectReleaseTest, EveryChildOfEveryChildLosesItsParent)
+{
+    SmartPtr<Object> top(new Counted(1));
+    std::vector<SmartPtr<Object>> kept;
+    for (int i = 0; i < 3; ++i) {
+        auto* const child = new Counted(2);
+        top->addChild(child, 48);
+        kept.emplace_back(new Counted(3));
+        child->addChild(kept.back().get(), 48);
+    }
+    top = nullptr;
+    EXPECT_EQ(Counted::released, (std::vector{1, 2, 2, 2}));
+    for (auto const& object : kept) {
+        EXPECT_EQ(object->parent(), nullptr);
+        EXPECT_EQ(object->referenceCount(), 1U);
+    }
+}
+
 TEST_F(ObjectReleaseTest, WhatIsHeldElsewhereStaysWithItsChildren)
 {
     SmartPtr<Object> top(new Counted(1));

@@ -30,7 +30,7 @@ bool beginsOtherToken(int byte)
 
 TokenReader::TokenReader(std::istream* stream)
 {
-    if (stream == nullptr || stream->fail() || stream->rdbuf() == nullptr) {
+    if (stream == nullptr || stream->fail()) { // without a buffer, it has failed
         fail(StatusCode::readFailed);
     } else {
         bytes_ = stream->rdbuf();

@@ -101,8 +101,8 @@ std::optional<double> nanOfText(std::string_view text)
 {
     text.remove_prefix(nanWithBits.size());
     std::uint64_t bits = 0;
-    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), bits, 16);
-    if (text.size() != digitsOfBits || error != std::errc{} || end != text.data() + text.size()) {
+    auto const* const end = std::from_chars(text.data(), text.data() + text.size(), bits, 16).ptr;
+    if (text.size() != digitsOfBits || end != text.data() + text.size()) {
         return std::nullopt;
     }
     auto const number = std::bit_cast<double>(bits);
@@ -151,7 +151,7 @@ std::optional<double> numberOfText(std::string_view text, int& status)
     }
     double number = 0;
     auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (end != text.data() + text.size() || error == std::errc::invalid_argument) {
+    if (end != text.data() + text.size()) {
         status = StatusCode::wrongKind;
         return std::nullopt;
     }
