@@ -256,7 +256,7 @@ def describe_trajectory(buffer):
 
 
 def describe_buffer(data):
-    """The two kinds are told apart by their content: what is not a sensor stream with content is a trajectory."""
+    """The content decides the kind: a buffer that is no sensor stream with content is read as a trajectory."""
     reasons = []
     sensors = None
     try:
