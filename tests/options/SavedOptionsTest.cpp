@@ -398,6 +398,19 @@ TEST_P(SavedOptions, AreTheDeliberateValuesOfTheLiveOptions)
     EXPECT_EQ(merger.get()["a"], 9);
 }
 
+TEST(SavedOptionsInTheOtherForm, LoadAlsoIfUnknownStatementsHaveNoBlock)
+{
+    std::string const text = R"(field "A" "New"; field "B" "New" 1 2; attribute "C" "New";)";
+    auto const options = madeOptionsContainer();
+    EXPECT_EQ(loadOptions(*options, text, Format::Keyed), StatusCode::unknownKeyword);
+    addOption(*options, L"Count", 7);
+    auto const loaded = madeOptionsContainer();
+    int const status = loadOptions(*loaded, savedOptions(*options, Format::Bare), Format::Bare);
+    EXPECT_TRUE(StatusCode::isTolerated(status)) << status;
+    EXPECT_EQ(optionCount(*loaded), 1U);
+    EXPECT_TRUE(loaded->isValueKept(L"C", L"New"));
+}
+
 TEST_P(SavedOptions, AreKeptUntilTheOptionIsAskedFor)
 {
     ASSERT_EQ(load(*liveOptions(), newerText(GetParam())), StatusCode::ok);

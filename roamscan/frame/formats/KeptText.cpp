@@ -39,12 +39,14 @@ KeptText KeptText::inFormat(ModelFormat::Format format) const
         findValue(in);
     }
     std::string values;
-    while (in.hasValue()) {
+    int count = 0;
+    for (; in.hasValue(); ++count) {
         values += values.empty() ? "" : (becomesBare ? "\n" : " ");
         values += in.keepValue();
     }
     if (becomesBare) {
-        return {isBlock ? "{\n" + values + (values.empty() ? "}" : "\n}") : values, format};
+        bool const isOneItem = !isBlock && count == 1;
+        return {isOneItem ? values : "{\n" + values + (values.empty() ? "}" : "\n}"), format};
     }
     if (!isBlock) {
         return {values + ";", format};

@@ -23,7 +23,8 @@ public:
 
     /// Converts the text to another form. Of a block, only its value is converted: the values of the bare
     /// block are those of the statement with ModelFormat::valueKeyword in the keyed block. Its other contents
-    /// are lost.
+    /// are lost. A bare text is one item, so a keyed statement without a block and with no value or several
+    /// becomes a block.
     [[nodiscard]] ROAMSCAN_EXPORT KeptText inFormat(ModelFormat::Format format) const;
 
 private:

@@ -130,9 +130,15 @@ TEST(KeptText, ABlockWithoutAValueIsEmptyInTheOtherForm)
 
 TEST(KeptText, ValuesKeepTheirTextBetweenTheForms)
 {
-    EXPECT_EQ(converted("a 1 \"x\";", keyed, bare), "1\n\"x\"");
+    EXPECT_EQ(converted("a \"x\";", keyed, bare), "\"x\"");
     EXPECT_EQ(converted("3", bare, keyed), "3;");
     EXPECT_EQ(converted("a { value 3; }", keyed, keyed), "{ value 3; }");
+}
+
+TEST(KeptText, IsOneItemInTheBareForm)
+{
+    EXPECT_EQ(converted("a;", keyed, bare), "{\n}");
+    EXPECT_EQ(converted("a 1 \"x\";", keyed, bare), "{\n1\n\"x\"\n}");
 }
 
 TEST(KeptText, IsWrittenInTheOtherForm)
