@@ -84,16 +84,23 @@ def bytes_of(expression):
 
 
 def byte_table(path, first, last, base):
+    """A row for each line of a stream in a test. Where a comment begins with an offset, it must be the offset of its line."""
     rows = ["| offset | bytes | meaning |", "|---|---|---|"]
-    offset = -base
+    stream = b""
     for line in lines_between(path, first, last):
         code, _, comment = line.partition("//")
-        code = re.sub(r"^(return|\+)\s*", "", code.strip().rstrip(";"))
-        data = bytes_of(code)
-        meaning = re.sub(rf"^{offset}\s+", "", comment.strip())  # the tests' comments begin with the offset
+        data = bytes_of(re.sub(r"^(return|\+)\s*", "", code.strip().rstrip(";")))
+        offset = len(stream) - base
+        stated, meaning = re.match(r"\s*(?:(\d+)\s+)?(.*)", comment).groups()
+        if offset < 0:
+            stated, meaning = None, comment.strip()
+        if stated and int(stated) != offset:
+            raise PluginError(f"{path} says {stated} where the offset is {offset}: {line}")
         groups = [data[i : i + 8].hex(" ") for i in range(0, len(data), 8)]
         rows.append(f"| {offset if offset >= 0 else ''} | {'<br>'.join(groups)} | {meaning} |")
-        offset += len(data)
+        stream += data
+    if int.from_bytes(stream[:8], "little") != len(stream) - 8:
+        raise PluginError(f"{path}: the length prefix is not that of the {len(stream)} bytes")
     return ['<div class="bytes" markdown>', "", *rows, "", "</div>"]
 
 
