@@ -1,21 +1,19 @@
+#include "tools/clouds/CloudFile.h"
 #include "tools/commands/Commands.h"
-#include "tools/console/ProgressBar.h"
+#include "tools/commands/PlacePlan.h"
+#include "tools/commands/PlaceReport.h"
+#include "tools/commands/PositiveNumber.h"
+#include "tools/commands/ScanSource.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
-#include "tools/geometry/GroundPlane.h"
 #include "tools/geometry/NearestSurface.h"
 #include "tools/io/BuildingFile.h"
 #include "tools/io/Output.h"
 #include "tools/io/OutputFile.h"
 #include "tools/io/Pictures.h"
-#include "tools/io/PlyReader.h"
-#include "tools/io/PlyWriter.h"
 #include "tools/io/RecordingFile.h"
-#include "tools/picture/TopView.h"
-#include "tools/placing/PointPlacer.h"
-#include "tools/placing/RangefinderPoints.h"
-
-#include <roamscan/time/EigenConversion.h>
+#include "tools/motion/TrajectoryGaps.h"
+#include "tools/placing/CloudPlacing.h"
 
 #include <CLI/CLI.hpp>
 
@@ -41,12 +39,18 @@ struct Options
     std::filesystem::path trajectory;
     Device from = Device::Device1;          ///< The device that made the scan.
     Device to = Device::Device0;            ///< The device in whose world frame the points are placed.
-    std::filesystem::path points;           ///< The scan as a PLY file; empty if `sensors` is given.
+    std::filesystem::path points;           ///< The scan as a cloud; empty if `sensors` is given.
     std::filesystem::path sensors;          ///< The scan as a sensor stream; empty if `points` is given.
     std::optional<std::string> rangefinder; ///< Of the sensor stream; by default the first by name.
-    std::filesystem::path cloud;            ///< The outputs and the building may be empty.
+    TimeSettings time;                      ///< Of the cloud.
+    std::optional<double> maxGap;           ///< Seconds.
+    bool acrossGaps = false;
+    std::filesystem::path cloud; ///< The outputs and the building may be empty.
     std::filesystem::path picture;
-    std::filesystem::path building; ///< The true surfaces to measure the placed points against.
+    std::filesystem::path building;    ///< The true surfaces to measure the placed points against.
+    std::optional<std::string> offset; ///< "X,Y,Z" or "auto".
+    TextSettings text;                 ///< Of the cloud, if it is a text.
+    bool json = false;
 };
 
 Trajectory deriveTrajectory(TrajectoryData const& data, Options const& options)
@@ -60,178 +64,184 @@ Trajectory deriveTrajectory(TrajectoryData const& data, Options const& options)
     return data.buildTrajectoryFromTrajectoryNodes(options.from, options.to);
 }
 
-std::string chooseRangefinder(SensorData const& data, Options const& options)
-{
-    std::vector<std::string> names;
-    for (auto const& [name, samples] : data.rangefinderData) {
-        names.push_back(name);
-    }
-    std::ranges::sort(names);
-    if (names.empty()) {
-        throw fileError(options.sensors, "there is no rangefinder in it");
-    }
-    std::string name = options.rangefinder.value_or(names.front());
-    if (!data.rangefinderData.contains(name)) {
-        std::ranges::transform(names, names.begin(), excerpt);
-        throw fileError(options.sensors,
-                        "it has no rangefinder " + excerpt(name) + "; there are: " + listed(names));
-    }
-    if (data.posesApplied && data.sensorPoses.contains(name)) {
-        throw fileError(options.sensors,
-                        "the samples of " + excerpt(name) +
-                            " are already rotated by its pose; give the stream as it was recorded");
-    }
-    return name;
-}
-
-std::vector<CloudPoint> readScan(Options const& options)
+ScanSource openScan(Options const& options)
 {
     if (options.sensors.empty()) {
-        return readPlyFile(options.points);
+        TextSettings text = options.text;
+        text.timeProperty = options.time.property;
+        return {options.points, nullptr, openCloud(options.points, text)};
     }
-    auto const data = readSensorFile(options.sensors).data;
-    return scanPointsOf(data->rangefinderData.at(chooseRangefinder(*data, options)));
+    return openRangefinder(options.sensors, options.rangefinder);
 }
 
-Placement placeScan(std::vector<CloudPoint> const& scan, Trajectory const& trajectory, Options const& options)
+/// Refuses times that would place the points of several steps by one pose.
+void requireResolution(TimeOfPoints const& time, PlaceReport const& report, std::filesystem::path const& scan)
 {
-    std::filesystem::path const& name = options.sensors.empty() ? options.points : options.sensors;
-    if (scan.empty()) {
-        throw fileError(name, "there is no point in it");
+    double const resolution =
+        std::max(time.resolutionAt(report.trajectoryStart), time.resolutionAt(report.trajectoryStop));
+    if (report.usualStep > 0.0 && resolution > report.usualStep) {
+        throw fileError(scan,
+                        "the time property " + excerpt(time.field().name) + " of type " +
+                            nameOf(time.field().type) + " has steps of " + fixed(resolution, 6) +
+                            " s at the times of the trajectory, whose poses are " +
+                            fixed(report.usualStep, 6) +
+                            " s apart; store the times as doubles, or relative to a later start with "
+                            "--time-offset");
     }
-    Placement placement = placePoints(scan, trajectory);
-    if (placement.placed.empty()) {
-        throw fileError(name,
-                        "none of its " + std::to_string(scan.size()) +
-                            " points could be placed; the trajectory " + options.trajectory.string() +
-                            " is from " + fixed(trajectory.getStartTime().get(), 3) + " s to " +
-                            fixed(trajectory.getStopTime().get(), 3) + " s: do both use the same clock?");
-    }
-    return placement;
 }
 
-Vector3d positionOf(CloudPoint const& point)
+PlaceReport prepare(Options const& options, TrajectoryData const& data, Trajectory const& trajectory)
 {
-    return toEigen(point.position).cast<double>();
+    std::vector<double> const times = timesInOrder(data.nodes);
+    PlaceReport report;
+    report.gapIsDefault = !options.maxGap;
+    report.usualStep = usualStep(times);
+    report.trajectoryStart = trajectory.getStartTime().get();
+    report.trajectoryStop = trajectory.getStopTime().get();
+    std::optional<CloudFormat> format;
+    if (!options.cloud.empty()) {
+        format = cloudFormatOf(options.cloud);
+    }
+    report.coordinates = chooseCoordinates(options.offset, format, trajectory);
+    report.settings = {options.maxGap.value_or(defaultLongestGap(times)),
+                       options.acrossGaps,
+                       report.coordinates.floatOrigin};
+    return report;
 }
 
-/// Of the distances between the placed points and the true surfaces.
-double rootMeanSquare(std::vector<CloudPoint> const& placed,
-                      TrafoT<double> const& buildingFromPlaced,
-                      Building const& building)
+CloudDescription describe(PlaceCoordinates const& coordinates, TimeOfPoints const& time)
 {
-    NearestSurface const nearest(building);
-    ProgressBar progress("measuring", placed.size());
-    double sum = 0.0;
-    for (std::size_t i = 0; i < placed.size(); ++i) {
-        progress.advanceTo(i);
-        double const distance = nearest.distance(buildingFromPlaced * positionOf(placed[i]));
-        sum += distance * distance;
+    CloudDescription description;
+    if (coordinates.floatOrigin) {
+        Vector3d const& origin = *coordinates.floatOrigin;
+        description.comments.push_back("offset " + fixed(origin.x(), 6) + ' ' + fixed(origin.y(), 6) + ' ' +
+                                       fixed(origin.z(), 6) + " is to be added to x y z");
     }
-    return std::sqrt(sum / static_cast<double>(placed.size()));
+    if (coordinates.stepOrigin) {
+        Vector3d const& origin = *coordinates.stepOrigin;
+        description.origin = {origin.x(), origin.y(), origin.z()};
+        description.resolution = coordinates.step;
+    }
+    if (time.isInSeconds()) {
+        description.secondsField = time.field().name;
+    }
+    return description;
 }
 
-/// Samples the path of the device.
-std::vector<Vector3d> pathOf(Trajectory const& trajectory)
+/// A cloud that is written.
+struct CloudOutput
 {
-    constexpr double samples = 20'000.0;
-    constexpr double finestStep = 0.01; // seconds
-    std::vector<Vector3d> path{trajectory.sample(trajectory.getStartTime()).translation()};
-    double const duration = trajectory.getDuration().get();
-    if (duration > 0.0) {
-        for (TrajectoryNode const& node :
-             trajectory.sampled(Duration(std::max(duration / samples, finestStep)))) {
-            path.push_back(node.pose.translation());
-        }
-        path.push_back(trajectory.sample(trajectory.getStopTime()).translation());
-    }
-    return path;
-}
+    CloudOutput(std::filesystem::path const& path,
+                PointLayout const& layout,
+                CloudDescription const& description)
+        : file(path), writer(makeCloudWriter(cloudFormatOf(path), file.stream(), path, layout, description))
+    {}
 
-/// The plan shows the frame of the nodes, because their z axis usually points up.
-cv::Mat3b drawPlan(std::vector<CloudPoint> const& placed,
-                   Trajectory const& trajectory,
-                   TrafoT<double> const& nodesFromPlaced)
-{
-    std::vector<Vector3d> path = pathOf(trajectory);
-    for (Vector3d& place : path) {
-        place = nodesFromPlaced * place;
-    }
-    std::erase_if(path, [](Vector3d const& place) { return !place.cast<float>().allFinite(); });
-    Eigen::Matrix3d const planFromNodes = planRotation(path);
-    TopViewScene scene;
-    for (Vector3d const& place : path) {
-        scene.path.emplace_back((planFromNodes * place).head<2>().cast<float>());
-    }
-    scene.points.reserve(placed.size());
-    for (CloudPoint const& point : placed) {
-        scene.points.emplace_back((planFromNodes * (nodesFromPlaced * positionOf(point))).cast<float>());
-    }
-    return drawTopView(scene);
-}
+    OutputFile file;
+    std::unique_ptr<PointWriter> writer;
+};
 
-void writeCloud(std::vector<CloudPoint> const& placed, OutputFile& file)
+void requireDistinctFiles(Options const& options)
 {
-    PlyWriter writer(file.stream());
-    for (CloudPoint const& point : placed) {
-        writer.add(point);
-    }
-    writer.finish();
-}
-
-void report(Placement const& placement, std::optional<double> rms, std::ostream& out)
-{
-    out << placement.total() << " points in the scan\n"
-        << placement.placed.size() << " points were placed\n"
-        << placement.withoutTime << " points had no time\n"
-        << placement.outside << " points lay outside the trajectory in time\n"
-        << placement.withoutPosition << " points had no measured position\n"
-        << "placed " << placement.placed.size() << " of " << placement.total() << " points";
-    if (rms) {
-        out << ", rms " << fixed(*rms, 4) << " m";
-    }
-    out << '\n';
-}
-
-/// The output, unless its name is empty.
-std::unique_ptr<OutputFile> openOutput(std::filesystem::path const& path)
-{
-    return path.empty() ? nullptr : std::make_unique<OutputFile>(path);
+    tool::requireDistinctFiles({options.trajectory,
+                                options.points,
+                                options.sensors,
+                                options.building,
+                                options.cloud,
+                                options.picture});
 }
 
 /// The last line printed is the result.
 void run(Options const& options, std::ostream& out)
 {
-    requireDistinctFiles({options.trajectory,
-                          options.points,
-                          options.sensors,
-                          options.building,
-                          options.cloud,
-                          options.picture});
+    requireDistinctFiles(options);
     auto const data = readTrajectoryFile(options.trajectory).data;
     Trajectory const trajectory = deriveTrajectory(*data, options);
+    TrafoT<double> const nodesFromPlaced = data->devicePositions.at(options.to);
+    PlaceReport report = prepare(options, *data, trajectory);
+
     std::optional<Building> building;
+    std::optional<NearestSurface> surfaces;
+    PlacedUses uses;
     if (!options.building.empty()) {
         building = readBuildingFile(options.building);
+        surfaces.emplace(*building);
+        uses.error = [&](Vector3d const& place) { return surfaces->distance(nodesFromPlaced * place); };
     }
-    auto const cloud = openOutput(options.cloud);
-    auto const picture = openOutput(options.picture);
 
-    Placement const placement = placeScan(readScan(options), trajectory, options);
+    ScanSource const scan = openScan(options);
+    report.scan = scan.name.string();
+    TimeOfPoints const time(scan.points->layout(), options.time, scan.name);
+    requireResolution(time, report, scan.name);
+    PointPlacer const placer(scan.points->layout(), time, trajectory, report.settings, scan.name);
 
-    TrafoT<double> const& nodesFromPlaced = data->devicePositions.at(options.to);
-    std::optional<double> rms;
-    if (building) {
-        rms = rootMeanSquare(placement.placed, nodesFromPlaced, *building);
+    std::optional<CloudOutput> cloud;
+    if (!options.cloud.empty()) {
+        cloud.emplace(options.cloud, placer.placedLayout(), describe(report.coordinates, time));
+        uses.writer = cloud->writer.get();
     }
-    if (cloud) {
-        writeCloud(placement.placed, *cloud);
+    std::optional<OutputFile> picture;
+    std::optional<PlacePlan> plan;
+    if (!options.picture.empty()) {
+        picture.emplace(options.picture);
+        plan.emplace(pathOf(trajectory), nodesFromPlaced);
+        uses.look = [&](std::span<Bv_1_1::Vec3d<double> const> places) { plan->add(places); };
     }
-    if (picture) {
-        writePicture(drawPlan(placement.placed, trajectory, nodesFromPlaced), ".png", *picture);
+
+    CloudPlacing const placing = placeCloud(*scan.points, placer, uses);
+    report.counts = placing.counts;
+    bool const anyPlaced = placing.counts.placed > 0;
+    if (anyPlaced) {
+        if (surfaces) {
+            report.rms = std::sqrt(placing.sumOfSquaredErrors / static_cast<double>(placing.counts.placed));
+        }
+        if (cloud) {
+            cloud->writer->finish();
+        }
+        if (picture) {
+            writePicture(plan->draw(), ".png", *picture);
+        }
+        Output::commitAll({picture ? &*picture : nullptr, cloud ? &cloud->file : nullptr});
     }
-    Output::commitAll({picture.get(), cloud.get()});
-    report(placement, rms, out);
+    if (options.json) {
+        printJson(toJson(report), out);
+    } else {
+        printText(report, out);
+    }
+    if (!anyPlaced) {
+        throw fileError(scan.name, whyNothingWasPlaced(report));
+    }
+}
+
+void addScanOptions(CLI::App& command, Options& options)
+{
+    CLI::Option_group* const scan = command.add_option_group("scan", "The scan points");
+    scan->require_option(1);
+    CLI::Option* const points = scan->add_option(
+        "--points", options.points, "The scan, a cloud whose points have times: PLY, PCD, LAS, CSV or XYZ");
+    CLI::Option* const sensors =
+        scan->add_option("--sensors", options.sensors, "The scan of a rangefinder in this sensor stream");
+    command.add_option("--rangefinder", options.rangefinder, "The rangefinder's name (the first by name)")
+        ->needs(sensors);
+    command
+        .add_option("--columns",
+                    options.text.columns,
+                    "The names of the columns of a text without a header: x,y,z,time,...")
+        ->delimiter(',')
+        ->needs(points);
+    command
+        .add_option("--time-property",
+                    options.time.property,
+                    "The property with the time of a point (time, t, timestamp or gps_time, in any case)")
+        ->needs(points);
+    command
+        .add_option("--time-scale",
+                    options.time.scale,
+                    "Seconds per unit of the times of points (1); 1e-9 for nanoseconds")
+        ->needs(points)
+        ->check(positiveNumber());
+    command.add_option("--time-offset", options.time.offset, "Seconds to add to the times of points (0)")
+        ->needs(points);
 }
 
 } // namespace
@@ -248,19 +258,29 @@ void addPlace(CLI::App& app, Console& console)
     command->add_option("--to", options->to, "The device in whose frame the points are placed, 0 to 3")
         ->required()
         ->check(CLI::Range(0, 3));
-    CLI::Option_group* const scan = command->add_option_group("scan", "The scan points");
-    scan->require_option(1);
-    scan->add_option("--points", options->points, "The scan, a binary little-endian PLY file");
-    CLI::Option* const sensors =
-        scan->add_option("--sensors", options->sensors, "The scan of a rangefinder in this sensor stream");
-    command->add_option("--rangefinder", options->rangefinder, "The rangefinder's name (the first by name)")
-        ->needs(sensors);
-    command->add_option("--cloud", options->cloud, "Write the placed points to this PLY file");
+    addScanOptions(*command, *options);
+    command
+        ->add_option("--max-gap",
+                     options->maxGap,
+                     "Leave out points between two poses that are more seconds apart (ten usual steps)")
+        ->check(positiveNumber());
+    command->add_flag("--across-gaps", options->acrossGaps, "Place the points in longer gaps too");
+    command->add_option(
+        "--cloud", options->cloud, "Write the placed points to this file: .ply, .pcd, .csv or .las");
+    command->add_option(
+        "--offset",
+        options->offset,
+        "Write coordinates as floats relative to X,Y,Z, or to a round place near the path (auto)");
     command->add_option("--picture", options->picture, "Draw a plan to this PNG file");
     command->add_option(
         "--building", options->building, "Measure the points against these true surfaces (JSON)");
-    command->footer("Example:\n  roamscan place --trajectory walk/walk.trajectory --from 1 --to 0 "
-                    "--sensors walk/walk.sensors --cloud cloud.ply --picture plan.png\n");
+    command->add_flag("--json", options->json, "Print one JSON object instead of text");
+    command->footer(
+        R"(A scan is in the frame of its device. Its points need x, y and z in metres and a time on the clock of the
+trajectory. All other properties are written unchanged; normals are rotated. Coordinates are written as doubles.
+Example:
+  roamscan place --trajectory walk/walk.trajectory --from 1 --to 0 --sensors walk/walk.sensors --cloud cloud.ply --picture plan.png
+)");
     command->callback([options, &console] { run(*options, console.out); });
 }
 

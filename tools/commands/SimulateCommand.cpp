@@ -7,10 +7,10 @@
 #include "tools/io/Output.h"
 #include "tools/io/OutputFile.h"
 #include "tools/io/OutputTiles.h"
-#include "tools/io/PlyWriter.h"
 #include "tools/io/RecordingFile.h"
 #include "tools/simulation/AnchorScan.h"
 #include "tools/simulation/BuildingAroundPath.h"
+#include "tools/simulation/CloudPointWriter.h"
 #include "tools/simulation/Instrument.h"
 #include "tools/simulation/Panorama.h"
 #include "tools/simulation/RandomNumbers.h"
@@ -174,13 +174,8 @@ void run(Options const& options, std::ostream& out)
         panorama->write(scenario);
     }
 
-    PlyWriter writer(points.stream());
-    auto const writePoint = [&](CloudPoint const& point) {
-        writer.add(point);
-        if (!points.stream()) {
-            throw fileError(points.target(), "cannot be written any further; is the disk full?");
-        }
-    };
+    CloudPointWriter writer(points.stream(), points.target());
+    auto const writePoint = [&](CloudPoint const& point) { writer.add(point); };
     SensorData const recording = recordSensors(
         *scenario.motion, scenario.building, scenario.planFromBuilding, options.seed, writePoint);
     writer.finish();

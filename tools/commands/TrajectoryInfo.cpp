@@ -3,11 +3,13 @@
 #include "tools/commands/PoseInfo.h"
 #include "tools/console/Text.h"
 #include "tools/motion/TimedPose.h"
+#include "tools/motion/TrajectoryGaps.h"
 
 #include <algorithm>
 #include <cmath>
 #include <map>
 #include <ostream>
+#include <span>
 #include <vector>
 
 namespace oV::Roamscan::tool
@@ -34,6 +36,33 @@ Json describeSpan(std::vector<TimedPose> const& poses)
             {"pathLength", pathLength}};
 }
 
+/// The gaps that `roamscan place` does not interpolate across by default.
+Json describeGaps(std::span<double const> times)
+{
+    double const longest = defaultLongestGap(times);
+    Json json{{"usualStep", usualStep(times)}, {"longestStepWithoutGap", longest}};
+    json["gaps"] = Json::array();
+    for (TrajectoryGap const& gap : gapsLongerThan(longest, times)) {
+        json["gaps"].push_back({{"from", gap.from}, {"to", gap.to}, {"duration", gap.duration()}});
+    }
+    return json;
+}
+
+void printGaps(Json const& trajectory, std::ostream& out)
+{
+    constexpr std::size_t mostShown = 10;
+    Json const& gaps = trajectory.at("gaps");
+    out << "  gaps: " << gaps.size() << " longer than " << number(trajectory, "longestStepWithoutGap", 6)
+        << " s (ten usual steps)\n";
+    for (std::size_t i = 0; i < std::min(gaps.size(), mostShown); ++i) {
+        out << "    " << number(gaps[i], "from", 6) << " s to " << number(gaps[i], "to", 6) << " s, "
+            << number(gaps[i], "duration", 6) << " s long\n";
+    }
+    if (gaps.size() > mostShown) {
+        out << "    and " << gaps.size() - mostShown << " more; --json lists all\n";
+    }
+}
+
 } // namespace
 
 Json describe(TrajectoryData const& data)
@@ -51,6 +80,7 @@ Json describe(TrajectoryData const& data)
               {"nodesWithoutTime", data.nodes.size() - timed.size()}};
     if (!poses.empty()) {
         json.update(describeSpan(poses));
+        json.update(describeGaps(timesInOrder(data.nodes)));
     }
     json["devices"] = Json::array();
     for (auto const& [device, position] : std::map(data.devicePositions.begin(), data.devicePositions.end()))
@@ -78,6 +108,7 @@ void printTrajectory(Json const& trajectory, std::ostream& out)
             << "  steps in time: " << number(trajectory, "meanStep", 6) << " s on average, "
             << number(trajectory, "largestStep", 6) << " s at most\n"
             << "  path: " << number(trajectory, "pathLength", 3) << " m\n";
+        printGaps(trajectory, out);
     }
     for (Json const& device : trajectory.at("devices")) {
         out << "  device " << device.at("device") << ": " << poseText(device) << '\n';

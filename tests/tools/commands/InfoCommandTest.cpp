@@ -8,6 +8,7 @@
 #include <fstream>
 #include <limits>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -102,6 +103,25 @@ TEST(TrajectoryInfo, MeasuresInOrderOfTime)
     EXPECT_EQ(info.at("pathLength"), 19.0);
 }
 
+TEST(TrajectoryInfo, ListsTheGaps)
+{
+    TrajectoryData data;
+    for (int i = 0; i < 40; ++i) { // a gap of 11 s after each third pose
+        data.nodes.push_back(node(i + 10.0 * (i / 3), {0, 0, 0}));
+    }
+    Json const info = describe(data);
+    EXPECT_EQ(info.at("usualStep"), 1.0);
+    ASSERT_EQ(info.at("gaps").size(), 13U);
+    EXPECT_EQ(info.at("gaps")[0], (Json{{"from", 2.0}, {"to", 13.0}, {"duration", 11.0}}));
+    std::ostringstream text;
+    printTrajectory(info, text);
+    EXPECT_NE(text.str().find("  gaps: 13 longer than 10.000000 s (ten usual steps)\n"
+                              "    2.000000 s to 13.000000 s, 11.000000 s long\n"),
+              std::string::npos)
+        << text.str();
+    EXPECT_NE(text.str().find("    and 3 more; --json lists all\n"), std::string::npos);
+}
+
 TEST(TrajectoryInfo, TheLaterOfTwoAtOneTimeCounts)
 {
     TrajectoryData data;
@@ -140,6 +160,7 @@ TEST_F(InfoCommandTest, PrintsText)
             "  time: 10.000000 s to 16.000000 s, 6.000000 s long\n"
             "  steps in time: 2.000000 s on average, 4.000000 s at most\n"
             "  path: 19.000 m\n"
+            "  gaps: 0 longer than 10.000000 s (ten usual steps)\n"
             "  device 0: translation 0.000000 0.000000 0.000000 m, rotation (w x y z) 1.000000 0.000000 "
             "0.000000 0.000000\n"
             "  device 2: translation 1.500000 0.000000 -2.000000 m, rotation (w x y z) 0.000000 0.000000 "
@@ -157,6 +178,7 @@ TEST_F(InfoCommandTest, PrintsJson)
         R"([{"file":")" + file("a.trajectory").string() +
             R"(","kind":"trajectory","nodes":4,"inTimeOrder":false,"repeatedTimes":0,"nodesWithoutTime":0,)"
             R"("from":10.0,"to":16.0,"duration":6.0,"meanStep":2.0,"largestStep":4.0,"pathLength":19.0,)"
+            R"("usualStep":1.0,"longestStepWithoutGap":10.0,"gaps":[],)"
             R"("devices":[{"device":0,"translation":[0.0,0.0,0.0],"rotation":[1.0,0.0,0.0,0.0]},)"
             R"({"device":2,"translation":[1.5,0.0,-2.0],"rotation":[0.0,0.0,0.0,1.0]}],"bytesBehind":0}])");
 }

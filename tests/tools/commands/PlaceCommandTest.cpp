@@ -1,7 +1,7 @@
+#include "tests/tools/support/CloudTable.h"
 #include "tests/tools/support/ToolFixture.h"
-#include "tools/io/PlyReader.h"
-#include "tools/io/PlyWriter.h"
 #include "tools/io/RecordingFile.h"
+#include "tools/simulation/CloudPointWriter.h"
 
 #include <gtest/gtest.h>
 
@@ -22,11 +22,14 @@ namespace
 
 using namespace oV::Roamscan;
 using namespace oV::Roamscan::tool;
+using support::CloudTable;
 using support::lastLine;
 using support::lineCount;
+using support::readCloud;
 using support::ToolFixture;
 using support::ToolRun;
 using Names = std::vector<std::string>;
+using Numbers = std::vector<double>;
 
 /// The result line in numbers.
 struct Result
@@ -66,7 +69,7 @@ protected:
         writeTrajectory(data, trajectory, "a.trajectory");
 
         std::ofstream points(file("scan.ply"), std::ios::binary);
-        PlyWriter writer(points);
+        CloudPointWriter writer(points, "scan.ply");
         writer.add({{{1.0F, 0.5F, -1.0F}, 77}, 100.5});
         writer.add({{{1.0F, 0.0F, 0.0F}, 0}, std::nan("")});
         writer.add({{{1.0F, 0.0F, 0.0F}, 0}, 99.9});
@@ -104,6 +107,18 @@ protected:
         std::filesystem::rename(file("walk/walk.sensors"), file("a.sensors"));
         std::filesystem::rename(file("walk/scan.ply"), file("scan.ply"));
         std::filesystem::rename(file("walk/building.json"), file("building.json"));
+    }
+
+    /// Writes scan.ply as a text with x, y, z and one more property.
+    void writeTextScan(std::string const& property, std::vector<std::string> const& lines) const
+    {
+        std::string text = "ply\nformat ascii 1.0\nelement vertex " + std::to_string(lines.size()) +
+                           "\nproperty float x\nproperty float y\nproperty float z\nproperty " + property +
+                           "\nend_header\n";
+        for (std::string const& line : lines) {
+            text += line + '\n';
+        }
+        write("scan.ply", text);
     }
 
     void writeSensorStream(SensorData const& data) const
@@ -151,13 +166,13 @@ TEST_F(PlaceCommandTest, ASimulatedWalkIsPlacedOnItsWalls)
     ASSERT_EQ(placing.status, 0) << placing.err;
     EXPECT_EQ(placing.err, "");
     Result const result(placing.out);
-    std::size_t const all = readPlyFile(file("scan.ply")).size();
+    std::size_t const all = readCloud(file("scan.ply")).size();
     EXPECT_EQ(result.all, all);
     // 0.4 of 1.4 s lie outside, and one point in 200 has no time.
     EXPECT_NEAR(static_cast<double>(result.placed) / static_cast<double>(all), 1.0 / 1.4 * 0.995, 0.003);
     EXPECT_LT(result.rms, 0.01);
     EXPECT_GT(result.rms, 0.001);
-    EXPECT_EQ(readPlyFile(file("cloud.ply")).size(), result.placed);
+    EXPECT_EQ(readCloud(file("cloud.ply")).size(), result.placed);
     EXPECT_EQ(read("plan.png").substr(1, 3), "PNG");
 
     // The sensor stream has the same points but for those without a time.
@@ -167,13 +182,15 @@ TEST_F(PlaceCommandTest, ASimulatedWalkIsPlacedOnItsWalls)
     EXPECT_EQ(ofSensors.placed, result.placed);
     EXPECT_NEAR(static_cast<double>(ofSensors.placed) / static_cast<double>(ofSensors.all), 1.0 / 1.4, 0.003);
     EXPECT_EQ(ofSensors.rms, result.rms);
-    std::vector<CloudPoint> const cloud = readPlyFile(file("cloud.ply"));
-    std::vector<CloudPoint> const otherCloud = readPlyFile(file("other.ply"));
+    CloudTable const cloud = readCloud(file("cloud.ply"));
+    CloudTable const otherCloud = readCloud(file("other.ply"));
     ASSERT_EQ(otherCloud.size(), cloud.size());
-    for (std::size_t i = 0; i < cloud.size(); ++i) {
-        ASSERT_NEAR(otherCloud[i].time, cloud[i].time, 1e-9);
-        ASSERT_NEAR(otherCloud[i].position.x, cloud[i].position.x, 1e-5F);
-        ASSERT_NEAR(otherCloud[i].position.y, cloud[i].position.y, 1e-5F);
+    for (auto const& [name, tolerance] : {std::pair("time", 1e-9), {"x", 1e-5}, {"y", 1e-5}}) {
+        Numbers const ours = cloud.column(name);
+        Numbers const others = otherCloud.column(name);
+        for (std::size_t i = 0; i < ours.size(); ++i) {
+            ASSERT_NEAR(others[i], ours[i], tolerance) << name << ' ' << i;
+        }
     }
 }
 
@@ -236,16 +253,14 @@ TEST_F(PlaceCommandTest, APointOfABurstIsPlacedAtItsOwnTime)
 
     ToolRun const first = placeSensors({"--cloud", file("cloud.ply")});
     EXPECT_EQ(lastLine(first.out), "placed 2 of 2 points") << first.err;
-    std::vector<CloudPoint> const cloud = readPlyFile(file("cloud.ply"));
+    CloudTable const cloud = readCloud(file("cloud.ply"));
     ASSERT_EQ(cloud.size(), 2U);
-    EXPECT_EQ(cloud[0].position, (Bv_1_1::Vec3d<float>{1.0F, 2.0F, 2.0F}));
-    EXPECT_EQ(cloud[0].time, 100.25);
-    EXPECT_EQ(cloud[1].position, (Bv_1_1::Vec3d<float>{2.0F, 6.0F, 2.0F}));
-    EXPECT_EQ(cloud[1].time, 100.75);
+    EXPECT_EQ(cloud.row(0), (Numbers{1.0, 2.0, 2.0, 100.25}));
+    EXPECT_EQ(cloud.row(1), (Numbers{2.0, 6.0, 2.0, 100.75}));
 
     ToolRun const named = placeSensors({"--rangefinder", "under", "--cloud", file("cloud.ply")});
     EXPECT_EQ(lastLine(named.out), "placed 1 of 1 points") << named.err;
-    EXPECT_EQ(readPlyFile(file("cloud.ply")).at(0).position, (Bv_1_1::Vec3d<float>{5.0F, 4.0F, 2.0F}));
+    EXPECT_EQ(readCloud(file("cloud.ply")).row(0), (Numbers{5.0, 4.0, 2.0, 100.5}));
 }
 
 TEST_F(PlaceCommandTest, AnUnsuitableSensorStreamIsReported)
@@ -255,7 +270,6 @@ TEST_F(PlaceCommandTest, AnUnsuitableSensorStreamIsReported)
         writeSensorStream(data);
         ToolRun const placing = placeSensors(more);
         EXPECT_EQ(placing.status, 1);
-        EXPECT_EQ(placing.out, "");
         EXPECT_EQ(lineCount(placing.err), 1) << placing.err;
         std::string const begin = "roamscan: " + file("a.sensors").string() + ": ";
         EXPECT_EQ(placing.err.substr(0, begin.size()), begin);
@@ -288,18 +302,19 @@ TEST_F(PlaceCommandTest, EveryPointIsAccountedForInPlainWords)
     writeSmallRecording();
     ToolRun const placing = place({"--cloud", file("cloud.ply")});
     EXPECT_EQ(placing.status, 0) << placing.err;
-    EXPECT_EQ(placing.out,
-              "5 points in the scan\n"
-              "1 points were placed\n"
-              "1 points had no time\n"
-              "2 points lay outside the trajectory in time\n"
-              "1 points had no measured position\n"
-              "placed 1 of 5 points\n");
-    std::vector<CloudPoint> const cloud = readPlyFile(file("cloud.ply"));
+    EXPECT_EQ(
+        placing.out,
+        "5 points in the scan\n"
+        "1 points were placed\n"
+        "1 points had no time\n"
+        "2 points lay outside the trajectory in time\n"
+        "0 points lay in gaps of the trajectory longer than 10.000000 s (ten usual steps) and were left out\n"
+        "1 points had no measured position\n"
+        "placed 1 of 5 points\n");
+    CloudTable const cloud = readCloud(file("cloud.ply"));
+    EXPECT_EQ(cloud.fields(), (Names{"x double", "y double", "z double", "intensity ushort", "time double"}));
     ASSERT_EQ(cloud.size(), 1U);
-    EXPECT_EQ(cloud[0].position, (Bv_1_1::Vec3d<float>{4.0F, 0.5F, 1.0F}));
-    EXPECT_EQ(cloud[0].intensity, 77);
-    EXPECT_EQ(cloud[0].time, 100.5);
+    EXPECT_EQ(cloud.row(0), (Numbers{4.0, 0.5, 1.0, 77.0, 100.5}));
 }
 
 TEST_F(PlaceCommandTest, ErrorsAreDistancesToTheNearestSurface)
@@ -332,30 +347,33 @@ TEST_F(PlaceCommandTest, AMissingDeviceIsReported)
 TEST_F(PlaceCommandTest, NothingIsLeftOnFailure)
 {
     writeSmallRecording();
-    auto const expectFailure = [&](std::string const& reason) {
+    auto const expectFailure = [&](std::string const& reason, std::string const& lastLineOfOutput) {
         ToolRun const placing = place({"--cloud", file("cloud.ply"), "--picture", file("plan.png")});
         EXPECT_EQ(placing.status, 1) << reason;
-        EXPECT_EQ(placing.out, "");
+        EXPECT_EQ(placing.out.empty() ? placing.out : lastLine(placing.out), lastLineOfOutput);
         EXPECT_EQ(lineCount(placing.err), 1) << placing.err;
         EXPECT_NE(placing.err.find(reason), std::string::npos) << placing.err;
         EXPECT_EQ(names(), (Names{"a.trajectory", "scan.ply"}));
     };
     std::string const scan = read("scan.ply");
     write("scan.ply", scan.substr(0, scan.size() - 1));
-    expectFailure("cut off or damaged");
+    expectFailure("cut off or damaged", "");
     std::ostringstream empty;
-    PlyWriter(empty).finish();
+    CloudPointWriter(empty, "scan.ply").finish();
     write("scan.ply", empty.str());
-    expectFailure("there is no point in it");
+    expectFailure("there is no point in it", "placed 0 of 0 points");
     std::ostringstream elsewhen;
-    PlyWriter writer(elsewhen);
+    CloudPointWriter writer(elsewhen, "scan.ply");
     writer.add({{{1.0F, 0.0F, 0.0F}, 0}, 1e9});
     writer.finish();
     write("scan.ply", elsewhen.str());
-    expectFailure("none of its 1 points could be placed");
+    expectFailure(
+        "none of its 1 points could be placed: 1 outside the trajectory in time (points with a time are from "
+        "1000000000.000 s to 1000000000.000 s, the trajectory from 100.000 s to 101.000 s",
+        "placed 0 of 1 points");
     std::string const trajectory = read("a.trajectory");
     write("a.trajectory", trajectory.substr(0, trajectory.size() - 1));
-    expectFailure("ends early");
+    expectFailure("ends early", "");
 }
 
 TEST_F(PlaceCommandTest, ATrajectoryWithoutPosesIsReported)
@@ -375,4 +393,123 @@ TEST_F(PlaceCommandTest, NoFileIsNamedTwice)
     writeSensorStream(smallSensors());
     EXPECT_NE(placeSensors({"--cloud", file("a.sensors")}).err.find("is named twice"), std::string::npos);
     EXPECT_EQ(names(), (Names{"a.sensors", "a.trajectory", "scan.ply"}));
+}
+
+TEST_F(PlaceCommandTest, WhyNothingWasPlacedIsSaid)
+{
+    writeSmallRecording();
+    auto const reason = [&](std::vector<std::string> const& lines,
+                            std::vector<std::string> const& more = {}) {
+        writeTextScan("double time", lines);
+        ToolRun const placing = place(more);
+        EXPECT_EQ(placing.status, 1);
+        EXPECT_EQ(lastLine(placing.out), "placed 0 of " + std::to_string(lines.size()) + " points");
+        auto const begin = placing.err.find("placed: ");
+        return begin == std::string::npos ? placing.err : placing.err.substr(begin + 8);
+    };
+    EXPECT_EQ(reason({"1 0 0 nan", "1 0 0 nan"}), "2 without a time (NaN)\n");
+    EXPECT_EQ(reason({"0 0 0 100.5"}), "1 without a measured position (zero or not finite)\n");
+    EXPECT_EQ(
+        reason({"1 0 0 100.5"}, {"--max-gap", "0.5"}),
+        "1 in gaps of the trajectory longer than 0.500000 s (--max-gap sets the longest gap, --across-gaps "
+        "places them)\n");
+    EXPECT_EQ(reason({"1 0 0 nan", "0 0 0 100.5"}),
+              "1 without a time (NaN) and 1 without a measured position (zero or not finite)\n");
+}
+
+TEST_F(PlaceCommandTest, GapsAreLeftOutOrPlacedAcross)
+{
+    writeSmallRecording();
+    writeTextScan("double time", {"1 0 0 100", "2 0 0 100.5", "3 0 0 101"});
+    ToolRun const without = place({"--max-gap", "0.5", "--cloud", file("cloud.ply")});
+    EXPECT_EQ(lastLine(without.out), "placed 2 of 3 points") << without.err;
+    EXPECT_NE(
+        without.out.find("1 points lay in gaps of the trajectory longer than 0.500000 s and were left out\n"),
+        std::string::npos)
+        << without.out;
+    EXPECT_EQ(readCloud(file("cloud.ply")).column("time"), (Numbers{100.0, 101.0}));
+    ToolRun const across = place({"--max-gap", "0.5", "--across-gaps", "--json"});
+    EXPECT_NE(across.out.find("\"inGaps\": 1"), std::string::npos) << across.out;
+    EXPECT_NE(across.out.find("\"placed\": 3"), std::string::npos) << across.out;
+}
+
+TEST_F(PlaceCommandTest, OtherClocksAndUnitsAreConverted)
+{
+    writeSmallRecording();
+    writeTextScan("uint stamp", {"1 0 0 500000", "1 0 0 1500000"});
+    EXPECT_NE(place({}).err.find("--time-property"), std::string::npos);
+    ToolRun const placing = place({"--time-property",
+                                   "stamp",
+                                   "--time-scale",
+                                   "1e-6",
+                                   "--time-offset",
+                                   "100",
+                                   "--cloud",
+                                   file("cloud.ply")});
+    EXPECT_EQ(lastLine(placing.out), "placed 1 of 2 points") << placing.err;
+    CloudTable const cloud = readCloud(file("cloud.ply"));
+    EXPECT_EQ(cloud.column("stamp"), (Numbers{500000.0})) << "the property itself is unchanged";
+}
+
+TEST_F(PlaceCommandTest, TimesThatCannotTellTheStepsApartAreRefused)
+{
+    TrajectoryData data;
+    for (int i = 0; i < 100; ++i) {
+        data.nodes.emplace_back(1.4e9 + 0.01 * i, TrafoT<double>::Translation({3.0, 0.0, 0.0}));
+    }
+    data.devicePositions[Device::Device0] = TrafoT<double>::Identity();
+    std::ofstream trajectory(file("a.trajectory"), std::ios::binary);
+    writeTrajectory(data, trajectory, "a.trajectory");
+    trajectory.close();
+    writeTextScan("float time", {"1 0 0 1.4e9"});
+    ToolRun const floats = place({}, 0, 0);
+    EXPECT_EQ(floats.status, 1);
+    EXPECT_NE(floats.err.find(
+                  "the time property \"time\" of type float has steps of 128.000000 s at the times of the "
+                  "trajectory, whose poses are 0.010000 s apart"),
+              std::string::npos)
+        << floats.err;
+    writeTextScan("float time", {"1 0 0 0.5"});
+    EXPECT_EQ(place({"--time-offset", "1.4e9"}, 0, 0).status, 0);
+}
+
+TEST_F(PlaceCommandTest, CoordinatesAreDoublesOrFloatsRelativeToAnOffset)
+{
+    TrajectoryData data;
+    for (double const time : {100.0, 101.0}) {
+        data.nodes.emplace_back(time, TrafoT<double>::Translation({5400123.456789, 400.0, 10.0}));
+    }
+    data.devicePositions[Device::Device0] = TrafoT<double>::Identity();
+    std::ofstream trajectory(file("a.trajectory"), std::ios::binary);
+    writeTrajectory(data, trajectory, "a.trajectory");
+    trajectory.close();
+    writeTextScan("double time", {"0.125 0 0 100.5"});
+    EXPECT_EQ(place({"--cloud", file("cloud.ply")}, 0, 0).status, 0);
+    EXPECT_EQ(readCloud(file("cloud.ply")).column("x"), (Numbers{5400123.456789 + 0.125}));
+    ToolRun const automatic = place({"--cloud", file("cloud.ply"), "--offset", "auto"}, 0, 0);
+    EXPECT_NE(
+        automatic.out.find(
+            "coordinates are floats relative to 5400100.000, 400.000, 0.000, rounded by at most 0.00000"),
+        std::string::npos)
+        << automatic.out << automatic.err;
+    EXPECT_EQ(readCloud(file("cloud.ply")).column("x"),
+              (Numbers{static_cast<double>(static_cast<float>(5400123.456789 + 0.125 - 5400100.0))}));
+    EXPECT_NE(
+        read("cloud.ply").find("comment offset 5400100.000000 400.000000 0.000000 is to be added to x y z\n"),
+        std::string::npos);
+    EXPECT_EQ(place({"--cloud", file("cloud.ply"), "--offset", "5400000,0,10"}, 0, 0).status, 0);
+    EXPECT_EQ(readCloud(file("cloud.ply")).column("z"), (Numbers{0.0}));
+    EXPECT_NE(place({"--offset", "1,2"}, 0, 0).err.find("give X,Y,Z in metres, or auto"), std::string::npos);
+    EXPECT_NE(place({"--offset", "1,2,x"}, 0, 0).err.find("give X,Y,Z in metres, or auto"),
+              std::string::npos);
+}
+
+TEST_F(PlaceCommandTest, AnUnknownEndingIsRefused)
+{
+    writeSmallRecording();
+    ToolRun const placing = place({"--cloud", file("cloud.xls")});
+    EXPECT_EQ(placing.status, 1);
+    EXPECT_NE(placing.err.find("cloud.xls: the ending of a cloud must be .ply, .pcd, .csv or .las"),
+              std::string::npos)
+        << placing.err;
 }

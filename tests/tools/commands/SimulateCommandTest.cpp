@@ -1,5 +1,5 @@
+#include "tests/tools/support/CloudTable.h"
 #include "tests/tools/support/ToolFixture.h"
-#include "tools/io/PlyReader.h"
 #include "tools/io/RecordingFile.h"
 
 #include <roamscan/frame/bvbase/File.h>
@@ -27,6 +27,7 @@ namespace
 using namespace oV::Roamscan;
 using namespace oV::Roamscan::tool;
 using support::lineCount;
+using support::readCloud;
 using support::ToolFixture;
 using support::ToolRun;
 using testing::HasSubstr;
@@ -72,7 +73,7 @@ TEST_F(SimulateCommandTest, WritesAWalkItsSensorsAScanAndABuilding)
     EXPECT_EQ(data->nodes.back().time - data->nodes.front().time, 0.5);
     EXPECT_EQ(listDevices(*data), "0, 1, 2 and 3");
     EXPECT_EQ(data->devicePositions.at(Device::Device0), TrafoT<double>::Identity());
-    EXPECT_GT(readPlyFile(file("new/walk/scan.ply")).size(), 17'500U); // 20,000 a second for 0.9 s
+    EXPECT_GT(readCloud(file("new/walk/scan.ply")).size(), 17'500U); // 20,000 a second for 0.9 s
     auto const sensors = readSensorFile(file("new/walk/walk.sensors")).data;
     EXPECT_EQ(sensors->imuData.at("imu1").size(), 101U);
     EXPECT_EQ(sensors->imuData.at("imu2").size(), 101U);
