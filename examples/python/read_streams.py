@@ -248,6 +248,16 @@ def describe_trajectory(buffer):
             "largestStep": max((b[0] - a[0] for a, b in steps), default=0.0),
             "pathLength": sum(math.dist(a[1][:3], b[1][:3]) for a, b in steps),
         }
+        durations = sorted(b[0] - a[0] for a, b in steps)
+        usual = durations[len(durations) // 2] if durations else 0.0  # the median
+        longest = 10.0 * usual
+        description |= {
+            "usualStep": usual,
+            "longestStepWithoutGap": longest,
+            "gaps": [
+                {"from": a[0], "to": b[0], "duration": b[0] - a[0]} for a, b in steps if b[0] - a[0] > longest
+            ],
+        }
     description["devices"] = [{"device": device, **describe_pose(devices[device])} for device in sorted(devices)]
     return description
 
