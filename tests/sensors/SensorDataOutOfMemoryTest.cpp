@@ -1,56 +1,16 @@
 /// @file
-/// What happens to a store when memory runs out in the middle of an operation. This program replaces the
-/// allocation of the whole process by one that fails on request.
+/// What happens to a store when memory runs out in the middle of an operation.
 
+#include "tests/support/FailingAllocation.h"
 #include "tests/support/SensorRecords.h"
 
 #include <roamscan/sensors/SensorData.h>
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstddef>
-#include <cstdlib>
-#include <new>
+#include <memory>
 #include <sstream>
 #include <string>
-
-namespace
-{
-
-// Allocations that are still granted; below zero: all of them.
-std::atomic<long> granted = -1;
-
-bool isGranted()
-{
-    long const left = granted.load();
-    if (left < 0) {
-        return true;
-    }
-    return left > 0 && granted.fetch_sub(1) > 0;
-}
-
-} // namespace
-
-// Not inlined, so that the compiler recognises each pair of new and delete.
-[[gnu::noinline]] void* operator new(std::size_t size)
-{
-    void* const memory = isGranted() ? std::malloc(size == 0 ? 1 : size) : nullptr;
-    if (memory == nullptr) {
-        throw std::bad_alloc();
-    }
-    return memory;
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-[[gnu::noinline]] void operator delete(void* memory, std::size_t /*size*/) noexcept
-{
-    std::free(memory);
-}
 
 namespace
 {
@@ -69,21 +29,6 @@ SensorData severalSensors()
         data.sensorPoses[name] = {{0, 0, 0}, {0, 0, 1, 0}};
     }
     return data;
-}
-
-// Runs an operation with so many allocations granted. Whether it ran out of them.
-template <typename Operation>
-bool runsOutOfMemory(long allocations, Operation const& operation)
-{
-    granted = allocations;
-    try {
-        operation();
-    } catch (std::bad_alloc const&) {
-        granted = -1;
-        return true;
-    }
-    granted = -1;
-    return false;
 }
 
 TEST(OutOfMemory, InABodyOfApplyPosesReachesTheCallerAndLeavesTheFlagFalse)
