@@ -26,6 +26,7 @@ namespace bench
 [[nodiscard]] Group exifReader();
 [[nodiscard]] Group options();
 [[nodiscard]] Group optionsOnTwoThreads();
+[[nodiscard]] Group processStart();
 
 /// All of them. Peak memory comes first, while the process is small: a child inherits the heap of its parent,
 /// and free memory in it would hide what the child takes.
@@ -47,7 +48,8 @@ namespace bench
             anchorSections(),
             exifReader(),
             options(),
-            optionsOnTwoThreads()};
+            optionsOnTwoThreads(),
+            processStart()};
 }
 
 } // namespace bench

@@ -50,7 +50,8 @@ private:
 #else
     /// The spin count is ignored on this platform.
     explicit RecursiveLock(unsigned int) noexcept {}
-    ~RecursiveLock() = default;
+    // Not trivial, as on Windows: a lock that is constructed at load has an exit action on every platform.
+    ~RecursiveLock() {} // NOLINT(modernize-use-equals-default)
 
     /// Blocks until no other thread holds the lock, then enters it.
     /// @throws std::system_error if the thread has entered the lock too often
