@@ -201,8 +201,11 @@ def describe_sensors(buffer):
 
 def describe_pose(pose):
     """A pose is stored as translation x, y, z, then rotation w, x, y, z."""
-    numbers = [number if math.isfinite(number) else None for number in pose]
-    return {"translation": numbers[:3], "rotation": numbers[3:]}
+    return {"translation": list(pose[:3]), "rotation": list(pose[3:])}
+
+
+def distance(pose, other):
+    return math.sqrt(sum((a - b) * (a - b) for a, b in zip(pose[:3], other[:3])))
 
 
 def read_trajectory(buffer):
@@ -246,7 +249,7 @@ def describe_trajectory(buffer):
             "duration": last - first,
             "meanStep": (last - first) / len(steps) if steps else 0.0,
             "largestStep": max((b[0] - a[0] for a, b in steps), default=0.0),
-            "pathLength": sum(math.dist(a[1][:3], b[1][:3]) for a, b in steps),
+            "pathLength": sum(distance(a[1], b[1]) for a, b in steps),
         }
         durations = sorted(b[0] - a[0] for a, b in steps)
         usual = durations[len(durations) // 2] if durations else 0.0  # the median
@@ -297,6 +300,15 @@ def describe_file(path):
     return {"file": path, **description, "bytesBehind": available - length}
 
 
+def finite(value):
+    """The same document with null for each number that JSON does not have: NaN and the infinities."""
+    if isinstance(value, dict):
+        return {key: finite(member) for key, member in value.items()}
+    if isinstance(value, list):
+        return [finite(element) for element in value]
+    return None if isinstance(value, float) and not math.isfinite(value) else value
+
+
 def main(paths):
     if not paths:
         print("usage: read_streams.py FILE...", file=sys.stderr)
@@ -311,7 +323,7 @@ def main(paths):
             print(f"read_streams.py: {path}: {reason}", file=sys.stderr)
             status = 1
     if descriptions:
-        print(json.dumps(descriptions, indent=2, ensure_ascii=False))
+        print(json.dumps(finite(descriptions), indent=2, ensure_ascii=False))
     return status
 
 
