@@ -25,6 +25,8 @@ set(expected
 set(lastObject "oV::Roamscan::(anonymous namespace)::attachment")
 
 execute_process(COMMAND "${NM}" -C --defined-only "${LIBRARY}" OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX MATCHALL "[0-9a-f]+ [bBdDrRuV] [^\n]+" symbols "${symbols}") # the data
+list(JOIN symbols "\n" symbols)
 
 # name_of(offset result): the name of the object at an offset in the library.
 function(name_of offset result)
