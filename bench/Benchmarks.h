@@ -12,6 +12,7 @@ namespace bench
 [[nodiscard]] Group trajectoryStreamMemory();
 [[nodiscard]] Group sensorStreamMemory();
 [[nodiscard]] Group panoramaMemory();
+[[nodiscard]] Group cloudPlacingMemory();
 [[nodiscard]] Group poseSampling();
 [[nodiscard]] Group manyPoses();
 [[nodiscard]] Group trajectoryBuilding();
@@ -19,6 +20,7 @@ namespace bench
 [[nodiscard]] Group trajectoryDrawing();
 [[nodiscard]] Group scanPoints();
 [[nodiscard]] Group manyScanPoints();
+[[nodiscard]] Group cloudPlacing();
 [[nodiscard]] Group sensorStream();
 [[nodiscard]] Group sensorOperations();
 [[nodiscard]] Group panorama();
@@ -35,6 +37,7 @@ namespace bench
     return {trajectoryStreamMemory(),
             sensorStreamMemory(),
             panoramaMemory(),
+            cloudPlacingMemory(),
             poseSampling(),
             manyPoses(),
             trajectoryBuilding(),
@@ -42,6 +45,7 @@ namespace bench
             trajectoryDrawing(),
             scanPoints(),
             manyScanPoints(),
+            cloudPlacing(),
             sensorStream(),
             sensorOperations(),
             panorama(),

@@ -128,6 +128,9 @@ void LasWriter::planRecord()
 std::span<char const>
 LasWriter::convert(PointBlock const& points, std::span<double const> times, std::vector<char>& buffer) const
 {
+    if (points.count == 0) {
+        return {};
+    }
     buffer.assign(points.count * recordSize_, '\0');
     convertPositions(points, buffer);
     for (std::size_t i = 0; i < times.size(); ++i) {

@@ -77,6 +77,9 @@ std::span<char const> littleEndianRecords(PointBlock const& points,
     if (std::endian::native == std::endian::little && sameTypes(layout, written)) {
         return points.records;
     }
+    if (points.count == 0) {
+        return {};
+    }
     buffer.resize(points.count * written.stride());
     for (std::size_t i = 0; i < layout.fields().size(); ++i) {
         copyField(points, layout, written, i, buffer, name);

@@ -74,6 +74,9 @@ TimeOfPoints::TimeOfPoints(PointLayout const& layout,
 
 void TimeOfPoints::read(PointBlock const& points, std::size_t stride, std::span<double> seconds) const
 {
+    if (points.count == 0) {
+        return;
+    }
     if (unitsPerSecond_ == 0.0) {
         points.read(field_, stride, seconds.data());
         if (settings_.scale != 1.0 || settings_.offset != 0.0) {

@@ -24,6 +24,9 @@ struct PointBlock
     /// Reads a field of every record as doubles: `target[i * step]` for record i.
     void read(Field const& field, std::size_t stride, double* target, std::size_t step = 1) const
     {
+        if (count == 0) {
+            return; // there may be no memory to point into
+        }
         withType(field.type, [&](auto zero) {
             char const* from = records.data() + field.offset;
             for (std::size_t i = 0; i < count; ++i, from += stride) {

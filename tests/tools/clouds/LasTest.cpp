@@ -250,6 +250,12 @@ TEST(Las, TheHeaderSaysWhatIsInTheFile)
     EXPECT_EQ(loadLittleEndian<std::int32_t>(&bytes[375]), -1000);
 }
 
+TEST(Las, AFileMayHaveNoPoint)
+{
+    PointLayout const layout{{"x", FieldType::Double}, {"y", FieldType::Double}, {"z", FieldType::Double}};
+    EXPECT_EQ(writtenAndRead(layout, {}, {}).size(), 0U);
+}
+
 TEST(Las, WhatDoesNotFitIsRefused)
 {
     PointLayout layout{{"x", FieldType::Double},

@@ -116,6 +116,11 @@ TEST(TextCloud, BadLinesAreRefusedByNumber)
     EXPECT_NE(refusal(start + std::string(70'000, '1')), "");
 }
 
+TEST(TextCloud, LinesWithoutAPointGiveNone)
+{
+    EXPECT_EQ(parse("x,y,z,time\n# no point\n\n").column("x"), (Numbers{}));
+}
+
 TEST(TextCloud, ManyBlankLinesCostNoMemory)
 {
     std::string names = "x";
