@@ -84,6 +84,37 @@ TEST_F(CommandLineTest, AWrongCallIsOneLineAndStatusOne)
     }
 }
 
+TEST_F(CommandLineTest, AnUnknownWordIsNamedBeforeWhatIsMissing)
+{
+    auto const errorOf = [](std::vector<std::string> const& words) { return run(words).err; };
+    EXPECT_EQ(errorOf({"imports"}),
+              "roamscan: unknown command 'imports'; did you mean 'import'? (see roamscan --help)\n");
+    EXPECT_EQ(errorOf({"imports", "--format", "tum", "a", "b"}), errorOf({"imports"}));
+    EXPECT_EQ(errorOf({"fly"}), "roamscan: unknown command 'fly' (see roamscan --help)\n");
+    EXPECT_EQ(errorOf({"--nope"}), "roamscan: unknown option '--nope' (see roamscan --help)\n");
+    EXPECT_EQ(errorOf({"--versoin"}),
+              "roamscan: unknown option '--versoin'; did you mean '--version'? (see roamscan --help)\n");
+    std::string const place =
+        "roamscan: unknown option '--form'; did you mean '--from'? (see roamscan place --help)\n";
+    EXPECT_EQ(errorOf({"place", "--trajectory", "a", "--form", "1"}), place);
+    EXPECT_EQ(errorOf({"place", "--form=1"}), place);
+    EXPECT_EQ(errorOf({"place", "x", "--form", "-1"}), place);
+    EXPECT_EQ(errorOf({"place", "--point", "x"}),
+              "roamscan: unknown option '--point'; did you mean '--points'? (see roamscan place --help)\n");
+    EXPECT_EQ(errorOf({"import", "--format", "tum", "a", "b", "c"}),
+              "roamscan: unexpected argument 'c' (see roamscan import --help)\n");
+    EXPECT_EQ(errorOf({"panorama", "joint", "a"}),
+              "roamscan: unknown command 'joint'; did you mean 'join'? (see roamscan panorama --help)\n");
+    EXPECT_EQ(errorOf({"panorama", "join", "--tile", "a"}),
+              "roamscan: unknown option '--tile' (see roamscan panorama join --help)\n");
+}
+
+TEST_F(CommandLineTest, HelpIsPrintedDespiteAnUnknownWord)
+{
+    EXPECT_EQ(run({"import", "--nope", "--help"}).status, 0);
+    EXPECT_EQ(run({"--help", "imports"}).status, 0);
+}
+
 TEST_F(CommandLineTest, FileNamesCannotBreakTheLine)
 {
     ToolRun const info = run({"info", "no\nsuch\x1b[31mfile"});

@@ -44,7 +44,7 @@ std::string startOf(CloudInput& input)
 std::unique_ptr<PointReader> openCloud(std::filesystem::path const& path, TextSettings const& text)
 {
     InputFile file = openInput(path);
-    return openCloud({std::make_unique<std::ifstream>(std::move(file.stream)), file.size, path}, text);
+    return openCloud({std::move(file.owned), file.size, path}, text);
 }
 
 std::unique_ptr<PointReader> openCloud(CloudInput input, TextSettings const& text)

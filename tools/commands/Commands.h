@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <iosfwd>
 
 namespace CLI
@@ -19,11 +20,22 @@ struct Console
     std::ostream& out;   ///< The results.
     std::ostream& err;   ///< One line for each file that failed while the command went on.
     bool failed = false; ///< Whether there was such a file.
+
+    /// Where to report about a result: on `err` if one of the outputs is "-", so that it does not get into
+    /// the result.
+    [[nodiscard]] std::ostream& reportBeside(std::filesystem::path const& output,
+                                             std::filesystem::path const& other = {}) const
+    {
+        return output == "-" || other == "-" ? err : out;
+    }
 };
 
 void addImport(CLI::App& app, Console& console);
+void addExport(CLI::App& app, Console& console);
+void addMount(CLI::App& app, Console& console);
 void addSimulate(CLI::App& app, Console& console);
 void addPlace(CLI::App& app, Console& console);
+void addSample(CLI::App& app, Console& console);
 void addStill(CLI::App& app, Console& console);
 void addLine(CLI::App& app, Console& console);
 void addInfo(CLI::App& app, Console& console);

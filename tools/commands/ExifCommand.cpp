@@ -1,6 +1,7 @@
 #include "tools/commands/FileReport.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
+#include "tools/io/FileKind.h"
 #include "tools/io/InputFile.h"
 
 #include <roamscan/imagery/ExifReader.h>
@@ -35,6 +36,11 @@ Json describe(std::filesystem::path const& path)
     PanoramaImageData::ExifData const data = readExifMetaData(file.stream);
     if (file.stream.bad()) {
         throw fileError(path, "cannot be read; check the medium");
+    }
+    if (FileKind const kind = kindOfFile(path);
+        !data.valid && kind != FileKind::Unknown && kind != FileKind::Picture)
+    {
+        throw fileError(path, "this is " + describe(kind));
     }
     constexpr std::string_view terminator("\0", 1);
     return {{"file", path.string()},

@@ -1,17 +1,26 @@
 #include "tools/commands/Commands.h"
+#include "tools/commands/PoseFormatOption.h"
+#include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
+#include "tools/io/FileKind.h"
 #include "tools/io/InputFile.h"
 #include "tools/io/Output.h"
 #include "tools/io/OutputFile.h"
 #include "tools/io/PoseTextFormats.h"
 #include "tools/io/RecordingFile.h"
+#include "tools/motion/TimeOrder.h"
+#include "tools/mounts/MountText.h"
 
 #include <CLI/CLI.hpp>
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <ostream>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace oV::Roamscan::tool
 {
@@ -21,50 +30,110 @@ namespace
 
 struct Options
 {
-    std::string format;
-    std::filesystem::path times; ///< The times of KITTI poses; empty for other formats.
+    PoseFormat format = PoseFormat::Tum;
+    std::filesystem::path times;     ///< The times of KITTI poses; empty for other formats.
+    std::vector<std::string> mounts; ///< "1=x,y,z,qw,qx,qy,qz"
     std::filesystem::path input;
     std::filesystem::path output;
 };
 
 void checkTimesOption(Options const& options)
 {
-    bool const isKitti = options.format == "kitti";
+    bool const isKitti = options.format == PoseFormat::Kitti;
     if (isKitti && options.times.empty()) {
         throw fileError(options.input, "KITTI poses have no times of their own; give them with --times FILE");
     }
     if (!isKitti && !options.times.empty()) {
         throw fileError(options.times, "--times goes with --format kitti only; leave it out");
     }
+    if (isStandardStream(options.input) && isStandardStream(options.times)) {
+        throw ToolError(
+            "the poses and the times cannot both be read from the standard input; name a file for one");
+    }
 }
 
-std::vector<TrajectoryNode> readPoses(Options const& options)
+FileKind kindOfFormat(PoseFormat format)
 {
-    InputFile poses = openInput(options.input);
-    if (options.format == "tum") {
-        return readTumPoses(poses.stream, options.input);
+    switch (format) {
+    case PoseFormat::Tum:
+        return FileKind::TumPoses;
+    case PoseFormat::Euroc:
+        return FileKind::EurocPoses;
+    case PoseFormat::Kitti:
+        return FileKind::KittiPoses;
+    case PoseFormat::Csv:
+        return FileKind::CsvPoses;
     }
-    if (options.format == "euroc") {
-        return readEurocPoses(poses.stream, options.input);
-    }
-    InputFile times = openInput(options.times);
-    return readKittiPoses(poses.stream, options.input, readTimes(times.stream, options.times), options.times);
+    return FileKind::Unknown;
 }
 
-/// The tracked body becomes Device0, at the identity.
-void run(Options const& options, std::ostream& out)
+/// The poses, and the lines that have their times.
+TextPoses readInput(Options const& options)
+{
+    InputFile poses = openInputOrPipe(options.input);
+    if (options.format != PoseFormat::Kitti) {
+        return readPoses(options.format, poses.stream, options.input);
+    }
+    InputFile text = openInputOrPipe(options.times);
+    TextTimes times = readTimes(text.stream, options.times);
+    TextPoses read = readKittiPoses(poses.stream, options.input, times.times, options.times);
+    read.lines = std::move(times.lines);
+    return read;
+}
+
+TextPoses readInputOfKind(Options const& options)
+{
+    try {
+        return readInput(options);
+    } catch (ToolError const& failure) {
+        FileKind const found = kindOfFile(options.input);
+        if (found == FileKind::Unknown || found == kindOfFormat(options.format)) {
+            throw;
+        }
+        throw fileError(options.input, "this is " + describe(found));
+    }
+}
+
+/// Reports repeated times and times that go backward, with the first line of each.
+void reportTimes(TimeOrder const& order,
+                 std::vector<std::uint64_t> const& lines,
+                 std::filesystem::path const& name,
+                 std::ostream& out)
+{
+    auto const line = [&](std::size_t index) {
+        return ", first in " + oneLine(name.string()) + ":" + std::to_string(lines[index]);
+    };
+    if (order.repeated > 0) {
+        out << "  " << counted(order.repeated, "pose has", "poses have") << " the time of an earlier one"
+            << line(order.firstRepeated) << "; of the poses at one time, the last one counts\n";
+    }
+    if (order.backward > 0) {
+        out << "  " << counted(order.backward, "pose is", "poses are") << " before the previous one in time"
+            << line(order.firstBackward) << "; a trajectory puts them in order\n";
+    }
+}
+
+/// The tracked body becomes Device0, at the identity unless it is mounted elsewhere.
+void run(Options const& options, Console& console)
 {
     checkTimesOption(options);
     requireDistinctFiles({options.input, options.times, options.output});
 
     TrajectoryData data;
-    data.nodes = readPoses(options);
     data.devicePositions[Device::Device0] = TrafoT<double>::Identity();
+    setMounts(data, options.mounts, "--mount");
+    TextPoses poses = readInputOfKind(options);
+    data.nodes = std::move(poses.nodes);
 
     OutputFile output(options.output);
     writeTrajectory(data, output.stream(), options.output);
     output.commit();
-    out << data.nodes.size() << " poses imported\n";
+    std::ostream& report = console.reportBeside(options.output);
+    report << counted(data.nodes.size(), "pose", "poses") << " imported\n";
+    reportTimes(timeOrderOf(data.nodes),
+                poses.lines,
+                options.format == PoseFormat::Kitti ? options.times : options.input,
+                report);
 }
 
 } // namespace
@@ -73,14 +142,22 @@ void addImport(CLI::App& app, Console& console)
 {
     auto const options = std::make_shared<Options>();
     CLI::App* const command = app.add_subcommand("import", "Convert poses in a text file to a trajectory");
-    command->add_option("--format", options->format, "tum, euroc or kitti")
-        ->required()
-        ->check(CLI::IsMember({"tum", "euroc", "kitti"}));
+    addPoseFormat(*command, options->format, "tum, euroc, kitti or csv")->required();
     command->add_option("--times", options->times, "KITTI: a file with the time of each pose in seconds");
-    command->add_option("IN", options->input, "The text file")->required();
-    command->add_option("OUT", options->output, "The trajectory file to write")->required();
-    command->footer("Example:\n  roamscan import --format euroc data.csv flight.trajectory\n");
-    command->callback([options, &console] { run(*options, console.out); });
+    command
+        ->add_option(
+            "--mount",
+            options->mounts,
+            "Set the position of a device relative to the tracked body, as roamscan mount --set does; may be "
+            "given several times")
+        ->allow_extra_args(false)
+        ->type_name("DEVICE=x,y,z,qw,qx,qy,qz");
+    command->add_option("IN", options->input, "The text file; - for the standard input")->required();
+    command->add_option("OUT", options->output, "The trajectory file to write; - for the standard output")
+        ->required();
+    command->footer("A CSV text has the columns time,x,y,z,qw,qx,qy,qz, in seconds and metres.\n\n"
+                    "Example:\n  roamscan import --format euroc data.csv flight.trajectory\n");
+    command->callback([options, &console] { run(*options, console); });
 }
 
 } // namespace oV::Roamscan::tool

@@ -6,12 +6,17 @@
 #include "tools/io/OutputTiles.h"
 #include "tools/io/Pictures.h"
 
-#include <CLI/CLI.hpp>
+#include <roamscan/imagery/AnchorScanMetadata.h>
 
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -63,7 +68,51 @@ void split(Options const& options, std::ostream& out)
     out << result;
 }
 
-void join(Options const& options, std::ostream& out)
+/// Whether the metadata beside the tiles call the picture a stitched panorama. Metadata that cannot be read
+/// do not matter to the picture.
+bool isStitched(std::filesystem::path const& tiles)
+{
+    std::ifstream file(std::filesystem::path(tiles).replace_extension(".json"));
+    auto const json = nlohmann::json::parse(file, nullptr, false);
+    try {
+        auto const pictures = json.get<AnchorScanMetadata>().panoramaPictures;
+        return std::ranges::any_of(pictures, [&](AnchorScanMetadata::PanoramaPicture const& picture) {
+            return picture.fileName == tiles.filename().string() &&
+                   picture.content == AnchorScanMetadata::PanoramaPicture::Content::ContentStitched;
+        });
+    } catch (nlohmann::json::exception const&) {
+        return false;
+    }
+}
+
+/// Reports a tile that must be missing at the end, or between tiles that were numbered anew.
+/// @throws ToolError if the metadata show that the last tile is missing
+void checkWidth(cv::Mat const& picture,
+                std::size_t count,
+                std::filesystem::path const& tiles,
+                std::ostream& err)
+{
+    auto const columns = static_cast<std::uint64_t>(picture.cols);
+    std::uint64_t const most = count * columnsOfATile;
+    // A panorama of 360 degrees has two columns for each row at least, as it shows at most 180 degrees
+    // upright.
+    std::uint64_t const whole = 2 * static_cast<std::uint64_t>(picture.rows);
+    if (columns == most && columns + 1 < whole && isStitched(tiles)) {
+        throw fileError(tiles,
+                        "tile " + std::to_string(count) +
+                            " is missing: by its metadata this is a stitched panorama, "
+                            "which has about " +
+                            std::to_string(whole) + " columns, but the " +
+                            counted(count, "tile has", "tiles have") + " only " + std::to_string(columns));
+    }
+    if (columns > most || columns + columnsOfATile <= most) {
+        err << "roamscan: " << oneLine(tiles.string()) << ": " << counted(count, "tile", "tiles") << " of "
+            << columns << " columns do not fit: all but the last one should have " << columnsOfATile
+            << "; is one of them missing or from another picture?\n";
+    }
+}
+
+void join(Options const& options, Console& console)
 {
     requirePictureFormat(options.output);
     requireApart(options.output, options.input);
@@ -73,10 +122,11 @@ void join(Options const& options, std::ostream& out)
     std::atomic<std::uint64_t> stage = 0;
     ProgressWatch const progress("joining tiles", stages, [&stage] { return stage.load(); });
     cv::Mat const picture = readTiles(options.input);
+    checkWidth(picture, countTiles(options.input), options.input, console.err);
     stage = 1;
     writePicture(picture, options.output.extension().string(), file);
     file.commit();
-    out << summary(picture, countTiles(options.input));
+    console.out << summary(picture, countTiles(options.input));
 }
 
 } // namespace
@@ -97,7 +147,7 @@ void addPanorama(CLI::App& app, Console& console)
     CLI::App* const joining = command->add_subcommand("join", "Join tiles to one picture");
     joining->add_option("IN", options->input, place)->required();
     joining->add_option("OUT", options->output, "The picture to write")->required();
-    joining->callback([options, &console] { join(*options, console.out); });
+    joining->callback([options, &console] { join(*options, console); });
 }
 
 } // namespace oV::Roamscan::tool

@@ -13,6 +13,7 @@
 #include "tools/io/Pictures.h"
 #include "tools/io/RecordingFile.h"
 #include "tools/motion/TrajectoryGaps.h"
+#include "tools/mounts/RangefinderMount.h"
 #include "tools/placing/CloudPlacing.h"
 
 #include <CLI/CLI.hpp>
@@ -69,7 +70,7 @@ ScanSource openScan(Options const& options)
     if (options.sensors.empty()) {
         TextSettings text = options.text;
         text.timeProperty = options.time.property;
-        return {options.points, nullptr, openCloud(options.points, text)};
+        return {options.points, nullptr, openCloud(options.points, text), {}};
     }
     return openRangefinder(options.sensors, options.rangefinder);
 }
@@ -151,8 +152,17 @@ void requireDistinctFiles(Options const& options)
                                 options.picture});
 }
 
+/// Warns if the rangefinder is not mounted where the device is.
+void warnAboutMount(TrajectoryData const& data, Device device, ScanSource const& scan, std::ostream& err)
+{
+    std::string const warning = scan.data ? mountWarning(data, device, *scan.data, scan.rangefinder) : "";
+    if (!warning.empty()) {
+        err << "roamscan: warning: " << warning << '\n';
+    }
+}
+
 /// The last line printed is the result.
-void run(Options const& options, std::ostream& out)
+void run(Options const& options, std::ostream& out, std::ostream& err)
 {
     requireDistinctFiles(options);
     auto const data = readTrajectoryFile(options.trajectory).data;
@@ -171,6 +181,7 @@ void run(Options const& options, std::ostream& out)
 
     ScanSource const scan = openScan(options);
     report.scan = scan.name.string();
+    warnAboutMount(*data, options.from, scan, err);
     TimeOfPoints const time(scan.points->layout(), options.time, scan.name);
     requireResolution(time, report, scan.name);
     PointPlacer const placer(scan.points->layout(), time, trajectory, report.settings, scan.name);
@@ -281,7 +292,7 @@ trajectory. All other properties are written unchanged; normals are rotated. Coo
 Example:
   roamscan place --trajectory walk/walk.trajectory --from 1 --to 0 --sensors walk/walk.sensors --cloud cloud.ply --picture plan.png
 )");
-    command->callback([options, &console] { run(*options, console.out); });
+    command->callback([options, &console] { run(*options, console.out, console.err); });
 }
 
 } // namespace oV::Roamscan::tool

@@ -46,7 +46,7 @@ ScanSource openRangefinder(std::filesystem::path const& sensors,
 {
     auto const data = readSensorFile(sensors).data;
     std::string const name = chooseRangefinder(*data, sensors, rangefinder);
-    return {sensors, data, std::make_unique<RangefinderReader>(data->rangefinderData.at(name))};
+    return {sensors, data, std::make_unique<RangefinderReader>(data->rangefinderData.at(name)), name};
 }
 
 } // namespace oV::Roamscan::tool

@@ -18,6 +18,7 @@ struct ScanSource
     std::filesystem::path name;       ///< Of the file.
     std::shared_ptr<SensorData> data; ///< Keeps the rangefinder's samples; null for a cloud.
     std::unique_ptr<PointReader> points;
+    std::string rangefinder; ///< Its name; empty for a cloud.
 };
 
 /// Opens a rangefinder of a sensor stream.

@@ -8,6 +8,7 @@
 #include "tools/io/OutputFile.h"
 #include "tools/io/OutputTiles.h"
 #include "tools/io/RecordingFile.h"
+#include "tools/io/Temporary.h"
 #include "tools/simulation/AnchorScan.h"
 #include "tools/simulation/BuildingAroundPath.h"
 #include "tools/simulation/CloudPointWriter.h"
@@ -110,8 +111,9 @@ TrajectoryData trajectoryOf(Scenario const& scenario)
 }
 
 /// Creates a folder if needed. The result removes it again if it was created and nothing is in it.
-auto createFolder(std::filesystem::path const& path)
+std::unique_ptr<Temporary> createFolder(std::filesystem::path const& path)
 {
+    SignalsHeld const held; // a signal removes the folder only if it was created here
     std::error_code failure;
     bool const isNew = std::filesystem::create_directories(path, failure);
     if (!std::filesystem::is_directory(path)) {
@@ -119,25 +121,21 @@ auto createFolder(std::filesystem::path const& path)
                         "cannot be created: " +
                             (failure ? failure.message() : std::string("there is a file of this name")));
     }
-    auto removeIfEmpty = [](std::filesystem::path const* folder) {
-        std::error_code ignored;
-        std::filesystem::remove(*folder, ignored); // fails if it is not empty
-    };
-    return std::unique_ptr<std::filesystem::path const, decltype(removeIfEmpty)>(isNew ? &path : nullptr);
+    return isNew ? std::make_unique<Temporary>(path, Temporary::Kind::EmptyFolder) : nullptr;
 }
 
 /// A panorama and its metadata.
 struct PanoramaOutput
 {
     PanoramaOutput(std::filesystem::path const& folder, int columns)
-        : tiles(folder / "panorama.png"),
-          metadata(folder / "panorama.json"),
+        : tiles(folder / pictureName),
+          metadata(folder / metadataName),
           size(columns, (columns + 1) / 2) // 360 degrees are twice the 180 degrees from zenith to nadir
     {}
 
     void write(Scenario const& scenario)
     {
-        AnchorScan const scan = anchorScan(*scenario.motion, scenario.planFromBuilding, "panorama.png");
+        AnchorScan const scan = anchorScan(*scenario.motion, scenario.planFromBuilding, pictureName);
         tiles.write(takePanorama(scan.camera, scenario.building, size));
         metadata.stream() << nlohmann::json(scan.metadata).dump(1) << '\n';
     }
@@ -145,6 +143,42 @@ struct PanoramaOutput
     OutputTiles tiles;
     OutputFile metadata;
     cv::Size size;
+
+    static constexpr char const* pictureName = "panorama.png";
+    static constexpr char const* metadataName = "panorama.json";
+};
+
+/// The panorama of an earlier walk, which does not belong to a walk without one.
+class EarlierPanorama
+{
+public:
+    /// @throws ToolError if it cannot be removed without anything else
+    explicit EarlierPanorama(std::filesystem::path const& folder)
+        : tiles_((folder / PanoramaOutput::pictureName).replace_extension()),
+          metadata_(folder / PanoramaOutput::metadataName)
+    {
+        requireOnlyTiles(tiles_, std::filesystem::path(PanoramaOutput::pictureName).extension().string());
+        if (std::filesystem::is_directory(metadata_)) {
+            throw fileError(metadata_, "is a folder; move it away");
+        }
+    }
+
+    void remove() const
+    {
+        std::error_code failure;
+        std::filesystem::remove_all(tiles_, failure);
+        if (!failure) {
+            std::filesystem::remove(metadata_, failure);
+        }
+        if (failure) {
+            throw fileError(tiles_,
+                            "the panorama of an earlier walk cannot be removed: " + failure.message());
+        }
+    }
+
+private:
+    std::filesystem::path tiles_;
+    std::filesystem::path metadata_;
 };
 
 void run(Options const& options, std::ostream& out)
@@ -157,8 +191,11 @@ void run(Options const& options, std::ostream& out)
     OutputFile points(options.folder / "scan.ply");
     OutputFile building(options.folder / "building.json");
     std::optional<PanoramaOutput> panorama;
+    std::optional<EarlierPanorama> earlierPanorama;
     if (options.panoramaColumns > 0) {
         panorama.emplace(options.folder, options.panoramaColumns);
+    } else {
+        earlierPanorama.emplace(options.folder);
     }
     requireDistinctFiles({options.along,
                           trajectory.target(),
@@ -187,6 +224,9 @@ void run(Options const& options, std::ostream& out)
                        &sensors,
                        &points,
                        &building});
+    if (earlierPanorama) {
+        earlierPanorama->remove();
+    }
     out << data.nodes.size() << " poses over "
         << std::lround(scenario.motion->stopTime() - scenario.motion->startTime()) << " s\n"
         << writer.count() << " scan points of " << rangefinders().begin()->first << '\n'
@@ -211,7 +251,13 @@ void addSimulate(CLI::App& app, Console& console)
         "The duration of the walk, up to a day (60); in long walks the sensors measure less often");
     seconds->check(positiveNumber(longestSimulation));
     command->add_option("--seed", options->seed, "The same seed gives the same walk and noise (1)")
-        ->check(CLI::NonNegativeNumber);
+        ->check(CLI::Validator(
+            [](std::string& text) {
+                return text.find_first_not_of("0123456789") == std::string::npos
+                           ? std::string()
+                           : "must be a whole number from 0 up";
+            },
+            "SEED"));
     command->add_option("--along", options->along, "Follow the poses of this trajectory instead")
         ->excludes(seconds);
     command

@@ -8,7 +8,7 @@ namespace oV::Roamscan::tool
 
 ToolError fileError(std::filesystem::path const& file, std::string const& why)
 {
-    return ToolError(file.string() + ": " + why);
+    return ToolError((file.empty() ? "\"\"" : file.string()) + ": " + why);
 }
 
 ToolError lineError(std::filesystem::path const& file, std::uint64_t line, std::string const& why)

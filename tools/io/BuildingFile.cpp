@@ -2,6 +2,7 @@
 
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
+#include "tools/io/FileKind.h"
 #include "tools/io/InputFile.h"
 
 #include <nlohmann/json.hpp>
@@ -103,6 +104,10 @@ Building readBuildingFile(std::filesystem::path const& path)
     try {
         return buildingFrom(nlohmann::json::parse(file.stream));
     } catch (std::exception const& failure) {
+        FileKind const kind = kindOfFile(path);
+        if (kind != FileKind::Unknown && kind != FileKind::Building && kind != FileKind::JsonText) {
+            throw fileError(path, "this is " + describe(kind));
+        }
         throw fileError(path,
                         std::string("is no building: ") + failure.what() +
                             "; name the building.json that `roamscan simulate` wrote");

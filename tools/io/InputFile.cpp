@@ -3,32 +3,80 @@
 #include "tools/console/ToolError.h"
 
 #include <cerrno>
+#include <fstream>
+#include <iostream>
 #include <system_error>
+#include <utility>
 
 namespace oV::Roamscan::tool
 {
 
-InputFile openInput(std::filesystem::path const& path)
+namespace
 {
-    std::error_code failure;
-    auto const status = std::filesystem::status(path, failure);
-    if (status.type() == std::filesystem::file_type::not_found) {
-        throw fileError(path, "there is no such file; check the name");
-    }
-    if (status.type() != std::filesystem::file_type::regular) {
-        throw fileError(path, failure ? failure.message() : "is not a regular file; name a file");
-    }
-    InputFile file;
+
+namespace fs = std::filesystem;
+
+InputFile open(fs::path const& path, fs::file_type type)
+{
     errno = 0;
-    file.stream.open(path, std::ios::binary);
-    if (!file.stream) {
+    auto stream = std::make_unique<std::ifstream>(path, std::ios::binary);
+    if (!*stream) {
         throw fileError(path, "cannot be opened for reading" + systemReason());
     }
-    file.size = std::filesystem::file_size(path, failure);
-    if (failure) {
-        throw fileError(path, "has an unknown size: " + failure.message());
+    std::uint64_t size = InputFile::unknownSize;
+    if (type == fs::file_type::regular) {
+        std::error_code failure;
+        size = fs::file_size(path, failure);
+        if (failure) {
+            throw fileError(path, "has an unknown size: " + failure.message());
+        }
     }
-    return file;
+    std::istream& opened = *stream;
+    return {std::move(stream), opened, size};
+}
+
+/// @throws ToolError if there is nothing of this name, or something that has no content to read
+fs::file_type typeOf(fs::path const& path, bool mayBePipe)
+{
+    std::error_code failure;
+    fs::file_type const type = fs::status(path, failure).type();
+    if (type == fs::file_type::not_found) {
+        throw fileError(path, "there is no such file; check the name");
+    }
+    if (type == fs::file_type::directory) {
+        throw fileError(path, "is a folder; name a file");
+    }
+    bool const isPipe = type == fs::file_type::fifo;
+    if (isPipe && !mayBePipe) {
+        throw fileError(path, "is a pipe, but this format cannot be read from one; name a file");
+    }
+    if (!isPipe && type != fs::file_type::regular) {
+        throw fileError(path, failure ? failure.message() : "is not a regular file; name a file");
+    }
+    return type;
+}
+
+} // namespace
+
+bool isStandardStream(fs::path const& path)
+{
+    return path == "-";
+}
+
+InputFile openInput(fs::path const& path)
+{
+    if (isStandardStream(path)) {
+        throw fileError(path, "this format cannot be read from a pipe; name a file (./- for a file named -)");
+    }
+    return open(path, typeOf(path, false));
+}
+
+InputFile openInputOrPipe(fs::path const& path)
+{
+    if (isStandardStream(path)) {
+        return {nullptr, std::cin, InputFile::unknownSize};
+    }
+    return open(path, typeOf(path, true));
 }
 
 } // namespace oV::Roamscan::tool

@@ -1,8 +1,10 @@
 #include "tools/io/NumberText.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <string>
 
 namespace oV::Roamscan::tool
@@ -74,6 +76,40 @@ std::optional<double> parseNumber(std::string_view text)
 std::optional<std::int64_t> parseInteger(std::string_view text)
 {
     return parseWhole<std::int64_t>(text);
+}
+
+std::string shortestText(double number)
+{
+    double const magnitude = std::abs(number);
+    bool const isPlain = magnitude == 0.0 || (magnitude >= 1e-5 && magnitude < 1e17);
+    std::array<char, 32> text{};
+    char* const start = text.data();
+    char* const end = start + text.size();
+    auto const result = isPlain ? std::to_chars(start, end, number, std::chars_format::fixed)
+                                : std::to_chars(start, end, number);
+    return {start, result.ptr};
+}
+
+std::optional<std::string> nanosecondsText(double seconds)
+{
+    constexpr double largest = 9.2e9; // seconds; 2^63 ns are 9.22e9 s
+    if (!(std::abs(seconds) <= largest)) {
+        return std::nullopt;
+    }
+    // A product would round twice. Nine decimals are rounded once, and are nanoseconds without the point.
+    constexpr int decimals = 9;
+    std::array<char, 32> buffer{};
+    char* const end =
+        std::to_chars(
+            buffer.data(), buffer.data() + buffer.size(), seconds, std::chars_format::fixed, decimals)
+            .ptr;
+    std::string text(buffer.data(), end);
+    text.erase(text.size() - decimals - 1, 1);
+    bool const isNegative = text.front() == '-';
+    std::size_t const sign = isNegative ? 1 : 0;
+    std::size_t const first = std::min(text.find_first_not_of('0', sign), text.size() - 1);
+    text.erase(sign, first - sign);
+    return text == "-0" ? "0" : text;
 }
 
 double secondsOfNanoseconds(std::int64_t nanoseconds)

@@ -1,6 +1,7 @@
 #include "tools/io/OptionsFile.h"
 
 #include "tools/console/ToolError.h"
+#include "tools/io/FileKind.h"
 #include "tools/io/InputFile.h"
 #include "tools/io/OutputFile.h"
 
@@ -73,6 +74,9 @@ void readInto(RoamscanOptionsCont& options,
     ReadFromScope const scope(&stream, &context); // the outermost scope, which has the line of a failure
     int const status = options.readFrom(&stream, &context);
     if (!StatusCode::isTolerated(status)) {
+        if (FileKind const kind = kindOfFile(path); kind != FileKind::Unknown) {
+            throw fileError(path, "this is " + describe(kind));
+        }
         throw lineError(path,
                         scope.getImf().lineNumber(),
                         std::string(meaningOf(status)) + "; restore the file from a copy");

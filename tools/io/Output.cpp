@@ -1,12 +1,18 @@
 #include "tools/io/Output.h"
 
 #include "tools/console/ToolError.h"
+#include "tools/io/InputFile.h"
 
 #include <algorithm>
 #include <random>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
+
+#if !defined(_WIN32)
+#include <unistd.h>
+#endif
 
 namespace oV::Roamscan::tool
 {
@@ -16,15 +22,21 @@ namespace
 
 namespace fs = std::filesystem;
 
+/// Follows links, also one to a file that does not exist yet, which weakly_canonical() leaves as it is.
 fs::path withoutLinks(fs::path const& target)
 {
+    constexpr int mostLinks = 40;
+    fs::path real = target;
     std::error_code failure;
-    if (!fs::is_symlink(fs::symlink_status(target, failure))) {
-        return target;
-    }
-    fs::path real = fs::weakly_canonical(target, failure);
-    if (failure) {
-        throw fileError(target, "the link cannot be followed: " + failure.message());
+    for (int links = 0; !isStandardStream(real) && fs::is_symlink(fs::symlink_status(real, failure)); ++links)
+    {
+        fs::path const next = fs::read_symlink(real, failure);
+        if (failure || links == mostLinks) {
+            throw fileError(target,
+                            "the link cannot be followed: " +
+                                (failure ? failure.message() : std::string("there are too many links")));
+        }
+        real = real.parent_path() / next; // `next` if it is absolute
     }
     return real;
 }
@@ -35,16 +47,43 @@ fs::path temporaryBeside(fs::path const& target)
     return fs::path(target) += ".part-" + std::to_string(std::random_device()());
 }
 
+/// Whether there is something that may not be written to. A mode without any permission to write counts also
+/// for a user who may write nevertheless.
+bool isReadOnly(fs::path const& target)
+{
+    constexpr fs::perms writing = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    std::error_code failure;
+    fs::file_status const status = fs::status(target, failure);
+    if (!fs::exists(status)) {
+        return false;
+    }
+#if !defined(_WIN32)
+    if (access(target.c_str(), W_OK) != 0) {
+        return true;
+    }
+#endif
+    return (status.permissions() & writing) == fs::perms::none;
+}
+
 } // namespace
 
-Output::Output(fs::path const& target) : target_(withoutLinks(target)), temporary_(temporaryBeside(target_))
-{}
-
-Output::~Output()
+Output::Output(fs::path const& target, Temporary::Kind kind, std::string extension)
+    : target_(withoutLinks(target)), temporary_(temporaryBeside(target_), kind, std::move(extension))
 {
-    if (!committed_) {
-        std::error_code ignored;
-        fs::remove_all(temporary_, ignored);
+    if (!isStandardStream(target) && isReadOnly(target_)) {
+        throw fileError(target, "is read-only and is not replaced; make it writable, or give another name");
+    }
+}
+
+void Output::takeModeOfTarget() const
+{
+    std::error_code failure;
+    fs::file_status const status = fs::status(target_, failure);
+    if (fs::exists(status)) {
+        fs::permissions(temporary(), status.permissions(), failure);
+        if (failure) {
+            throw fileError(target_, "its mode cannot be kept: " + failure.message());
+        }
     }
 }
 
@@ -53,21 +92,25 @@ void Output::commitAll(std::initializer_list<Output*> outputs)
     std::vector<Output*> given(outputs);
     std::erase(given, nullptr);
     std::ranges::for_each(given, &Output::finish);
+    SignalsHeld const held; // all outputs get their names, or none
     std::ranges::for_each(given, &Output::putInPlace);
 }
 
 void Output::putInPlace()
 {
+    if (isStandardStream(target_)) {
+        return;
+    }
     // Renaming replaces a file, but not a folder with something in it.
     std::error_code ignored;
-    bool const replacesFolder = fs::is_directory(temporary_, ignored) && fs::exists(target_, ignored);
+    bool const replacesFolder = fs::is_directory(temporary(), ignored) && fs::exists(target_, ignored);
     fs::path const previous = temporaryBeside(target_);
     std::error_code failure;
     if (replacesFolder) {
         fs::rename(target_, previous, failure);
     }
     if (!failure) {
-        fs::rename(temporary_, target_, failure);
+        fs::rename(temporary(), target_, failure);
         if (failure && replacesFolder) {
             fs::rename(previous, target_, ignored);
         }
@@ -75,7 +118,7 @@ void Output::putInPlace()
     if (failure) {
         throw fileError(target_, "could not be put in place: " + failure.message());
     }
-    committed_ = true;
+    temporary_.release();
     if (replacesFolder) {
         fs::remove_all(previous, ignored);
     }
@@ -85,7 +128,7 @@ void requireDistinctFiles(std::initializer_list<fs::path> paths)
 {
     std::vector<fs::path> seen;
     for (fs::path const& path : paths) {
-        if (path.empty()) {
+        if (path.empty() || isStandardStream(path)) {
             continue;
         }
         for (fs::path const& other : seen) {

@@ -25,8 +25,9 @@ bool isTile(fs::directory_entry const& entry, std::string const& extension)
            entry.path().extension() == extension && entry.is_regular_file(ignored);
 }
 
-/// @throws ToolError if there is anything but a folder of tiles: nothing else may be deleted
-void requireReplaceable(fs::path const& folder, std::string const& extension)
+} // namespace
+
+void requireOnlyTiles(fs::path const& folder, std::string const& extension)
 {
     std::error_code failure;
     auto const type = fs::status(folder, failure).type();
@@ -53,13 +54,12 @@ void requireReplaceable(fs::path const& folder, std::string const& extension)
     }
 }
 
-} // namespace
-
 OutputTiles::OutputTiles(fs::path const& picture)
-    : Output(fs::path(picture).replace_extension()), extension_(picture.extension().string())
+    : Output(fs::path(picture).replace_extension(), Temporary::Kind::Tiles, picture.extension().string()),
+      extension_(picture.extension().string())
 {
     requirePictureFormat(picture);
-    requireReplaceable(target(), extension_);
+    requireOnlyTiles(target(), extension_);
     std::error_code failure;
     if (!fs::create_directory(temporary(), failure)) {
         throw fileError(target(), "cannot be created: " + failure.message());
@@ -79,7 +79,8 @@ void OutputTiles::write(cv::Mat const& image) const
 
 void OutputTiles::finish()
 {
-    requireReplaceable(target(), extension_);
+    requireOnlyTiles(target(), extension_);
+    takeModeOfTarget();
 }
 
 } // namespace oV::Roamscan::tool

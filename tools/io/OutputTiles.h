@@ -10,6 +10,10 @@
 namespace oV::Roamscan::tool
 {
 
+/// @throws ToolError if something other than a folder with nothing but tiles of the extension has the name:
+/// nothing else may be deleted
+void requireOnlyTiles(std::filesystem::path const& folder, std::string const& extension);
+
 /// A picture in tiles that appears only when it is complete. The tiles of a picture "walk/pano.png" are in
 /// the folder "walk/pano", which is the target. It is replaced as a whole, so that no tile of a previous
 /// picture is left among the new ones.

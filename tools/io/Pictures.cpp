@@ -1,7 +1,9 @@
 #include "tools/io/Pictures.h"
 
 #include "tools/console/ToolError.h"
+#include "tools/io/FileKind.h"
 #include "tools/io/InputFile.h"
+#include "tools/io/NumberText.h"
 
 #include <roamscan/frame/failures/InternalErrorException.h>
 #include <roamscan/frame/failures/VisibleException.h>
@@ -10,8 +12,11 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 
+#include <algorithm>
+#include <cstdint>
+#include <optional>
 #include <string>
-#include <utility>
+#include <system_error>
 #include <vector>
 
 namespace oV::Roamscan::tool
@@ -24,6 +29,38 @@ std::filesystem::path tilePath(std::filesystem::path const& file, std::size_t in
 {
     std::filesystem::path const folder = file.parent_path() / file.stem();
     return folder / (std::to_string(index) + file.extension().string());
+}
+
+/// The highest number of a tile in the folder; nothing if there is none.
+std::optional<std::uint64_t> highestTile(std::filesystem::path const& file)
+{
+    std::optional<std::uint64_t> highest;
+    std::error_code failure;
+    std::filesystem::directory_iterator entry(tilePath(file, 0).parent_path(), failure);
+    for (; !failure && entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
+        std::filesystem::path const& path = entry->path();
+        auto const number = parseInteger(path.stem().string());
+        // A name such as 007.png is not that of a tile.
+        if (number && *number >= 0 && path == tilePath(file, static_cast<std::size_t>(*number))) {
+            highest = std::max(highest.value_or(0), static_cast<std::uint64_t>(*number));
+        }
+    }
+    return highest;
+}
+
+/// @throws ToolError if a tile before the last one is missing
+void requireAllTiles(std::filesystem::path const& file)
+{
+    std::size_t const count = countTiles(file);
+    auto const highest = highestTile(file);
+    if (highest && *highest >= count) {
+        throw fileError(file,
+                        "tile " + std::to_string(count) + " is missing: there is " +
+                            tilePath(file, *highest).string() + ", but no " + tilePath(file, count).string());
+    }
+    if (count == 0) {
+        throw fileError(file, "has no tiles: there is no " + tilePath(file, 0).string());
+    }
 }
 
 } // namespace
@@ -39,7 +76,8 @@ cv::Mat readPicture(std::filesystem::path const& file)
     } catch (cv::Exception const& failure) {
         throw fileError(file, "cannot be decoded: " + failure.err);
     }
-    throw fileError(file, "is no picture in a readable format, such as PNG or JPEG");
+    throw fileError(
+        file, whatItIsOr(file, FileKind::Picture, "is no picture in a readable format, such as PNG or JPEG"));
 }
 
 void requirePictureFormat(std::filesystem::path const& file)
@@ -85,9 +123,7 @@ std::size_t countTiles(std::filesystem::path const& file)
 
 cv::Mat readTiles(std::filesystem::path const& file)
 {
-    if (countTiles(file) == 0) {
-        throw fileError(file, "has no tiles: there is no " + tilePath(file, 0).string());
-    }
+    requireAllTiles(file);
     try {
         cv::Mat picture = LargeImageSerialization::readImage(placeOfTiles(file));
         if (!picture.empty()) {

@@ -32,7 +32,7 @@ void writePicture(cv::Mat const& picture, std::string const& extension, OutputFi
 [[nodiscard]] std::size_t countTiles(std::filesystem::path const& file);
 
 /// Joins the tiles to one picture.
-/// @throws ToolError if there are none, or they do not fit together
+/// @throws ToolError if there are none, one before the last is missing, or they do not fit together
 [[nodiscard]] cv::Mat readTiles(std::filesystem::path const& file);
 
 } // namespace oV::Roamscan::tool

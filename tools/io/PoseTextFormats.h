@@ -1,35 +1,50 @@
 #pragma once
 
+#include "tools/io/PoseFormat.h"
+
 #include <roamscan/trajectory/TrajectoryNode.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <iosfwd>
 #include <vector>
 
-/// Poses in the text formats of trajectory evaluation tools. Blank lines and lines that begin with '#' are
-/// skipped. Quaternions are normalized and rotation matrices are replaced by the nearest rotation, unless
-/// their norm or determinant differs from 1 by more than a tenth. Every function throws a ToolError of the
-/// form "FILE:LINE: why" for a line that cannot be parsed, with `name` for FILE, and refuses a text without a
-/// pose or with more than largestNodeCount poses.
+/// Readers of poses in the text formats of trajectory evaluation tools. Blank lines and lines that begin with
+/// '#' are skipped. Quaternions of unit length up to rounding are kept bit for bit; others are normalized,
+/// unless their norm differs from 1 by more than a tenth. Matrices are replaced by the nearest rotation,
+/// unless their rows are not of unit length and at right angles up to a hundredth. Every function throws a
+/// ToolError of the form "FILE:LINE: why" for a line that cannot be parsed, with `name` for FILE.
 namespace oV::Roamscan::tool
 {
 
-/// TUM: `t tx ty tz qx qy qz qw`, in seconds and metres, separated by blanks.
-[[nodiscard]] std::vector<TrajectoryNode> readTumPoses(std::istream& text, std::filesystem::path const& name);
+/// Times in seconds.
+struct TextTimes
+{
+    std::vector<double> times;
+    std::vector<std::uint64_t> lines; ///< The line of each time, from 1.
+};
 
-/// EuRoC: `t,px,py,pz,qw,qx,qy,qz` with the time in integer nanoseconds; further columns are ignored.
-[[nodiscard]] std::vector<TrajectoryNode> readEurocPoses(std::istream& text,
-                                                         std::filesystem::path const& name);
+/// Poses in the order of the text.
+struct TextPoses
+{
+    std::vector<TrajectoryNode> nodes;
+    std::vector<std::uint64_t> lines; ///< The line of each pose, from 1.
+};
 
-/// KITTI: the twelve numbers of a 3x4 matrix [R t], row by row. The format has no times: each pose
-/// takes the time at its index in `times`.
-/// @throws ToolError also if there are more or fewer poses than times
-[[nodiscard]] std::vector<TrajectoryNode> readKittiPoses(std::istream& text,
-                                                         std::filesystem::path const& name,
-                                                         std::vector<double> const& times,
-                                                         std::filesystem::path const& timesName);
+/// Reads a format that has the times in it: all but KITTI.
+/// @throws ToolError also if there is no pose, or there are more than largestNodeCount
+[[nodiscard]] TextPoses readPoses(PoseFormat format, std::istream& text, std::filesystem::path const& name);
 
-/// One time in seconds per line.
-[[nodiscard]] std::vector<double> readTimes(std::istream& text, std::filesystem::path const& name);
+/// Reads KITTI poses: each pose takes the time at its index.
+/// @throws ToolError also if there is no pose, or there are more than largestNodeCount, or more or fewer than
+/// times
+[[nodiscard]] TextPoses readKittiPoses(std::istream& text,
+                                       std::filesystem::path const& name,
+                                       std::vector<double> const& times,
+                                       std::filesystem::path const& timesName);
+
+/// Reads one time in seconds per line.
+/// @throws ToolError also if there are more than 100 million
+[[nodiscard]] TextTimes readTimes(std::istream& text, std::filesystem::path const& name);
 
 } // namespace oV::Roamscan::tool

@@ -2,14 +2,17 @@
 
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
+#include "tools/io/FileKind.h"
 #include "tools/io/InputFile.h"
 
 #include <roamscan/frame/platform/LittleEndian.h>
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <ostream>
-#include <string_view>
+#include <sstream>
+#include <utility>
 #include <vector>
 
 namespace oV::Roamscan::tool
@@ -18,23 +21,72 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-/// Opens a file. A length that does not fit the file is reported before memory is allocated for it.
-InputFile openStream(std::filesystem::path const& path, std::string const& kind)
+constexpr std::size_t prefixSize = sizeof(std::uint64_t);
+
+/// @throws ToolError if the length in the prefix exceeds the bytes available after it
+void checkLength(std::uint64_t length,
+                 std::uint64_t available,
+                 std::filesystem::path const& path,
+                 std::string const& kind)
 {
-    std::array<char, sizeof(std::uint64_t)> prefix{};
-    InputFile file = openInput(path);
-    if (file.size < prefix.size()) {
-        throw fileError(path, "is too short for a " + kind + " (" + std::to_string(file.size) + " bytes)");
-    }
-    file.stream.read(prefix.data(), prefix.size());
-    std::uint64_t const length = fromLittleEndian(prefix);
-    std::uint64_t const available = file.size - prefix.size();
     if (length > available) {
         throw fileError(path,
-                        "ends early or is no " + kind + ": its length prefix is " + std::to_string(length) +
-                            " bytes, but " + std::to_string(available) + " bytes follow");
+                        whatItIsOr(path,
+                                   FileKind::RecordingStream,
+                                   "ends early or is no " + kind + ": its length prefix is " +
+                                       std::to_string(length) + " bytes, but " + std::to_string(available) +
+                                       " bytes follow"));
     }
-    return file;
+}
+
+/// Reads the first stream from a pipe into memory, so that it can be read repeatedly. Memory is allocated for
+/// the bytes that arrive, not for the length that the prefix promises.
+InputFile buffered(InputFile& pipe, std::uint64_t length)
+{
+    constexpr std::size_t blockSize = 1U << 20;
+    std::string bytes(prefixSize, '\0');
+    std::ranges::copy(toLittleEndian(length), bytes.begin());
+    while (pipe.stream && bytes.size() - prefixSize < length) {
+        std::size_t const start = bytes.size();
+        auto const wanted =
+            static_cast<std::size_t>(std::min<std::uint64_t>(length - (start - prefixSize), blockSize));
+        bytes.resize(start + wanted);
+        pipe.stream.read(bytes.data() + start, static_cast<std::streamsize>(wanted));
+        bytes.resize(start + static_cast<std::size_t>(pipe.stream.gcount()));
+    }
+    std::uint64_t const size = bytes.size();
+    auto stream = std::make_unique<std::istringstream>(std::move(bytes), std::ios::binary);
+    std::istream& opened = *stream;
+    return {std::move(stream), opened, size};
+}
+
+/// Opens a file or a pipe. A length that does not fit the file is reported before memory is allocated for it.
+InputFile openStream(std::filesystem::path const& path, std::string const& kind)
+{
+    constexpr std::uint64_t longest = 1ULL << 31U; // FlatBuffers' limit
+    std::array<char, prefixSize> prefix{};
+    InputFile file = openInputOrPipe(path);
+    file.stream.read(prefix.data(), prefix.size());
+    auto const found = static_cast<std::size_t>(file.stream.gcount());
+    if (found < prefix.size()) {
+        throw fileError(path,
+                        whatItIsOr(path,
+                                   FileKind::RecordingStream,
+                                   "is too short for a " + kind + " (" + std::to_string(found) + " bytes)"));
+    }
+    std::uint64_t const length = fromLittleEndian(prefix);
+    if (file.isRegular()) {
+        checkLength(length, file.size - prefix.size(), path, kind);
+        return file;
+    }
+    if (length > longest) {
+        throw fileError(path,
+                        "is no " + kind + ": its length prefix is " + std::to_string(length) +
+                            " bytes, but a stream has at most 2 GiB");
+    }
+    InputFile whole = buffered(file, length);
+    checkLength(length, whole.size - prefix.size(), path, kind);
+    return whole;
 }
 
 /// Reads the stream at the start of the file; null data if there is none of this kind.
@@ -51,13 +103,21 @@ StoredStream<Store> readFirst(InputFile& file)
     return stored;
 }
 
-template <typename Store>
-StoredStream<Store> readOnly(std::filesystem::path const& path, std::string const& kind, char const* remedy)
+/// @throws ToolError if the file is a stream of the `Other` kind, damaged, or anything else
+template <typename Store, typename Other>
+StoredStream<Store> readOnly(std::filesystem::path const& path,
+                             std::string const& kind,
+                             std::string const& otherKind,
+                             char const* remedy)
 {
     InputFile file = openStream(path, kind);
     auto stored = readFirst<Store>(file);
     if (!stored.data) {
-        throw fileError(path, "is damaged or no " + kind + "; " + remedy);
+        if (readFirst<Other>(file).data) {
+            throw fileError(path, "this is a " + otherKind + " and no " + kind + "; see roamscan info");
+        }
+        throw fileError(
+            path, whatItIsOr(path, FileKind::RecordingStream, "is damaged or no " + kind + "; " + remedy));
     }
     return stored;
 }
@@ -66,13 +126,14 @@ StoredStream<Store> readOnly(std::filesystem::path const& path, std::string cons
 
 TrajectoryFile readTrajectoryFile(std::filesystem::path const& path)
 {
-    return readOnly<TrajectoryData>(
-        path, "trajectory stream", "`roamscan import` makes one from a text of poses");
+    return readOnly<TrajectoryData, SensorData>(
+        path, "trajectory stream", "sensor stream", "`roamscan import` makes one from a text of poses");
 }
 
 SensorFile readSensorFile(std::filesystem::path const& path)
 {
-    return readOnly<SensorData>(path, "sensor stream", "`roamscan info` shows which kind of stream it is");
+    return readOnly<SensorData, TrajectoryData>(
+        path, "sensor stream", "trajectory stream", "`roamscan info` shows which kind of stream it is");
 }
 
 std::variant<TrajectoryFile, SensorFile> readRecordingFile(std::filesystem::path const& path)
@@ -92,7 +153,10 @@ std::variant<TrajectoryFile, SensorFile> readRecordingFile(std::filesystem::path
     if (sensors.data) {
         return sensors;
     }
-    throw fileError(path, "is damaged, or neither a trajectory nor a sensor stream");
+    throw fileError(path,
+                    whatItIsOr(path,
+                               FileKind::RecordingStream,
+                               "is damaged, or neither a trajectory nor a sensor stream"));
 }
 
 void writeTrajectory(TrajectoryData const& data, std::ostream& stream, std::filesystem::path const& name)

@@ -11,7 +11,8 @@
 #include <string>
 #include <variant>
 
-/// Files of trajectory and sensor streams: a 64-bit little-endian length, then a buffer of as many bytes.
+/// Files of trajectory and sensor streams: a 64-bit little-endian length, then a buffer of as many bytes. All
+/// readers take "-" for the standard input, and named pipes.
 namespace oV::Roamscan::tool
 {
 
@@ -26,7 +27,7 @@ template <typename Store>
 struct StoredStream
 {
     std::shared_ptr<Store> data;  ///< Never null.
-    std::uint64_t bytesAfter = 0; ///< Bytes of the file after the stream.
+    std::uint64_t bytesAfter = 0; ///< Bytes of the file after the stream; 0 for a pipe.
 };
 
 using TrajectoryFile = StoredStream<TrajectoryData>;

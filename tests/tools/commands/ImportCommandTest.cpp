@@ -92,6 +92,84 @@ TEST_F(ImportCommandTest, TheInputIsNotOverwritten)
     EXPECT_EQ(read("poses.txt"), "5 1 2 3 0 0 0 1\n");
 }
 
+TEST_F(ImportCommandTest, RepeatedAndUnorderedTimesAreReported)
+{
+    auto const poses =
+        write("poses.txt", "# t\n1 0 0 0 0 0 0 1\n3 0 0 0 0 0 0 1\n2 0 0 0 0 0 0 1\n3 1 0 0 0 0 0 1\n");
+    ToolRun const import = run({"import", "--format", "tum", poses, file("a.trajectory")});
+    EXPECT_EQ(import.status, 0) << import.err;
+    EXPECT_EQ(import.out,
+              "4 poses imported\n  1 pose has the time of an earlier one, first in " + poses.string() +
+                  ":5; of the poses at one time, the last one counts\n"
+                  "  1 pose is before the previous one in time, first in " +
+                  poses.string() + ":4; a trajectory puts them in order\n");
+    EXPECT_EQ(readTrajectoryFile(file("a.trajectory")).data->nodes.size(), 4U);
+}
+
+TEST_F(ImportCommandTest, TheTimesOfKittiPosesAreReportedByTheirFile)
+{
+    auto const poses = write("00.txt", identityMatrix + identityMatrix);
+    auto const times = write("times.txt", "1\n\n1\n");
+    ToolRun const import =
+        run({"import", "--format", "kitti", "--times", times, poses, file("a.trajectory")});
+    EXPECT_EQ(import.out,
+              "2 poses imported\n  1 pose has the time of an earlier one, first in " + times.string() +
+                  ":3; of the poses at one time, the last one counts\n");
+}
+
+TEST_F(ImportCommandTest, MountsDevices)
+{
+    auto const poses = write("poses.txt", "5 1 2 3 0 0 0 1\n");
+    ToolRun const import = run({"import",
+                                "--format",
+                                "tum",
+                                "--mount",
+                                "1=0.1,0,0.25,1,0,0,0",
+                                "--mount",
+                                "0=1,0,0,1,0,0,0",
+                                poses,
+                                file("a.trajectory")});
+    EXPECT_EQ(import.status, 0) << import.err;
+    auto const data = readTrajectoryFile(file("a.trajectory")).data;
+    EXPECT_EQ(data->devicePositions.size(), 2U);
+    EXPECT_EQ(data->devicePositions.at(Device::Device1).translation(), Eigen::Vector3d(0.1, 0.0, 0.25));
+    EXPECT_EQ(data->devicePositions.at(Device::Device0).translation(), Eigen::Vector3d(1.0, 0.0, 0.0));
+    ToolRun const wrong = run({"import", "--format", "tum", "--mount", "1=x", poses, file("b.trajectory")});
+    EXPECT_EQ(wrong.status, 1);
+    EXPECT_NE(wrong.err.find("--mount \"1=x\": 1 number instead of 7"), std::string::npos) << wrong.err;
+    EXPECT_EQ(names(), (Names{"a.trajectory", "poses.txt"}));
+}
+
+TEST_F(ImportCommandTest, ReadsFromAPipeAndWritesToOne)
+{
+    ToolRun const import = runInPipe({"import", "--format", "tum", "-", "-"}, "5 1 2 3 0 0 0 1\n");
+    EXPECT_EQ(import.status, 0) << import.err;
+    EXPECT_EQ(import.out, "");
+    EXPECT_EQ(import.err, "1 pose imported\n");
+    auto const path = write("a.trajectory", import.piped);
+    EXPECT_EQ(readTrajectoryFile(path).data->nodes.at(0).time, 5.0);
+    ToolRun const both = runInPipe({"import", "--format", "kitti", "--times", "-", "-", file("b")});
+    EXPECT_EQ(both.status, 1);
+    EXPECT_NE(both.err.find("cannot both be read from the standard input"), std::string::npos) << both.err;
+}
+
+TEST_F(ImportCommandTest, SaysWhatTheInputIs)
+{
+    auto const import = [&](std::string const& format, std::string const& bytes) {
+        auto const path = write("in", bytes);
+        ToolRun const result = run({"import", "--format", format, path, file("a.trajectory")});
+        EXPECT_EQ(result.status, 1);
+        return result.err.substr(std::string("roamscan: " + path.string()).size());
+    };
+    EXPECT_EQ(import("tum", "ply\nformat ascii 1.0\n"), ": this is a PLY cloud; see roamscan place\n");
+    EXPECT_EQ(import("euroc", "5 1 2 3 0 0 0 1\n"),
+              ": this is a text of TUM poses; see roamscan import --format tum\n");
+    EXPECT_EQ(import("tum", "5,1,2,3,0,0,0,1\n"),
+              ": this is a text of EuRoC poses; see roamscan import --format euroc\n");
+    EXPECT_EQ(import("tum", "5 1 2 3 0 0 0 1\n6\n"),
+              ":2: 1 columns, but a TUM line (t tx ty tz qx qy qz qw) has 8\n");
+}
+
 TEST_F(ImportCommandTest, RealRecordingsAreImportedCompletely)
 {
     std::filesystem::path const folder = std::filesystem::path(ROAMSCAN_SHARED_DATA_DIR) / "trajectories";
@@ -100,7 +178,9 @@ TEST_F(ImportCommandTest, RealRecordingsAreImportedCompletely)
     if (!std::filesystem::exists(tum) || !std::filesystem::exists(euroc)) {
         GTEST_SKIP() << "missing: " << tum << " or " << euroc;
     }
-    EXPECT_EQ(run({"import", "--format", "tum", tum, file("desk.trajectory")}).out, "20957 poses imported\n");
+    EXPECT_EQ(run({"import", "--format", "tum", tum, file("desk.trajectory")}).out,
+              "20957 poses imported\n  1 pose has the time of an earlier one, first in " + tum.string() +
+                  ":10863; of the poses at one time, the last one counts\n");
     EXPECT_EQ(run({"import", "--format", "euroc", euroc, file("v.trajectory")}).out,
               "16702 poses imported\n");
     auto const first = readTrajectoryFile(file("v.trajectory")).data->nodes.front();

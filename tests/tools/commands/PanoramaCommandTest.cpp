@@ -165,6 +165,52 @@ TEST_F(PanoramaCommandTest, JoinWithoutTilesNamesTheMissingOne)
     EXPECT_THAT(names(), testing::IsEmpty());
 }
 
+TEST_F(PanoramaCommandTest, JoinNamesATileThatIsMissingInBetween)
+{
+    ASSERT_EQ(
+        run({"panorama", "split", writePicture("in.png", makePicture(2, 3500)), file("pano.png")}).status, 0);
+    std::filesystem::remove(file("pano/1.png"));
+    expectFailure(run({"panorama", "join", file("pano.png"), file("out.png")}),
+                  "pano.png: tile 1 is missing: there is " + file("pano/3.png").string() + ", but no " +
+                      file("pano/1.png").string());
+    std::filesystem::remove(file("pano/0.png"));
+    expectFailure(run({"panorama", "join", file("pano.png"), file("out.png")}),
+                  "pano.png: tile 0 is missing");
+    EXPECT_THAT(names(), ElementsAre("in.png", "pano"));
+}
+
+TEST_F(PanoramaCommandTest, JoinNamesALastTileThatIsMissingByTheMetadata)
+{
+    ASSERT_EQ(run({"simulate", file("walk"), "--seconds", "0.05", "--panorama", "1100"}).status, 0);
+    EXPECT_EQ(run({"panorama", "join", file("walk/panorama.png"), file("out.png")}).status, 0);
+    std::filesystem::remove(file("walk/panorama/1.png"));
+    expectFailure(
+        run({"panorama", "join", file("walk/panorama.png"), file("out2.png")}),
+        "panorama.png: tile 1 is missing: by its metadata this is a stitched panorama, which has about 1100 "
+        "columns, but the 1 tile has only 1000");
+    write("walk/panorama.json", "{}"); // without metadata, it may be another picture
+    EXPECT_EQ(run({"panorama", "join", file("walk/panorama.png"), file("out2.png")}).status, 0);
+}
+
+TEST_F(PanoramaCommandTest, JoinReportsTilesWhoseWidthsDoNotFit)
+{
+    std::filesystem::create_directory(file("pano"));
+    writePicture("pano/0.png", makePicture(2, 400));
+    writePicture("pano/1.png", makePicture(2, 500));
+    ToolRun const join = run({"panorama", "join", file("pano.png"), file("out.png")});
+    EXPECT_EQ(join.status, 0);
+    EXPECT_EQ(join.out, "900 x 2 pixels in 2 tiles\n");
+    EXPECT_THAT(join.err, HasSubstr("pano.png: 2 tiles of 900 columns do not fit"));
+    EXPECT_EQ(lineCount(join.err), 1) << join.err;
+}
+
+TEST_F(PanoramaCommandTest, SaysWhatAFileIs)
+{
+    auto const cloud = write("a.ply", "ply\nformat ascii 1.0\n");
+    expectFailure(run({"panorama", "split", cloud, file("pano.png")}),
+                  "a.ply: this is a PLY cloud; see roamscan place");
+}
+
 TEST_F(PanoramaCommandTest, JoinOfTilesThatDoNotFitFailsAndKeepsTheOutput)
 {
     std::filesystem::create_directory(file("pano"));

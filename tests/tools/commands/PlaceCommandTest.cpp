@@ -513,3 +513,26 @@ TEST_F(PlaceCommandTest, AnUnknownEndingIsRefused)
               std::string::npos)
         << placing.err;
 }
+
+TEST_F(PlaceCommandTest, ADeviceThatIsNotTheRangefinderIsWarnedAbout)
+{
+    ASSERT_EQ(run({"simulate", file("a"), "--seconds", "0.5", "--panorama", "0"}).status, 0);
+    auto const place = [&](std::string const& device) {
+        return run({"place",
+                    "--trajectory",
+                    file("a/walk.trajectory"),
+                    "--sensors",
+                    file("a/walk.sensors"),
+                    "--from",
+                    device,
+                    "--to",
+                    "0"});
+    };
+    EXPECT_EQ(place("1").err, "");
+    ToolRun const other = place("2");
+    EXPECT_EQ(other.status, 0) << other.err;
+    EXPECT_EQ(other.err.find("roamscan: warning: the pose of \"scanner1\" in the sensor stream is "), 0U)
+        << other.err;
+    EXPECT_NE(other.err.find("from the position of device 2; it is that of device 1\n"), std::string::npos)
+        << other.err;
+}

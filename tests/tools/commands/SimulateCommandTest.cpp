@@ -222,6 +222,26 @@ TEST_F(SimulateCommandTest, TilesOfAPreviousPanoramaAreRemoved)
     EXPECT_EQ(panorama("a").size(), cv::Size(40, 20));
 }
 
+TEST_F(SimulateCommandTest, AWalkWithoutAPanoramaLeavesNothingOfAnEarlierOne)
+{
+    ASSERT_EQ(simulate("a", "1001").status, 0);
+    ASSERT_EQ(simulate("a", "0").status, 0);
+    EXPECT_EQ(namesIn("a"), (Names{"building.json", "scan.ply", "walk.sensors", "walk.trajectory"}));
+}
+
+TEST_F(SimulateCommandTest, NothingElseIsRemovedWithAnEarlierPanorama)
+{
+    ASSERT_EQ(simulate("a", "40").status, 0);
+    std::string const before = read("a/walk.trajectory");
+    write("a/panorama/notes.txt", "not to be lost");
+    ToolRun const simulated = run({"simulate", file("a"), "--seconds", "0.1", "--panorama", "0"});
+    EXPECT_EQ(simulated.status, 1);
+    EXPECT_THAT(simulated.err, HasSubstr("notes.txt: is no .png tile"));
+    EXPECT_TRUE(read("a/walk.trajectory") == before);
+    EXPECT_EQ(namesIn("a"), everything);
+    EXPECT_EQ(namesIn("a/panorama"), (Names{"0.png", "notes.txt"}));
+}
+
 TEST_F(SimulateCommandTest, ThePreviousOutputIsKeptOnFailure)
 {
     ASSERT_EQ(simulate("a", "40").status, 0);

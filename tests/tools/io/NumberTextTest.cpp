@@ -2,8 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <cmath>
 #include <cstdint>
 #include <limits>
+#include <optional>
+#include <random>
+#include <string_view>
+#include <vector>
 
 using namespace oV::Roamscan;
 using namespace oV::Roamscan::tool;
@@ -47,6 +53,41 @@ TEST(NumberText, NanosecondsAreRoundedOnce)
     constexpr std::int64_t treacherous = 1430257678620673558;
     EXPECT_EQ(secondsOfNanoseconds(treacherous), 1430257678.620673558);
     EXPECT_NE(static_cast<double>(treacherous) / 1e9, 1430257678.620673558);
+}
+
+TEST(NumberText, TheShortestTextReadsBack)
+{
+    EXPECT_EQ(shortestText(0.0), "0");
+    EXPECT_EQ(shortestText(-0.0), "-0");
+    EXPECT_EQ(shortestText(0.1), "0.1");
+    EXPECT_EQ(shortestText(-1311868163.8696), "-1311868163.8696");
+    EXPECT_EQ(shortestText(1e9), "1000000000");
+    EXPECT_EQ(shortestText(1e-5), "0.00001");
+    EXPECT_EQ(shortestText(1e-6), "1e-06");
+    EXPECT_EQ(shortestText(1e17), "1e+17");
+    EXPECT_EQ(shortestText(1.0 / 3.0), "0.3333333333333333");
+    std::mt19937_64 random(5);
+    for (int i = 0; i < 10'000; ++i) {
+        auto const number = std::bit_cast<double>(random());
+        if (std::isfinite(number)) {
+            EXPECT_EQ(parseNumber(shortestText(number)), number);
+        }
+    }
+}
+
+TEST(NumberText, SecondsAreNanosecondsRoundedOnce)
+{
+    EXPECT_EQ(nanosecondsText(0.0), "0");
+    EXPECT_EQ(nanosecondsText(-0.0), "0");
+    EXPECT_EQ(nanosecondsText(1.5), "1500000000");
+    EXPECT_EQ(nanosecondsText(-1.5), "-1500000000");
+    EXPECT_EQ(nanosecondsText(7e-9), "7");
+    EXPECT_EQ(nanosecondsText(-7e-9), "-7");
+    EXPECT_EQ(nanosecondsText(4e-10), "0");
+    EXPECT_EQ(nanosecondsText(-4e-10), "0");
+    EXPECT_EQ(nanosecondsText(1403715524.907143168), "1403715524907143116"); // the double nearest to it
+    EXPECT_EQ(nanosecondsText(9.3e9), std::nullopt);
+    EXPECT_EQ(nanosecondsText(std::nan("")), std::nullopt);
 }
 
 TEST(NumberText, ColumnsAreSeparatedByBlanksOrCommas)

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <iostream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -76,6 +78,59 @@ TEST_F(OutputFileTest, WritesThroughALink)
     output.commit();
     EXPECT_TRUE(std::filesystem::is_symlink(file("link.txt")));
     EXPECT_EQ(read("real.txt"), "after");
+}
+
+TEST_F(OutputFileTest, KeepsTheModeOfThePreviousFile)
+{
+    namespace fs = std::filesystem;
+    for (auto const mode : {fs::perms(0600), fs::perms(0640), fs::perms(0755)}) {
+        write("a.txt", "before");
+        fs::permissions(file("a.txt"), mode);
+        OutputFile output(file("a.txt"));
+        output.stream() << "after";
+        auto const temporary = names().at(1);                       // "a.txt.part-..."
+        EXPECT_EQ(fs::status(file(temporary)).permissions(), mode); // also while it is written
+        output.commit();
+        EXPECT_EQ(read("a.txt"), "after");
+        EXPECT_EQ(fs::status(file("a.txt")).permissions(), mode);
+        fs::remove(file("a.txt"));
+    }
+}
+
+TEST_F(OutputFileTest, AReadOnlyFileIsNotReplaced)
+{
+    write("a.txt", "before");
+    std::filesystem::permissions(file("a.txt"), std::filesystem::perms(0444));
+    EXPECT_EQ(failureOf([&] { OutputFile output(file("a.txt")); }),
+              file("a.txt").string() +
+                  ": is read-only and is not replaced; make it writable, or give another name");
+    std::filesystem::create_symlink(file("a.txt"), file("link.txt"));
+    EXPECT_NE(failureOf([&] { OutputFile output(file("link.txt")); }).find("is read-only"),
+              std::string::npos);
+    EXPECT_EQ(read("a.txt"), "before");
+    EXPECT_EQ(names(), (Names{"a.txt", "link.txt"}));
+}
+
+TEST_F(OutputFileTest, ADashIsTheStandardOutput)
+{
+    std::ostringstream written;
+    {
+        support::RedirectedStream const redirected(std::cout, written.rdbuf());
+        OutputFile output("-");
+        output.stream() << "text";
+        output.commit();
+    }
+    EXPECT_EQ(written.str(), "text");
+    EXPECT_FALSE(std::filesystem::exists("-"));
+}
+
+TEST_F(OutputFileTest, AFailureOfTheStandardOutputIsReported)
+{
+    support::RedirectedStream const redirected(std::cout, nullptr); // every write fails
+    OutputFile output("-");
+    output.stream() << "text";
+    EXPECT_NE(failureOf([&] { output.commit(); }).find("-: could not be written to the end"),
+              std::string::npos);
 }
 
 TEST_F(OutputFileTest, RefusesATargetThatIsNotARegularFile)

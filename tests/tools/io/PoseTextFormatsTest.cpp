@@ -1,12 +1,17 @@
 #include "tools/io/PoseTextFormats.h"
 
 #include "tests/tools/support/ToolFixture.h"
+#include "tools/io/NumberText.h"
 
 #include <roamscan/time/TrafoT.h>
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -22,25 +27,31 @@ using support::ToolFixture;
 std::vector<TrajectoryNode> tum(std::string const& text)
 {
     std::istringstream stream(text);
-    return readTumPoses(stream, "poses.txt");
+    return readPoses(PoseFormat::Tum, stream, "poses.txt").nodes;
 }
 
 std::vector<TrajectoryNode> euroc(std::string const& text)
 {
     std::istringstream stream(text);
-    return readEurocPoses(stream, "data.csv");
+    return readPoses(PoseFormat::Euroc, stream, "data.csv").nodes;
+}
+
+std::vector<TrajectoryNode> csv(std::string const& text)
+{
+    std::istringstream stream(text);
+    return readPoses(PoseFormat::Csv, stream, "poses.csv").nodes;
 }
 
 std::vector<TrajectoryNode> kitti(std::string const& text, std::vector<double> const& times)
 {
     std::istringstream stream(text);
-    return readKittiPoses(stream, "00.txt", times, "times.txt");
+    return readKittiPoses(stream, "00.txt", times, "times.txt").nodes;
 }
 
 std::vector<double> timesOf(std::string const& text)
 {
     std::istringstream stream(text);
-    return readTimes(stream, "times.txt");
+    return readTimes(stream, "times.txt").times;
 }
 
 template <typename Read>
@@ -144,7 +155,7 @@ TEST(KittiPoses, ALineIsAMatrixRowByRow)
 
 TEST(KittiPoses, RotationsAreTheNearestOnes)
 {
-    auto const nodes = kitti("1.02 0 0 0 0 1.02 0 0 0 0 1.02 0", {0.0});
+    auto const nodes = kitti("1.002 0 0 0 0 1.002 0 0 0 0 1.002 0", {0.0});
     expectPose(nodes.at(0), {0, 0, 0, 1, 0, 0, 0});
 }
 
@@ -154,10 +165,66 @@ TEST(KittiPoses, ALineThatDoesNotParseIsNamed)
     std::string const good = "1 0 0 0 0 1 0 0 0 0 1 0\n";
     EXPECT_EQ(failure(read, good + "1 0 0 0 0 1 0 0 0 0 1"),
               "00.txt:2: 11 columns, but a KITTI line (a 3x4 matrix, row by row) has 12");
-    EXPECT_EQ(failure(read, good + "1.2 0 0 0 0 1 0 0 0 0 1 0"),
-              "00.txt:2: the determinant of the matrix is 1.2000 instead of 1");
-    EXPECT_EQ(failure(read, good + "-1 0 0 0 0 1 0 0 0 0 1 0").substr(0, 14), "00.txt:2: the ");
     EXPECT_EQ(failure(read, good + "1 0 0 0 0 1 0 0 0 0 y 0"), "00.txt:2: \"y\" is not a finite number");
+}
+
+TEST(KittiPoses, AMatrixThatIsNoRotationIsRefusedWithItsLine)
+{
+    auto const failureOfMatrix = [](std::string const& matrix) {
+        return failureOf([&] { static_cast<void>(kitti("1 0 0 0 0 1 0 0 0 0 1 0\n" + matrix, {0.0, 1.0})); });
+    };
+    std::string const no = "00.txt:2: the matrix is no rotation";
+    auto const off = [&](std::string const& number) {
+        return no + ": its rows are not of unit length and at right angles (off by " + number +
+               "); is the order of the numbers right?";
+    };
+    EXPECT_EQ(failureOfMatrix("1.2 0 0 0 0 1 0 0 0 0 1 0"), off("0.4400"));
+    EXPECT_EQ(failureOfMatrix("2 0 0 0 0 0.5 0 0 0 0 1 0"), off("3.0000"));  // determinant 1
+    EXPECT_EQ(failureOfMatrix("1 0.5 0 0 0 1 0 0 0 0 1 0"), off("0.5000"));  // determinant 1, sheared
+    EXPECT_EQ(failureOfMatrix("1 0 0 0 0 1 0.02 0 0 0 1 0"), off("0.0200")); // determinant 1, sheared
+    EXPECT_EQ(failureOfMatrix("0 0 0 0 0 0 0 0 0 0 0 0"), off("1.0000"));
+    EXPECT_EQ(failureOfMatrix("1e200 0 0 0 0 1 0 0 0 0 1 0").substr(0, no.size()), no);
+    EXPECT_EQ(failureOfMatrix("-1 0 0 0 0 1 0 0 0 0 1 0"), no + " but a reflection: its determinant is -1");
+    EXPECT_EQ(failureOfMatrix("1 0 0 0 0 1 0.005 0 0 0 1 0"), "");
+}
+
+TEST(CsvPoses, ColumnsAreSecondsPositionAndQuaternionWithItsRealPartFirst)
+{
+    for (std::string const header :
+         {"", "time,x,y,z,qw,qx,qy,qz\n", "# by hand\n\ntime,x,y,z,qw,qx,qy,qz\r\n"}) {
+        auto const nodes = csv(header + "1.25,1,-2,3e0,0.5,0.5,-0.5,0.5\n-1, 0 ,0,0,1,0,0,0");
+        ASSERT_EQ(nodes.size(), 2U);
+        EXPECT_EQ(nodes[0].time, 1.25);
+        expectPose(nodes[0], {1, -2, 3, 0.5, 0.5, -0.5, 0.5});
+        EXPECT_EQ(nodes[1].time, -1.0);
+    }
+    EXPECT_EQ(failure(csv, "1,0,0,0,1,0,0"),
+              "poses.csv:1: 7 columns, but a CSV line (time,x,y,z,qw,qx,qy,qz) has 8");
+    EXPECT_EQ(failure(csv, "x,0,0,0,1,0,0,0"), "poses.csv:1: \"x\" is not a finite number");
+}
+
+TEST(PoseTexts, TheLineOfEachPoseIsKnown)
+{
+    std::istringstream text("# t\n1 0 0 0 0 0 0 1\n\n2 0 0 0 0 0 0 1\n");
+    EXPECT_EQ(readPoses(PoseFormat::Tum, text, "a").lines, (std::vector<std::uint64_t>{2, 4}));
+    std::istringstream times("\n5\n# t\n6\n");
+    EXPECT_EQ(readTimes(times, "b").lines, (std::vector<std::uint64_t>{2, 4}));
+}
+
+TEST(PoseTexts, AUnitQuaternionIsKeptBitForBit)
+{
+    std::srand(17);
+    std::size_t kept = 0;
+    for (int i = 0; i < 1000; ++i) {
+        Eigen::Quaterniond const q = TrafoT<double>::Random().rotation().normalized();
+        std::string line = "1 0 0 0";
+        for (double const number : {q.x(), q.y(), q.z(), q.w()}) {
+            line += ' ' + shortestText(number);
+        }
+        Eigen::Quaterniond const read = tum(line).at(0).pose.rotation();
+        kept += read.coeffs() == q.coeffs() ? 1 : 0;
+    }
+    EXPECT_EQ(kept, 1000U);
 }
 
 TEST(KittiPoses, ThereAreAsManyTimesAsPoses)

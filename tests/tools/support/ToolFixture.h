@@ -9,7 +9,10 @@
 #include <cstddef>
 #include <exception>
 #include <filesystem>
+#include <ios>
+#include <iostream>
 #include <sstream>
+#include <streambuf>
 #include <string>
 #include <vector>
 
@@ -22,6 +25,27 @@ struct ToolRun
     int status = 0;
     std::string out;
     std::string err;
+    std::string piped; ///< What was written to the standard output for the name "-"; only by runInPipe().
+};
+
+/// Exchanges the buffer of a stream for the lifetime of this object.
+class RedirectedStream
+{
+public:
+    RedirectedStream(std::ios& stream, std::streambuf* buffer)
+        : stream_(stream), previous_(stream.rdbuf(buffer))
+    {}
+    RedirectedStream(RedirectedStream const&) = delete;
+    RedirectedStream& operator=(RedirectedStream const&) = delete;
+    ~RedirectedStream()
+    {
+        stream_.rdbuf(previous_);
+        stream_.clear();
+    }
+
+private:
+    std::ios& stream_;
+    std::streambuf* previous_;
 };
 
 /// Tests in a folder of their own, which goes away afterwards.
@@ -54,6 +78,19 @@ protected:
             oV::Roamscan::tool::runTool(static_cast<int>(arguments.size()), arguments.data(), out, err);
         result.out = out.str();
         result.err = err.str();
+        return result;
+    }
+
+    /// Runs the program with a standard input and a standard output for the name "-".
+    [[nodiscard]] static ToolRun runInPipe(std::vector<std::string> const& words,
+                                           std::string const& input = {})
+    {
+        std::istringstream in(input);
+        std::ostringstream out;
+        RedirectedStream const redirectedInput(std::cin, in.rdbuf());
+        RedirectedStream const redirectedOutput(std::cout, out.rdbuf());
+        ToolRun result = run(words);
+        result.piped = out.str();
         return result;
     }
 

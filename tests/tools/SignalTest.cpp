@@ -1,0 +1,143 @@
+// Signals end the program: it runs in a process of its own.
+
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#if !defined(_WIN32)
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+/// The program, running.
+class Process
+{
+public:
+    explicit Process(std::vector<std::string> words)
+    {
+        words.insert(words.begin(), ROAMSCAN_TOOL);
+        std::vector<char*> arguments;
+        for (std::string& word : words) {
+            arguments.push_back(word.data());
+        }
+        arguments.push_back(nullptr);
+        posix_spawn_file_actions_t actions{};
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+        started_ = posix_spawn(&id_, ROAMSCAN_TOOL, &actions, nullptr, arguments.data(), environ) == 0;
+        posix_spawn_file_actions_destroy(&actions);
+    }
+    Process(Process const&) = delete;
+    Process& operator=(Process const&) = delete;
+    ~Process()
+    {
+        if (isRunning()) {
+            kill(id_, SIGKILL);
+            wait(0);
+        }
+    }
+
+    [[nodiscard]] bool isRunning() { return started_ && !ended_ && !wait(WNOHANG); }
+
+    void send(int signal) const { kill(id_, signal); }
+
+    /// Waits for the end. @return the signal that ended the process; 0 if it exited
+    [[nodiscard]] int signalAtEnd()
+    {
+        wait(0);
+        return WIFSIGNALED(status_) ? WTERMSIG(status_) : 0;
+    }
+
+private:
+    bool wait(int flags)
+    {
+        ended_ = ended_ || waitpid(id_, &status_, flags) == id_;
+        return ended_;
+    }
+
+    pid_t id_ = 0;
+    int status_ = 0;
+    bool started_ = false;
+    bool ended_ = false;
+};
+
+/// Whether a panorama is being written to the folder: all its tiles are there, under temporary names.
+bool hasTemporaryTiles(fs::path const& folder)
+{
+    std::error_code ignored;
+    for (fs::directory_iterator entry(folder, ignored); entry != fs::directory_iterator();
+         entry.increment(ignored))
+    {
+        if (entry->path().filename().string().starts_with("panorama.part-") &&
+            fs::exists(entry->path() / "2.png", ignored))
+        {
+            return true;
+        }
+    }
+    return false;
+}
+
+class SignalTest : public testing::TestWithParam<int>
+{
+protected:
+    /// Starts a simulation that takes long, and waits until it has written a part of its output.
+    void startIn(fs::path const& folder)
+    {
+        process_.emplace(std::vector<std::string>{"simulate", folder.string(), "--seconds", "86400"});
+        while (!hasTemporaryTiles(folder)) {
+            ASSERT_TRUE(process_->isRunning());
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+    }
+
+    support::TemporaryFolder folder_;
+    std::optional<Process> process_;
+};
+
+} // namespace
+
+TEST_P(SignalTest, LeavesNothingBehind)
+{
+    ASSERT_NO_FATAL_FAILURE(startIn(folder_.file("walk")));
+    process_->send(GetParam());
+    EXPECT_EQ(process_->signalAtEnd(), GetParam());
+    EXPECT_EQ(folder_.names(), std::vector<std::string>{});
+}
+
+TEST_P(SignalTest, LeavesWhatWasThereBefore)
+{
+    fs::create_directory(folder_.file("walk"));
+    folder_.write("walk/scan.ply", "before");
+    ASSERT_NO_FATAL_FAILURE(startIn(folder_.file("walk")));
+    process_->send(GetParam());
+    EXPECT_EQ(process_->signalAtEnd(), GetParam());
+    EXPECT_EQ(folder_.names("walk"), std::vector<std::string>{"scan.ply"});
+    EXPECT_EQ(folder_.read("walk/scan.ply"), "before");
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals,
+                         SignalTest,
+                         testing::Values(SIGINT, SIGTERM, SIGHUP),
+                         [](testing::TestParamInfo<int> const& signal) {
+                             return signal.param == SIGINT    ? "SIGINT"
+                                    : signal.param == SIGTERM ? "SIGTERM"
+                                                              : "SIGHUP";
+                         });
+
+#endif

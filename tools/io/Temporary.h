@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+namespace oV::Roamscan::tool
+{
+
+/// The name of a file or folder that is removed with this object, and also if a signal ends the process.
+///
+/// Objects are constructed and destroyed on the main thread only. The constructor creates no file.
+class Temporary
+{
+public:
+    /// What may be there under the name.
+    enum class Kind : std::uint8_t
+    {
+        File,       ///< A file.
+        Tiles,      ///< A folder of files "0.png", "1.png" and so on. It is removed with everything in it.
+        EmptyFolder ///< A folder, which is removed only if nothing else is in it.
+    };
+
+    /// @param extension of the files in a folder of tiles, such as ".png"
+    explicit Temporary(std::filesystem::path const& path, Kind kind = Kind::File, std::string extension = {});
+    Temporary(Temporary const&) = delete;
+    Temporary& operator=(Temporary const&) = delete;
+    ~Temporary();
+
+    [[nodiscard]] std::filesystem::path const& path() const { return path_; }
+
+    /// Leaves what has the name, for example because it was renamed.
+    void release();
+
+private:
+    friend void removeTemporariesOnSignals();
+
+    /// Calls only async-signal-safe functions.
+    void removeInSignalHandler() const;
+    static void handleSignal(int signal);
+
+    std::filesystem::path path_;
+    std::string extension_;
+    Kind kind_;
+    Temporary* older_ = nullptr; // a list of all objects; its head is in the source
+};
+
+/// Holds back the signals that removeTemporariesOnSignals() handles, on the calling thread. They take effect
+/// at the end of the scope.
+class SignalsHeld
+{
+public:
+    SignalsHeld();
+    SignalsHeld(SignalsHeld const&) = delete;
+    SignalsHeld& operator=(SignalsHeld const&) = delete;
+    ~SignalsHeld();
+
+private:
+    bool wasHeld_ = false;
+};
+
+/// From now on, SIGINT, SIGTERM, SIGHUP, SIGPIPE and SIGXFSZ remove all temporary files and folders, newest
+/// first, before they end the process with their usual exit status. Signals that are ignored, as under nohup,
+/// stay ignored. Call it on the main thread, once. Does nothing on Windows.
+void removeTemporariesOnSignals();
+
+} // namespace oV::Roamscan::tool
