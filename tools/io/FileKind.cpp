@@ -28,7 +28,9 @@ struct Signature
 constexpr std::array signatures{
     Signature{"ply\n"sv, FileKind::PlyCloud},
     Signature{"ply\r"sv, FileKind::PlyCloud},
+    Signature{"ply "sv, FileKind::PlyCloud},
     Signature{"# .PCD"sv, FileKind::PcdCloud},
+    Signature{"VERSION 0.7"sv, FileKind::PcdCloud},
     Signature{"LASF"sv, FileKind::LasCloud},
     Signature{"time,x,y,z,qw,qx,qy,qz"sv, FileKind::CsvPoses},
     Signature{"\x89PNG\r\n"sv, FileKind::Picture},

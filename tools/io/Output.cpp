@@ -79,7 +79,8 @@ void Output::takeModeOfTarget() const
 {
     std::error_code failure;
     fs::file_status const status = fs::status(target_, failure);
-    if (fs::exists(status)) {
+    // A temporary that was removed meanwhile is reported when it is put in place.
+    if (fs::exists(status) && fs::exists(temporary(), failure)) {
         fs::permissions(temporary(), status.permissions(), failure);
         if (failure) {
             throw fileError(target_, "its mode cannot be kept: " + failure.message());
