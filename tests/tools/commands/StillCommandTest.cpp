@@ -140,7 +140,7 @@ TEST_F(StillCommandTest, SettingsMustBeFiniteNumbersAboveZero)
         EXPECT_EQ(run({"still", "--trajectory", name, option, "x"}).status, 1);
     }
     EXPECT_EQ(run({"still", "--trajectory", name, "--speed", "0"}).err,
-              "roamscan: --speed: must be a number above 0 (see roamscan --help)\n");
+              "roamscan: --speed: must be a number above 0 (see roamscan still --help)\n");
 }
 
 TEST_F(StillCommandTest, AFileThatIsNoTrajectoryIsAFailure)
