@@ -116,7 +116,7 @@ std::string unexpectedWord(CLI::App const& level)
 /// Names a misspelt word rather than what is missing because of it.
 std::string describe(CLI::ParseError const& failure, CLI::App const& level)
 {
-    if (std::string const unexpected = unexpectedWord(level); !unexpected.empty()) {
+    if (std::string unexpected = unexpectedWord(level); !unexpected.empty()) {
         return unexpected;
     }
     std::vector<std::string> const commands = commandNames(level);

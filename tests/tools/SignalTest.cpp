@@ -97,38 +97,38 @@ class SignalTest : public testing::TestWithParam<int>
 {
 protected:
     /// Starts a simulation that takes long, and waits until it has written a part of its output.
-    void startIn(fs::path const& folder)
+    void startIn(fs::path const& target)
     {
-        process_.emplace(std::vector<std::string>{"simulate", folder.string(), "--seconds", "86400"});
-        while (!hasTemporaryTiles(folder)) {
-            ASSERT_TRUE(process_->isRunning());
+        process.emplace(std::vector<std::string>{"simulate", target.string(), "--seconds", "86400"});
+        while (!hasTemporaryTiles(target)) {
+            ASSERT_TRUE(process->isRunning());
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
     }
 
-    support::TemporaryFolder folder_;
-    std::optional<Process> process_;
+    support::TemporaryFolder folder;
+    std::optional<Process> process;
 };
 
 } // namespace
 
 TEST_P(SignalTest, LeavesNothingBehind)
 {
-    ASSERT_NO_FATAL_FAILURE(startIn(folder_.file("walk")));
-    process_->send(GetParam());
-    EXPECT_EQ(process_->signalAtEnd(), GetParam());
-    EXPECT_EQ(folder_.names(), std::vector<std::string>{});
+    ASSERT_NO_FATAL_FAILURE(startIn(folder.file("walk")));
+    process->send(GetParam());
+    EXPECT_EQ(process->signalAtEnd(), GetParam());
+    EXPECT_EQ(folder.names(), std::vector<std::string>{});
 }
 
 TEST_P(SignalTest, LeavesWhatWasThereBefore)
 {
-    fs::create_directory(folder_.file("walk"));
-    folder_.write("walk/scan.ply", "before");
-    ASSERT_NO_FATAL_FAILURE(startIn(folder_.file("walk")));
-    process_->send(GetParam());
-    EXPECT_EQ(process_->signalAtEnd(), GetParam());
-    EXPECT_EQ(folder_.names("walk"), std::vector<std::string>{"scan.ply"});
-    EXPECT_EQ(folder_.read("walk/scan.ply"), "before");
+    fs::create_directory(folder.file("walk"));
+    folder.write("walk/scan.ply", "before");
+    ASSERT_NO_FATAL_FAILURE(startIn(folder.file("walk")));
+    process->send(GetParam());
+    EXPECT_EQ(process->signalAtEnd(), GetParam());
+    EXPECT_EQ(folder.names("walk"), std::vector<std::string>{"scan.ply"});
+    EXPECT_EQ(folder.read("walk/scan.ply"), "before");
 }
 
 INSTANTIATE_TEST_SUITE_P(Signals,

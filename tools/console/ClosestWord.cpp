@@ -15,10 +15,10 @@ std::size_t distance(std::string_view a, std::string_view b)
 {
     std::vector<std::size_t> row(b.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < a.size(); ++i) {
+    for (char const letter : a) {
         std::size_t diagonal = row[0]++;
         for (std::size_t j = 0; j < b.size(); ++j) {
-            std::size_t const replaced = diagonal + (a[i] == b[j] ? 0 : 1);
+            std::size_t const replaced = diagonal + (letter == b[j] ? 0 : 1);
             diagonal = row[j + 1];
             row[j + 1] = std::min({replaced, diagonal + 1, row[j] + 1});
         }

@@ -17,7 +17,7 @@ std::vector<double> timesInOrder(std::span<TrajectoryNode const> nodes)
         }
     }
     std::ranges::sort(times);
-    times.erase(std::ranges::unique(times).begin(), times.end());
+    times.erase(std::unique(times.begin(), times.end()), times.end());
     return times;
 }
 

@@ -55,7 +55,8 @@ double divided(Number value, double unitsPerSecond, double offset)
 {
     if constexpr (std::integral<Number> && sizeof(Number) == 8) {
         auto const units = static_cast<Number>(unitsPerSecond);
-        return (static_cast<double>(value / units) + offset) +
+        Number const wholeSeconds = value / units;
+        return (static_cast<double>(wholeSeconds) + offset) +
                static_cast<double>(value % units) / unitsPerSecond;
     } else {
         return static_cast<double>(value) / unitsPerSecond + offset;

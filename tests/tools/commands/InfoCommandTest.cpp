@@ -107,7 +107,8 @@ TEST(TrajectoryInfo, ListsTheGaps)
 {
     TrajectoryData data;
     for (int i = 0; i < 40; ++i) { // a gap of 11 s after each third pose
-        data.nodes.push_back(node(i + 10.0 * (i / 3), {0, 0, 0}));
+        int const gaps = i / 3;
+        data.nodes.push_back(node(i + 10.0 * gaps, {0, 0, 0}));
     }
     Json const info = describe(data);
     EXPECT_EQ(info.at("usualStep"), 1.0);
