@@ -130,9 +130,9 @@ private:
             return std::nullopt;
         }
         Words const& words = entries_[entry];
-        auto const count = words.size() == 1 ? parseInteger(words[0]) : std::nullopt;
-        require(count && *count >= 0, std::string(entry) + " is not a count");
-        return static_cast<std::uint64_t>(*count);
+        auto const count = words.size() == 1 ? parseInteger(words[0]).value_or(-1) : -1;
+        require(count >= 0, std::string(entry) + " is not a count");
+        return static_cast<std::uint64_t>(count);
     }
 
     std::filesystem::path const& name_;
