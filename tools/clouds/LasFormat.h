@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <vector>
 
-/// The records of points in LAS files, as the ASPRS specification of LAS 1.4 (R15) has them.
+/// The records of points in LAS files, as LAS 1.4 (ASPRS, revision 15) defines them.
 namespace oV::Roamscan::tool
 {
 

@@ -23,7 +23,7 @@ struct LasSettings
 
 /// Writes points as a LAS 1.4 file. Fields with the names and types of the standard dimensions become these;
 /// all others become extra bytes of their type. The GPS time is the time of a point in seconds. Colours of 8
-/// bits are multiplied by 256, as the specification asks.
+/// bits are multiplied by 256, because LAS has colours of 16 bits.
 ///
 /// The point format is 1 or 3 if there is a field scan_angle_rank, as files before LAS 1.4 have it, otherwise
 /// 6, 7 or 8. The number of points need not be known in advance, but the stream must be seekable.
