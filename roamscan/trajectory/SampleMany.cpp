@@ -31,17 +31,20 @@ void requireSameSize(bool same)
     }
 }
 
-// Transforms a point by the pose at its time, which is also left in `pose`. `place` is unchanged unless the
-// result is Placed.
+bool isFinite(Eigen::Vector3d const& vector)
+{
+    return std::isfinite(vector.x()) && std::isfinite(vector.y()) && std::isfinite(vector.z());
+}
+
+// Transforms a point by the pose at its time. `place` is unchanged unless the result is Placed.
 template <typename Poses, typename Scalar>
-PointPlacement
-placeOne(Poses& poses, double time, Vec3d<Scalar> const& point, TrafoT<double>& pose, Vec3d<double>& place)
+PointPlacement placeOne(Poses& poses, double time, Vec3d<Scalar> const& point, Vec3d<double>& place)
 {
     Eigen::Vector3d const local(point.x, point.y, point.z);
-    if (!local.allFinite()) {
+    if (!isFinite(local)) {
         return PointPlacement::NotFinite;
     }
-    switch (poses.poseAt(time, pose)) {
+    switch (poses.goTo(time)) {
     case PoseState::Outside:
         return std::isnan(time) ? PointPlacement::NotFinite : PointPlacement::Outside;
     case PoseState::InGap:
@@ -49,8 +52,8 @@ placeOne(Poses& poses, double time, Vec3d<Scalar> const& point, TrafoT<double>& 
     case PoseState::Found:
         break;
     }
-    Eigen::Vector3d const global = pose * local;
-    if (!global.allFinite()) {
+    Eigen::Vector3d const global = poses.transform(local);
+    if (!isFinite(global)) {
         return PointPlacement::NotFinite;
     }
     place = {global.x(), global.y(), global.z()};
@@ -82,10 +85,9 @@ Counts placeInTurn(Poses poses, PointSpans<Scalar> const& spans)
 {
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     Counts counts{};
-    TrafoT<double> pose;
     for (std::size_t i = 0; i < spans.times.size(); ++i) {
         Vec3d<double>& place = spans.places[i];
-        PointPlacement const placement = placeOne(poses, spans.times[i], spans.points[i], pose, place);
+        PointPlacement const placement = placeOne(poses, spans.times[i], spans.points[i], place);
         if (placement != PointPlacement::Placed) {
             place = {nan, nan, nan};
         }
@@ -135,10 +137,9 @@ samplePoses(Trajectory const& trajectory, std::span<double const> times, std::sp
         auto source = makePoses();
         std::size_t without = 0;
         for (std::size_t i = 0; i < times.size(); ++i) {
-            if (source.poseAt(times[i], poses[i]) != PoseState::Found) {
-                poses[i] = TrafoT<double>::Invalid();
-                ++without;
-            }
+            bool const found = source.goTo(times[i]) == PoseState::Found;
+            poses[i] = found ? source.pose() : TrafoT<double>::Invalid();
+            without += found ? 0 : 1;
         }
         return without;
     });

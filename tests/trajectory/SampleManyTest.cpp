@@ -153,6 +153,18 @@ TEST(SampleMany, GivesThePosesOfSampleForDescendingTimes)
     expectPosesOfSample(trajectory, times);
 }
 
+TEST(SampleMany, GivesThePosesOfSampleAfterEachVisitToTheLastPose)
+{
+    RandomPoses random(27);
+    Trajectory const trajectory = randomTrajectory(random, 6);
+    std::vector<double> times;
+    for (double const time : randomTimes(random, trajectory, 200)) {
+        times.push_back(time);
+        times.push_back(trajectory.getStopTime().get());
+    }
+    expectPosesOfSample(trajectory, times);
+}
+
 TEST(SampleMany, ATimeAtAPoseIsInterpolatedAndSoIsValid)
 {
     Trajectory const trajectory = InterpolatedTrajectoryPathBuilder()
@@ -231,7 +243,7 @@ TEST(PlacePoints, GivesPoseTimesPointToTheLastBit)
     double const start = trajectory.getStartTime().get();
     double const stop = trajectory.getStopTime().get();
     for (int i = 0; i < 50'000; ++i) { // several ranges of the parallel loop
-        times.push_back(random.number(start, stop));
+        times.push_back(i % 7 == 6 ? stop : random.number(start, stop));
         points.push_back({random.number(-9, 9), random.number(-9, 9), random.number(-9, 9)});
         floatPoints.push_back({static_cast<float>(points.back().x),
                                static_cast<float>(points.back().y),

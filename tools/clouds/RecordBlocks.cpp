@@ -12,7 +12,8 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-constexpr std::size_t bytesAtOnce = 1U << 19;
+// Small enough that a block stays in the cache of a core until it is written.
+constexpr std::size_t bytesAtOnce = 1U << 17;
 
 } // namespace
 

@@ -6,9 +6,11 @@
 #include <roamscan/time/EigenConversion.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 namespace oV::Roamscan::tool
@@ -52,6 +54,24 @@ layoutOfPlaced(PointLayout const& scan, std::array<Field, 3> const& position, Fi
 bool contains(std::array<Field, 3> const& fields, Field const& field)
 {
     return std::ranges::find(fields, field.offset, &Field::offset) != fields.end();
+}
+
+/// Calls `work` with a size of bytes as a constant, so that copies of it need no call.
+template <typename Work>
+void withSize(std::size_t size, Work const& work)
+{
+    switch (size) {
+    case 16:
+        return work(std::integral_constant<std::size_t, 16>());
+    case 8:
+        return work(std::integral_constant<std::size_t, 8>());
+    case 4:
+        return work(std::integral_constant<std::size_t, 4>());
+    case 2:
+        return work(std::integral_constant<std::size_t, 2>());
+    default:
+        return work(std::integral_constant<std::size_t, 1>());
+    }
 }
 
 void storeFloating(Field const& field, char* record, double value)
@@ -113,20 +133,28 @@ void PointPlacer::findDirections(std::filesystem::path const& name)
     }
 }
 
-/// Neighbouring fields that are copied unchanged make one run.
+/// Neighbouring fields that are copied unchanged make one run, which is cut into pieces of fixed sizes.
 void PointPlacer::planCopies()
 {
+    std::vector<Piece> runs;
     for (std::size_t i = 0; i < scan_.fields().size(); ++i) {
         Field const& from = scan_.fields()[i];
         Field const& to = placed_.fields()[i];
         if (contains(position_, from)) {
             continue;
         }
-        bool const continues = !runs_.empty() && runs_.back().from + runs_.back().size == from.offset;
+        bool const continues = !runs.empty() && runs.back().from + runs.back().size == from.offset;
         if (continues) {
-            runs_.back().size += sizeOf(from.type);
+            runs.back().size += sizeOf(from.type);
         } else {
-            runs_.push_back({from.offset, to.offset, sizeOf(from.type)});
+            runs.push_back({from.offset, to.offset, sizeOf(from.type)});
+        }
+    }
+    for (Piece run : runs) {
+        while (run.size > 0) {
+            std::size_t const size = std::min(std::bit_floor(run.size), std::size_t{16});
+            pieces_.push_back({run.from, run.to, size});
+            run = {run.from + size, run.to + size, run.size - size};
         }
     }
 }
@@ -135,8 +163,8 @@ void PointPlacer::place(PointBlock const& scan, PlacedBlock& placed) const
 {
     placed.times.resize(scan.count);
     time_.read(scan, scan_.stride(), placed.times);
-    placed.counts = {};
     findPlaces(scan, placed);
+    keepPlaced(placed);
     copyRecords(scan, placed);
     storePositions(placed);
     if (!directions_.empty()) {
@@ -150,20 +178,18 @@ void PointPlacer::findPlaces(PointBlock const& scan, PlacedBlock& placed) const
     placed.placements.resize(scan.count);
     auto const transform = [&](double longestGap) {
         readMeasured(scan, placed.places);
-        placePoints(trajectory_,
-                    placed.times,
-                    std::span<Vec3d<double> const>(placed.places),
-                    placed.places,
-                    placed.placements,
-                    {longestGap, false});
+        count(placePoints(trajectory_,
+                          placed.times,
+                          std::span<Vec3d<double> const>(placed.places),
+                          placed.places,
+                          placed.placements,
+                          {longestGap, false}),
+              placed);
     };
     transform(settings_.longestGap);
-    count(placed);
     if (settings_.acrossGaps && placed.counts.inGaps > 0) {
         auto const inGaps = placed.counts.inGaps;
         transform(std::numeric_limits<double>::infinity());
-        placed.counts = {};
-        count(placed);
         placed.counts.inGaps = inGaps;
     }
 }
@@ -171,13 +197,23 @@ void PointPlacer::findPlaces(PointBlock const& scan, PlacedBlock& placed) const
 /// A position of zero is no measurement. It becomes NaN, which is not placed.
 void PointPlacer::readMeasured(PointBlock const& scan, std::span<Vec3d<double>> positions) const
 {
-    if (positions.empty()) {
-        return;
+    auto const& [x, y, z] = position_;
+    if (x.type == y.type && y.type == z.type) {
+        withType(x.type, [&](auto zero) {
+            char const* record = scan.records.data();
+            for (Vec3d<double>& position : positions) {
+                position = {static_cast<double>(load<decltype(zero)>(record + x.offset)),
+                            static_cast<double>(load<decltype(zero)>(record + y.offset)),
+                            static_cast<double>(load<decltype(zero)>(record + z.offset))};
+                record += scan_.stride();
+            }
+        });
+    } else if (!positions.empty()) {
+        std::size_t const step = sizeof(Vec3d<double>) / sizeof(double);
+        scan.read(x, scan_.stride(), &positions[0].x, step);
+        scan.read(y, scan_.stride(), &positions[0].y, step);
+        scan.read(z, scan_.stride(), &positions[0].z, step);
     }
-    std::size_t const step = sizeof(Vec3d<double>) / sizeof(double);
-    scan.read(position_[0], scan_.stride(), &positions[0].x, step);
-    scan.read(position_[1], scan_.stride(), &positions[0].y, step);
-    scan.read(position_[2], scan_.stride(), &positions[0].z, step);
     for (Vec3d<double>& position : positions) {
         if (position.x == 0.0 && position.y == 0.0 && position.z == 0.0) {
             position.x = std::numeric_limits<double>::quiet_NaN();
@@ -185,56 +221,58 @@ void PointPlacer::readMeasured(PointBlock const& scan, std::span<Vec3d<double>> 
     }
 }
 
-void PointPlacer::count(PlacedBlock& placed)
+void PointPlacer::count(PlacementCounts const& found, PlacedBlock& placed)
 {
-    PlacingCounts& counts = placed.counts;
-    counts.points = placed.times.size();
-    for (std::size_t i = 0; i < placed.times.size(); ++i) {
-        double const time = placed.times[i];
-        if (std::isnan(time)) {
-            ++counts.withoutTime;
-            continue;
-        }
-        counts.earliest = std::min(counts.earliest, time);
-        counts.latest = std::max(counts.latest, time);
-        switch (placed.placements[i]) {
-        case PointPlacement::Placed:
-            ++counts.placed;
-            break;
-        case PointPlacement::Outside:
-            ++counts.outside;
-            break;
-        case PointPlacement::InGap:
-            ++counts.inGaps;
-            break;
-        case PointPlacement::NotFinite:
-            ++counts.withoutPosition;
-            break;
-        }
+    PlacingCounts counts;
+    for (double const time : placed.times) {
+        counts.earliest = time < counts.earliest ? time : counts.earliest; // false for NaN
+        counts.latest = time > counts.latest ? time : counts.latest;
     }
+    if (found.notFinite > 0) {
+        counts.withoutTime = static_cast<std::uint64_t>(
+            std::ranges::count_if(placed.times, [](double time) { return std::isnan(time); }));
+    }
+    counts.points = placed.times.size();
+    counts.placed = found.placed;
+    counts.outside = found.outside;
+    counts.inGaps = found.inGap;
+    counts.withoutPosition = found.notFinite - counts.withoutTime;
+    placed.counts = counts;
 }
 
-/// Copies the records of placed points without their positions, and moves their places and times together.
+/// Lists the placed points, and moves their places and times together, unless all are placed.
+void PointPlacer::keepPlaced(PlacedBlock& placed)
+{
+    placed.kept.clear();
+    if (placed.counts.placed == placed.placements.size()) {
+        return;
+    }
+    for (std::size_t i = 0; i < placed.placements.size(); ++i) {
+        if (placed.placements[i] == PointPlacement::Placed) {
+            placed.places[placed.kept.size()] = placed.places[i];
+            placed.times[placed.kept.size()] = placed.times[i];
+            placed.kept.push_back(static_cast<std::uint32_t>(i));
+        }
+    }
+    placed.places.resize(placed.kept.size());
+    placed.times.resize(placed.kept.size());
+}
+
+/// Copies the records of placed points without their positions.
 void PointPlacer::copyRecords(PointBlock const& scan, PlacedBlock& placed) const
 {
     placed.points.resize(placed.counts.placed, placed_);
-    char const* from = scan.records.data();
-    char* to = placed.points.records.data();
-    std::size_t kept = 0;
-    for (std::size_t i = 0; i < scan.count; ++i, from += scan_.stride()) {
-        if (placed.placements[i] != PointPlacement::Placed) {
-            continue;
-        }
-        for (Run const& run : runs_) {
-            std::memcpy(to + run.to, from + run.from, run.size);
-        }
-        placed.places[kept] = placed.places[i];
-        placed.times[kept] = placed.times[i];
-        ++kept;
-        to += placed_.stride();
+    bool const all = placed.counts.placed == scan.count;
+    for (Piece const& piece : pieces_) {
+        char const* const from = scan.records.data() + piece.from;
+        char* const to = placed.points.records.data() + piece.to;
+        withSize(piece.size, [&](auto size) {
+            for (std::size_t i = 0; i < placed.points.count; ++i) {
+                std::size_t const record = all ? i : placed.kept[i];
+                std::memcpy(to + i * placed_.stride(), from + record * scan_.stride(), size());
+            }
+        });
     }
-    placed.places.resize(kept);
-    placed.times.resize(kept);
 }
 
 void PointPlacer::storePositions(PlacedBlock& placed) const

@@ -53,6 +53,7 @@ struct PlacedBlock
     PlacingCounts counts;                      ///< Of all points of the block.
 
     std::vector<PointPlacement> placements; ///< Of all points of the block; for PointPlacer only.
+    std::vector<std::uint32_t> kept;        ///< The placed points, if not all are; for PointPlacer only.
 };
 
 /// Transforms the points of a scan by the poses of a trajectory at the times of the points. All other
@@ -79,18 +80,19 @@ private:
     using Vector = std::array<Field, 3>;
 
     /// Bytes that are copied from a record of the scan to a placed one.
-    struct Run
+    struct Piece
     {
         std::size_t from = 0;
         std::size_t to = 0;
-        std::size_t size = 0;
+        std::size_t size = 0; ///< 16, 8, 4, 2 or 1.
     };
 
     void findDirections(std::filesystem::path const& name);
     void planCopies();
     void findPlaces(PointBlock const& scan, PlacedBlock& placed) const;
     void readMeasured(PointBlock const& scan, std::span<Bv_1_1::Vec3d<double>> positions) const;
-    static void count(PlacedBlock& placed);
+    static void count(PlacementCounts const& found, PlacedBlock& placed);
+    static void keepPlaced(PlacedBlock& placed);
     void copyRecords(PointBlock const& scan, PlacedBlock& placed) const;
     void storePositions(PlacedBlock& placed) const;
     void rotateDirections(PlacedBlock& placed) const;
@@ -103,7 +105,7 @@ private:
     Vector position_;                // in the scan
     Vector placedPosition_;          // in the placed points
     std::vector<Vector> directions_; // in the placed points
-    std::vector<Run> runs_;
+    std::vector<Piece> pieces_;
 };
 
 } // namespace oV::Roamscan::tool

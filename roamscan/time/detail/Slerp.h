@@ -30,8 +30,15 @@ public:
         }
     }
 
-    /// The rotation at a fraction from `first` (0) to `second` (1), which are those of the constructor.
-    [[nodiscard]] Quaternion at(T fraction, Quaternion const& first, Quaternion const& second) const
+    /// The factors of `first` and `second`.
+    struct Weights
+    {
+        T first;
+        T second;
+    };
+
+    /// At a fraction from `first` (0) to `second` (1).
+    [[nodiscard]] Weights weightsAt(T fraction) const
     {
         T firstWeight = T(1) - fraction;
         T secondWeight = fraction;
@@ -39,10 +46,14 @@ public:
             firstWeight = std::sin((T(1) - fraction) * angle_) * inverseSine_;
             secondWeight = std::sin(fraction * angle_) * inverseSine_;
         }
-        if (isLongArc_) {
-            secondWeight = -secondWeight;
-        }
-        return Quaternion(firstWeight * first.coeffs() + secondWeight * second.coeffs());
+        return {firstWeight, isLongArc_ ? -secondWeight : secondWeight};
+    }
+
+    /// The rotation at a fraction from `first` (0) to `second` (1), which are those of the constructor.
+    [[nodiscard]] Quaternion at(T fraction, Quaternion const& first, Quaternion const& second) const
+    {
+        Weights const weights = weightsAt(fraction);
+        return Quaternion(weights.first * first.coeffs() + weights.second * second.coeffs());
     }
 
 private:

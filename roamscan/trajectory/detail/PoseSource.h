@@ -2,8 +2,11 @@
 
 #include <roamscan/time/detail/Interpolate.h>
 #include <roamscan/time/detail/Slerp.h>
+#include <roamscan/time/detail/TransformBetween.h>
 #include <roamscan/trajectory/Trajectory.h>
 #include <roamscan/trajectory/detail/PoseTable.h>
+
+#include <Eigen/Core>
 
 #include <cstddef>
 #include <limits>
@@ -20,20 +23,21 @@ enum class PoseState
     InGap ///< The time is between two poses that are farther apart than the longest gap.
 };
 
-/// Samples the poses of a table. Caches the interval of the last time and the slerp of its two poses.
+/// The poses of a table. Caches the interval of the last time and the slerp of its two poses.
 class TablePoses
 {
 public:
     /// Borrows the table.
     TablePoses(PoseTable const& table, double longestGap) : table_(table), longestGap_(longestGap) {}
 
-    /// Finds the pose at a time. `pose` is unchanged unless the result is Found.
-    [[nodiscard]] PoseState poseAt(double seconds, TrafoT<double>& pose)
+    /// Goes to a time. Only if the result is Found, pose() and transform() may be called.
+    [[nodiscard]] PoseState goTo(double seconds)
     {
         if (!(seconds >= lowerTime_ && seconds < upperTime_)) {
             PoseTable::Reach const reach = table_.reachOf(seconds);
-            if (reach == PoseTable::Reach::AtLast) {
-                pose = table_.poses().back();
+            isAtLast_ = reach == PoseTable::Reach::AtLast;
+            if (isAtLast_) {
+                leave();
                 return PoseState::Found;
             }
             if (reach != PoseTable::Reach::Between) {
@@ -44,18 +48,37 @@ public:
         if (isGap_ && seconds != lowerTime_) {
             return PoseState::InGap;
         }
-        double const fraction = (seconds - lowerTime_) / (upperTime_ - lowerTime_);
-        pose = interpolate(*lower_, *upper_, slerp_, fraction);
+        fraction_ = (seconds - lowerTime_) / (upperTime_ - lowerTime_);
         return PoseState::Found;
     }
 
+    /// The pose at the time.
+    [[nodiscard]] TrafoT<double> pose() const
+    {
+        return isAtLast_ ? table_.poses().back() : interpolate(*lower_, *upper_, slerp_, fraction_);
+    }
+
+    /// `pose() * point`
+    [[nodiscard]] Eigen::Vector3d transform(Eigen::Vector3d const& point) const
+    {
+        return isAtLast_ ? table_.poses().back() * point
+                         : transformBetween(*lower_, *upper_, slerp_, fraction_, point);
+    }
+
 private:
+    /// The next time enters an interval again.
+    void leave()
+    {
+        lowerTime_ = std::numeric_limits<double>::infinity();
+        upperTime_ = -std::numeric_limits<double>::infinity();
+    }
+
     void enter(double seconds)
     {
         auto const& times = table_.times();
         // For ascending times it is usually the next interval.
-        bool const isNext = upper_ != nullptr && seconds >= upperTime_ && upperIndex_ + 1 < times.size() &&
-                            seconds < times[upperIndex_ + 1];
+        bool const isNext = upper_ != nullptr && upperIndex_ + 1 < times.size() &&
+                            seconds >= times[upperIndex_] && seconds < times[upperIndex_ + 1];
         upperIndex_ = isNext ? upperIndex_ + 1 : table_.firstKeyAfter(seconds);
         lowerTime_ = times[upperIndex_ - 1];
         upperTime_ = times[upperIndex_];
@@ -74,28 +97,34 @@ private:
     TrafoT<double> const* upper_ = nullptr;
     Slerp<double> slerp_{TrafoT<double>::Quaternion::Identity(), TrafoT<double>::Quaternion::Identity()};
     bool isGap_ = false;
+    bool isAtLast_ = false; // at the last pose, in no interval
+    double fraction_ = 0.0; // of the interval
 };
 
-/// Samples the poses of any trajectory by calling its pose function.
+/// The poses of any trajectory, from its pose function.
 class CalledPoses
 {
 public:
     /// Borrows the trajectory.
     explicit CalledPoses(Trajectory const& trajectory) : trajectory_(trajectory) {}
 
-    /// The same as TablePoses::poseAt(). A trajectory without a table has no gaps.
-    [[nodiscard]] PoseState poseAt(double seconds, TrafoT<double>& pose)
+    /// The same as TablePoses::goTo(). A trajectory without a table has no gaps.
+    [[nodiscard]] PoseState goTo(double seconds)
     {
         try {
-            pose = trajectory_.sample(seconds);
+            pose_ = trajectory_.sample(seconds);
         } catch (std::out_of_range const&) {
             return PoseState::Outside;
         }
         return PoseState::Found;
     }
 
+    [[nodiscard]] TrafoT<double> const& pose() const { return pose_; }
+    [[nodiscard]] Eigen::Vector3d transform(Eigen::Vector3d const& point) const { return pose_ * point; }
+
 private:
     Trajectory const& trajectory_;
+    TrafoT<double> pose_;
 };
 
 } // namespace oV::Roamscan::detail
