@@ -291,6 +291,20 @@ TEST(PoseTable, AnswersAsAnOrderedMapForRandomTimesWithDuplicates)
     }
 }
 
+TEST(PoseTable, AnswersAsAnOrderedMapForFewUnevenTimes)
+{
+    RandomPoses random(26);
+    for (std::size_t count = 2; count <= 12; ++count) {
+        for (int round = 0; round < 20; ++round) {
+            std::vector<double> times;
+            for (std::size_t i = 0; i < count; ++i) {
+                times.push_back(std::exp(random.number(0, 12)));
+            }
+            expectToAnswerAsTheMap(times, random);
+        }
+    }
+}
+
 TEST(PoseTable, AnswersAsAnOrderedMapForBurstsAndGaps)
 {
     RandomPoses random(23);
@@ -326,6 +340,7 @@ TEST(PoseTable, AnswersAsAnOrderedMapForTimesAtTheEndsOfTheNumberRange)
                            random);
     expectToAnswerAsTheMap({infinity}, random);
     expectToAnswerAsTheMap({-infinity, infinity}, random);
+    expectToAnswerAsTheMap({-infinity, 1.0, 2.0, infinity}, random);
 }
 
 } // namespace

@@ -99,12 +99,22 @@ std::size_t PoseTable::firstKeyAfter(double seconds) const
         }
         return upper;
     }
-    constexpr std::ptrdiff_t fewKeys = 8;
-    auto const first = times_.begin() + guide_[cell];
-    auto const last = times_.begin() + guide_[cell + 1];
-    auto const isAfter = [seconds](double key) { return key > seconds; };
-    auto const found =
-        last - first <= fewKeys ? std::find_if(first, last, isAfter) : std::upper_bound(first, last, seconds);
+    std::size_t const first = guide_[cell];
+    std::size_t const last = guide_[cell + 1];
+    constexpr std::size_t fewKeys = 4;
+    if (last - first <= fewKeys && times_.size() >= fewKeys) {
+        // Counts in a window of fixed length, because a loop up to the key would mispredict its end. The
+        // window covers the cell; keys of lower cells are earlier than the time, keys of higher cells later.
+        std::size_t const start = std::min(first, times_.size() - fewKeys);
+        std::size_t upper = start;
+        for (std::size_t i = 0; i < fewKeys; ++i) {
+            upper += static_cast<std::size_t>(times_[start + i] <= seconds);
+        }
+        return upper;
+    }
+    auto const begin = times_.begin();
+    auto const found = std::upper_bound(
+        begin + static_cast<std::ptrdiff_t>(first), begin + static_cast<std::ptrdiff_t>(last), seconds);
     return static_cast<std::size_t>(found - times_.begin());
 }
 
