@@ -1,6 +1,7 @@
 #pragma once
 
 #include <roamscan/time/TrafoT.h>
+#include <roamscan/time/detail/RotateVector.h>
 #include <roamscan/time/detail/Slerp.h>
 
 namespace oV::Roamscan::detail
@@ -8,8 +9,7 @@ namespace oV::Roamscan::detail
 
 /// The result of `interpolate(first, second, slerp, fraction) * point`, bit for bit.
 ///
-/// Everything is a scalar, which the compiler keeps in registers. Eigen's vectors would be stored in parts
-/// and loaded as a whole at once, and the processor would have to wait for these stores.
+/// Scalars, as in rotateVector().
 template <typename T>
 [[nodiscard]] inline typename TrafoT<T>::Vector transformBetween(TrafoT<T> const& first,
                                                                  TrafoT<T> const& second,
@@ -26,22 +26,13 @@ template <typename T>
     T const uz = firstWeight * q0.z() + secondWeight * q1.z();
     T const w = firstWeight * q0.w() + secondWeight * q1.w();
 
-    // rotateVector(): c = 2 (u x p), p' = p + w c + u x c
-    T const px = point.x();
-    T const py = point.y();
-    T const pz = point.z();
-    T const cx = T(2) * (uy * pz - uz * py);
-    T const cy = T(2) * (uz * px - ux * pz);
-    T const cz = T(2) * (ux * py - uy * px);
-    T const x = (px + w * cx) + (uy * cz - uz * cy);
-    T const y = (py + w * cy) + (uz * cx - ux * cz);
-    T const z = (pz + w * cz) + (ux * cy - uy * cx);
+    typename TrafoT<T>::Vector const rotated = rotateVector<T>(ux, uy, uz, w, point);
 
     auto const& t0 = first.translation();
     auto const& t1 = second.translation();
-    return {x + ((t1.x() - t0.x()) * fraction + t0.x()),
-            y + ((t1.y() - t0.y()) * fraction + t0.y()),
-            z + ((t1.z() - t0.z()) * fraction + t0.z())};
+    return {rotated.x() + ((t1.x() - t0.x()) * fraction + t0.x()),
+            rotated.y() + ((t1.y() - t0.y()) * fraction + t0.y()),
+            rotated.z() + ((t1.z() - t0.z()) * fraction + t0.z())};
 }
 
 } // namespace oV::Roamscan::detail
