@@ -1,9 +1,14 @@
 #pragma once
 
 /// @file
-/// The export macros. The libraries export the classes and functions marked with them and hide all others.
+/// The export macros. The shared libraries export the classes and functions marked with them and hide all
+/// others. The static libraries define ROAMSCAN_STATIC; a plug-in that links them exports nothing of them.
 
-#if defined(_WIN32)
+#if defined(ROAMSCAN_STATIC)
+#define ROAMSCAN_EXPORT
+#define ROAMSCAN_NO_EXPORT
+#define ROAMSCAN_IMAGERY_EXPORT
+#elif defined(_WIN32)
 #if defined(ROAMSCAN_BUILDING_LIBRARY)
 #define ROAMSCAN_EXPORT __declspec(dllexport)
 #else

@@ -22,7 +22,7 @@ int entryPoint(ImageHandle image, EntryReason reason, void* /*reserved*/) noexce
 
 } // namespace oV::Roamscan
 
-#if defined(_WIN32)
+#if defined(_WIN32) && !defined(ROAMSCAN_STATIC)
 extern "C" BOOL WINAPI DllMain(HINSTANCE image, DWORD reason, void* reserved)
 {
     return oV::Roamscan::entryPoint(image, static_cast<oV::Roamscan::EntryReason>(reason), reserved);

@@ -2,6 +2,9 @@
 /// The objects that are constructed when the library is loaded, in this order, and released in reverse order
 /// when it is unloaded. They are in one file because C++ defines the order only within a file. No other file
 /// has any.
+///
+/// In a program that links the static library, they also precede the namespace-scope objects of the program,
+/// as they do if the library is shared.
 
 #include <roamscan/frame/bvbase/CriticalSection.h>
 #include <roamscan/frame/bvbase/SmartPtr.h>
@@ -19,6 +22,16 @@
 #include <cmath>
 #include <cstddef>
 
+#if !defined(ROAMSCAN_STATIC) || defined(__APPLE__)
+#define ROAMSCAN_AT_LOAD
+#elif defined(_MSC_VER)
+#define ROAMSCAN_AT_LOAD
+#pragma warning(disable : 4073) // the next line is intended
+#pragma init_seg(lib)
+#else
+#define ROAMSCAN_AT_LOAD [[gnu::init_priority(101)]]
+#endif
+
 namespace oV::Roamscan
 {
 
@@ -27,43 +40,49 @@ namespace
 
 constexpr unsigned int spinCount = 4000;
 
+/// A class record that is constructed at load. It is a class because pointers have no priority.
+struct RecordAtLoad
+{
+    Bv_1_1::oVClass const* record;
+};
+
 // 1. The class record, and before it the module in which it is registered.
-[[maybe_unused]] Bv_1_1::oVClass const* const optionsRecord = RoamscanOptions::Class();
+[[maybe_unused]] ROAMSCAN_AT_LOAD RecordAtLoad const optionsRecord{RoamscanOptions::Class()};
 
 } // namespace
 
 // 2. Released after both locks: the destructors of the singleton and of the container take no lock.
-Bv_1_1::SmartPtr<RoamscanOptions> RoamscanOptions::instance;
+ROAMSCAN_AT_LOAD Bv_1_1::SmartPtr<RoamscanOptions> RoamscanOptions::instance;
 
 // 3.
-Bv_1_1::CriticalSection RoamscanOptions::lock(spinCount);
+ROAMSCAN_AT_LOAD Bv_1_1::CriticalSection RoamscanOptions::lock(spinCount);
 
 // 4.
-Bv_1_1::CriticalSection detail::optionsListLock(spinCount);
+ROAMSCAN_AT_LOAD Bv_1_1::CriticalSection detail::optionsListLock(spinCount);
 
 namespace
 {
 
 // 5. Its destructor calls RoamscanOptionsCont::clearStatics().
-[[maybe_unused]] Bv_1_1::oVClass const* const containerRecord = RoamscanOptionsCont::Class();
+[[maybe_unused]] ROAMSCAN_AT_LOAD RecordAtLoad const containerRecord{RoamscanOptionsCont::Class()};
 
 } // namespace
 
 // 6.
-std::array<AttrDefinition, RoamscanOptionsCont::definitionCount> RoamscanOptionsCont::attrDefs = {
-    {{1, L"OptionsNames", AttrType::Strings, 18},
-     {2, L"OptionsTypes", AttrType::Strings, 18},
-     {3, Bv_1_1::String::NIL, AttrType::End, 1}}};
+ROAMSCAN_AT_LOAD std::array<AttrDefinition, RoamscanOptionsCont::definitionCount>
+    RoamscanOptionsCont::attrDefs = {{{1, L"OptionsNames", AttrType::Strings, 18},
+                                      {2, L"OptionsTypes", AttrType::Strings, 18},
+                                      {3, Bv_1_1::String::NIL, AttrType::End, 1}}};
 
 // 7.
-Bv_1_1::String const RoamscanOptionsJsonMerger::m_seperator =
+ROAMSCAN_AT_LOAD Bv_1_1::String const RoamscanOptionsJsonMerger::m_seperator =
     Bv_1_1::String::adopt(Bv_1_1::StringVal::constructUsingCodepage({0, "."}, -1, -1));
 
 // 8.
 int const TimeConversion::detail::integerTicksPerTxmTick = static_cast<int>(std::round(100.0));
 
 // 9.
-Bv_1_1::String const startup::roamText(L"ROAM");
+ROAMSCAN_AT_LOAD Bv_1_1::String const startup::roamText(L"ROAM");
 
 namespace
 {
@@ -89,27 +108,39 @@ std::array<double, 8192> makeScaleTable()
 } // namespace
 
 // 10.
-std::array<double, 8192> const startup::scaleTable = makeScaleTable();
+ROAMSCAN_AT_LOAD std::array<double, 8192> const startup::scaleTable = makeScaleTable();
 
-#if !defined(_WIN32)
+#if !defined(_WIN32) || defined(ROAMSCAN_STATIC)
 namespace
 {
 
-/// Calls the entry point after the objects above are made and before they are released, as the platform's
-/// loader does on Windows.
+/// Calls the entry point after the objects above are made and before they are released, as the loader does
+/// for a shared library on Windows.
 class Attachment
 {
 public:
-    // The result is ignored: only on Windows can a library refuse to be loaded.
-    Attachment() noexcept { entryPoint(this, EntryReason::ProcessAttach, nullptr); }
+    // The result is ignored: only a shared library on Windows can refuse to be loaded.
+    Attachment() noexcept
+    {
+        entryPoint(reinterpret_cast<ImageHandle>(this), EntryReason::ProcessAttach, nullptr);
+    }
     Attachment(Attachment const&) = delete;
     Attachment& operator=(Attachment const&) = delete;
-    ~Attachment() { entryPoint(this, EntryReason::ProcessDetach, nullptr); }
+    ~Attachment() { entryPoint(nullptr, EntryReason::ProcessDetach, nullptr); }
 };
 
-Attachment const attachment;
+ROAMSCAN_AT_LOAD Attachment const attachment;
 
 } // namespace
 #endif
 
 } // namespace oV::Roamscan
+
+#if defined(ROAMSCAN_STATIC)
+/// The linker option of the static library names it, so that every program that links the library has the
+/// objects of this file.
+extern "C" {
+extern char const roamscanLoadTimeObjects;
+constinit char const roamscanLoadTimeObjects = 0;
+}
+#endif

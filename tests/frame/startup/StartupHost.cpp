@@ -7,17 +7,12 @@
 /// - unload  loads and unloads the plug-in twice
 /// - options the same, and brings up the options each time
 /// - exit    loads the plug-in, brings up the options, and exits without unloading it
-///
-/// A line is "constructed" or "releasing", the address of the object in the image of the library, and
-/// "attached" or "detached", the state of the library's module at this time. The names of the objects are not
-/// known here.
 
-#include <roamscan/frame/bvbase/Module.h>
+#include "tests/frame/startup/RecordedObjects.h"
 
 #include <dlfcn.h>
 #include <link.h>
 
-#include <array>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -27,52 +22,6 @@ namespace
 {
 
 constexpr char const* libraryName = "libRoamscanDataStructures.so";
-
-using ExitAction = void (*)(void*);
-using RegisterExitAction = int (*)(ExitAction, void*, void*);
-
-struct LoadTimeObject
-{
-    ExitAction release = nullptr;
-    void* address = nullptr;
-    std::uintptr_t offset = 0; // in the image of the library
-};
-
-// Plain data, because it is still used during exit. It has room for all loads of a run.
-constinit std::array<LoadTimeObject, 256> objects{};
-constinit std::size_t count = 0;
-constinit std::size_t firstOfThisLoad = 0;
-
-// The first object of each load is the module of the library; the names show whether it is.
-char const* state()
-{
-    auto const* const module = static_cast<Bv_1_1::Module const*>(objects[firstOfThisLoad].address);
-    return module->isAttached() ? "attached" : "detached";
-}
-
-void print(char const* what, LoadTimeObject const& object)
-{
-    std::printf("%s %zx %s\n", what, static_cast<std::size_t>(object.offset), state());
-}
-
-void releaseAndPrint(void* object)
-{
-    auto const& entry = *static_cast<LoadTimeObject const*>(object);
-    print("releasing", entry);
-    entry.release(entry.address);
-}
-
-bool belongsToTheLibrary(void* handle, std::uintptr_t& base)
-{
-    Dl_info image;
-    if (handle == nullptr || dladdr(handle, &image) == 0 ||
-        std::string_view(image.dli_fname).find(libraryName) == std::string_view::npos)
-    {
-        return false;
-    }
-    base = reinterpret_cast<std::uintptr_t>(image.dli_fbase);
-    return true;
-}
 
 bool isLibraryLoaded()
 {
@@ -91,7 +40,7 @@ bool isLibraryLoaded()
 
 void* load(char const* path)
 {
-    firstOfThisLoad = count;
+    support::expectLoad();
     void* const plugin = dlopen(path, RTLD_NOW | RTLD_LOCAL);
     if (plugin == nullptr) {
         fail("the plug-in cannot be loaded:");
@@ -124,26 +73,17 @@ void unload(void* plugin)
 
 } // namespace
 
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming): fixed
-// name
-
-/// Replaces the function of the C library in the whole process: the code that the compiler generates calls it
-/// after each construction of an object with static storage duration.
-extern "C" __attribute__((visibility("default"))) int
-__cxa_atexit(ExitAction release, void* object, void* image)
+bool support::hasTheLibrary(void* image, std::uintptr_t& base)
 {
-    static auto const original = reinterpret_cast<RegisterExitAction>(dlsym(RTLD_NEXT, "__cxa_atexit"));
-    std::uintptr_t base = 0;
-    if (!belongsToTheLibrary(image, base)) {
-        return original(release, object, image);
+    Dl_info loaded;
+    if (image == nullptr || dladdr(image, &loaded) == 0 ||
+        std::string_view(loaded.dli_fname).find(libraryName) == std::string_view::npos)
+    {
+        return false;
     }
-    LoadTimeObject& entry = objects.at(count++);
-    entry = {release, object, reinterpret_cast<std::uintptr_t>(object) - base};
-    print("constructed", entry);
-    return original(releaseAndPrint, &entry, image);
+    base = reinterpret_cast<std::uintptr_t>(loaded.dli_fbase);
+    return true;
 }
-
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)
 
 int main(int argc, char** argv)
 {

@@ -1,5 +1,4 @@
-/// @file
-/// A plug-in that a test program loads, and the library with it. The functions have C names, for dlsym().
+#include "tests/frame/startup/StartupPlugin.h"
 
 #include "tests/support/OptionsPrivates.h"
 
@@ -30,9 +29,7 @@ bool hasClassRecord(std::wstring_view name)
 
 } // namespace
 
-/// Whether the library is as it must be directly after it was loaded: attached, with its class records and
-/// constants, and without options.
-extern "C" ROAMSCAN_EXPORT bool isFreshlyLoaded()
+bool isFreshlyLoaded()
 {
     _ULARGE_INTEGER sevenMicroseconds;
     sevenMicroseconds.QuadPart = 7;
@@ -42,8 +39,7 @@ extern "C" ROAMSCAN_EXPORT bool isFreshlyLoaded()
            oV::Roamscan::TimeConversion::convertTxmTimeToIntegerTime(sevenMicroseconds) == 700;
 }
 
-/// Creates the options and uses them. They stay.
-extern "C" ROAMSCAN_EXPORT bool bringUpOptions()
+bool bringUpOptions()
 {
     constexpr auto fresh = Bv_1_1::BaseNode::CreateType::Fresh;
     Bv_1_1::SmartPtr<RoamscanOptionsCont> const options(new RoamscanOptionsCont(fresh, nullptr));
