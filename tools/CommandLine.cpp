@@ -126,22 +126,8 @@ std::string describe(CLI::ParseError const& failure, CLI::App const& level)
 int runCommand(int argumentCount, char const* const* arguments, std::ostream& out, std::ostream& err)
 {
     Console console{out, err};
-    CLI::App app("Transforms scan points along a trajectory into world coordinates.", "roamscan");
-    app.footer(examples);
-    app.require_subcommand(1);
-    app.set_version_flag("--version", "roamscan " ROAMSCAN_TOOL_VERSION);
-    addImport(app, console);
-    addExport(app, console);
-    addMount(app, console);
-    addSimulate(app, console);
-    addPlace(app, console);
-    addSample(app, console);
-    addStill(app, console);
-    addLine(app, console);
-    addInfo(app, console);
-    addPanorama(app, console);
-    addExif(app, console);
-    addOptions(app, console);
+    CLI::App app;
+    setUpCommandLine(app, console);
     try {
         app.parse(argumentCount, arguments);   // runs the command
     } catch (CLI::ParseError const& stopped) { // also thrown for --help and --version, which are no failures
@@ -160,6 +146,27 @@ void printFailure(std::ostream& err, std::string const& why)
 }
 
 } // namespace
+
+void setUpCommandLine(CLI::App& app, Console& console)
+{
+    app.name("roamscan");
+    app.description("Transforms scan points along a trajectory into world coordinates.");
+    app.footer(examples);
+    app.require_subcommand(1);
+    app.set_version_flag("--version", "roamscan " ROAMSCAN_TOOL_VERSION);
+    addImport(app, console);
+    addExport(app, console);
+    addMount(app, console);
+    addSimulate(app, console);
+    addPlace(app, console);
+    addSample(app, console);
+    addStill(app, console);
+    addLine(app, console);
+    addInfo(app, console);
+    addPanorama(app, console);
+    addExif(app, console);
+    addOptions(app, console);
+}
 
 int runTool(int argumentCount, char const* const* arguments, std::ostream& out, std::ostream& err) noexcept
 {
