@@ -11,3 +11,9 @@ set(ENV{ROAMSCAN_NO_INSTALL} 1)
 run("${project}/run" test --all)
 run("${project}/run" install "${project}/installed here")
 run("${project}/installed here/bin/nothing")
+
+# Wrong arguments are refused before anything is done.
+execute_process(COMMAND "${project}/run" package nonsense RESULT_VARIABLE status ERROR_VARIABLE message)
+if(NOT status EQUAL 2 OR NOT message MATCHES "unknown option 'nonsense' for package")
+    message(FATAL_ERROR "run package nonsense: status ${status}, ${message}")
+endif()
