@@ -43,7 +43,7 @@ std::string startOf(CloudInput& input)
 
 std::unique_ptr<PointReader> openCloud(std::filesystem::path const& path, TextSettings const& text)
 {
-    InputFile file = openInput(path);
+    InputFile file = openInputOrCopyOfPipe(path);
     return openCloud({std::move(file.owned), file.size, path}, text);
 }
 

@@ -16,7 +16,8 @@
 namespace oV::Roamscan::tool
 {
 
-/// Opens a cloud: PLY, PCD, LAS, or text (CSV, XYZ). The content decides on the format.
+/// Opens a cloud: PLY, PCD, LAS, or text (CSV, XYZ). The content decides on the format. A pipe, or the
+/// standard input ("-"), is copied to a temporary file, because most formats are not read from front to back.
 /// @throws ToolError if there is no such file, or it is not a cloud
 [[nodiscard]] std::unique_ptr<PointReader> openCloud(std::filesystem::path const& path,
                                                      TextSettings const& text = {});

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "tools/clouds/PointWriter.h"
+#include "tools/clouds/RecordWriter.h"
 
-#include <cstdint>
 #include <filesystem>
 #include <iosfwd>
 #include <string>
@@ -11,9 +10,8 @@
 namespace oV::Roamscan::tool
 {
 
-/// Writes points as a binary PCD file of version 0.7. The number of points need not be known in advance, but
-/// the stream must be seekable.
-class PcdWriter : public PointWriter
+/// Writes points as a binary PCD file of version 0.7.
+class PcdWriter : public RecordWriter
 {
 public:
     /// Writes the header. Keeps a reference to the stream.
@@ -21,23 +19,8 @@ public:
     /// @param comments lines for the header
     PcdWriter(std::ostream& stream,
               std::filesystem::path name,
-              PointLayout layout,
+              PointLayout const& layout,
               std::vector<std::string> comments = {});
-
-    [[nodiscard]] std::span<char const> convert(PointBlock const& points,
-                                                std::span<double const> times,
-                                                std::vector<char>& buffer) const override;
-    void write(std::span<char const> converted, std::size_t points) override;
-    void finish() override;
-
-private:
-    void writeHeader();
-
-    std::ostream& stream_;
-    std::filesystem::path name_;
-    PointLayout layout_;
-    std::vector<std::string> comments_;
-    std::uint64_t count_ = 0;
 };
 
 } // namespace oV::Roamscan::tool

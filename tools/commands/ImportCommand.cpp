@@ -46,10 +46,7 @@ void checkTimesOption(Options const& options)
     if (!isKitti && !options.times.empty()) {
         throw fileError(options.times, "--times goes with --format kitti only; leave it out");
     }
-    if (isStandardStream(options.input) && isStandardStream(options.times)) {
-        throw ToolError(
-            "the poses and the times cannot both be read from the standard input; name a file for one");
-    }
+    requireOneStandardInput(options.input, options.times, "the poses and the times");
 }
 
 FileKind kindOfFormat(PoseFormat format)

@@ -86,10 +86,9 @@ Json describe(TrajectoryData const& data, Options const& options)
     if (sensors) {
         json["rangefinders"] = Json::array();
         for (std::string const& name : rangefindersOf(*sensors)) {
-            auto const device = deviceOfRangefinder(data, *sensors, name);
-            json["rangefinders"].push_back({{"name", name},
-                                            {"hasPose", sensors->sensorPoses.contains(name)},
-                                            {"device", device ? Json(static_cast<int>(*device)) : Json()}});
+            auto const devices = devicesOfRangefinder(data, *sensors, name);
+            json["rangefinders"].push_back(
+                {{"name", name}, {"hasPose", sensors->sensorPoses.contains(name)}, {"devices", devices}});
         }
     }
     return json;
@@ -106,8 +105,8 @@ void printText(Json const& json, std::ostream& out)
     }
     for (Json const& rangefinder : json.value("rangefinders", Json::array())) {
         out << "  " << excerpt(rangefinder.at("name").get<std::string>());
-        if (!rangefinder.at("device").is_null()) {
-            out << " is device " << rangefinder.at("device") << '\n';
+        if (auto const fitting = rangefinder.at("devices").get<std::vector<Device>>(); !fitting.empty()) {
+            out << " is " << namesOf(fitting) << '\n';
         } else if (rangefinder.at("hasPose")) {
             out << " is at the position of no device\n";
         } else {

@@ -1,8 +1,8 @@
 #include "tools/clouds/CloudFile.h"
 #include "tools/commands/Commands.h"
+#include "tools/commands/PlaceOptions.h"
 #include "tools/commands/PlacePlan.h"
 #include "tools/commands/PlaceReport.h"
-#include "tools/commands/PositiveNumber.h"
 #include "tools/commands/ScanSource.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
@@ -35,37 +35,18 @@ namespace
 
 using Eigen::Vector3d;
 
-struct Options
-{
-    std::filesystem::path trajectory;
-    Device from = Device::Device1;          ///< The device that made the scan.
-    Device to = Device::Device0;            ///< The device in whose world frame the points are placed.
-    std::filesystem::path points;           ///< The scan as a cloud; empty if `sensors` is given.
-    std::filesystem::path sensors;          ///< The scan as a sensor stream; empty if `points` is given.
-    std::optional<std::string> rangefinder; ///< Of the sensor stream; by default the first by name.
-    TimeSettings time;                      ///< Of the cloud.
-    std::optional<double> maxGap;           ///< Seconds.
-    bool acrossGaps = false;
-    std::filesystem::path cloud; ///< The outputs and the building may be empty.
-    std::filesystem::path picture;
-    std::filesystem::path building;    ///< The true surfaces to measure the placed points against.
-    std::optional<std::string> offset; ///< "X,Y,Z" or "auto".
-    TextSettings text;                 ///< Of the cloud, if it is a text.
-    bool json = false;
-};
-
-Trajectory deriveTrajectory(TrajectoryData const& data, Options const& options)
+Trajectory deriveTrajectory(TrajectoryData const& data, Device from, PlaceOptions const& options)
 {
     if (std::ranges::none_of(data.nodes, [](TrajectoryNode const& node) { return std::isfinite(node.time); }))
     {
         throw fileError(options.trajectory, "there is no pose with a time in it");
     }
-    requirePosition(data, options.from, options.trajectory);
+    requirePosition(data, from, options.trajectory);
     requirePosition(data, options.to, options.trajectory);
-    return data.buildTrajectoryFromTrajectoryNodes(options.from, options.to);
+    return data.buildTrajectoryFromTrajectoryNodes(from, options.to);
 }
 
-ScanSource openScan(Options const& options)
+ScanSource openScan(PlaceOptions const& options)
 {
     if (options.sensors.empty()) {
         TextSettings text = options.text;
@@ -91,22 +72,24 @@ void requireResolution(TimeOfPoints const& time, PlaceReport const& report, std:
     }
 }
 
-PlaceReport prepare(Options const& options, TrajectoryData const& data, Trajectory const& trajectory)
+PlaceReport prepare(PlaceOptions const& options,
+                    TrajectoryData const& data,
+                    ScanSource const& scan,
+                    Device from,
+                    Trajectory const& trajectory)
 {
     std::vector<double> const times = timesInOrder(data.nodes);
     PlaceReport report;
-    report.gapIsDefault = !options.maxGap;
+    report.scan = scan.name.string();
+    report.rangefinder = scan.rangefinder;
+    report.from = from;
+    report.fromIsRecognised = !options.from;
+    report.gapIsDefault = !options.gaps.maxGap;
     report.usualStep = usualStep(times);
     report.trajectoryStart = trajectory.getStartTime().get();
     report.trajectoryStop = trajectory.getStopTime().get();
-    std::optional<CloudFormat> format;
-    if (!options.cloud.empty()) {
-        format = cloudFormatOf(options.cloud);
-    }
-    report.coordinates = chooseCoordinates(options.offset, format, trajectory);
-    report.settings = {options.maxGap.value_or(defaultLongestGap(times)),
-                       options.acrossGaps,
-                       report.coordinates.floatOrigin};
+    report.coordinates = chooseCoordinates(options.offset, options.formatOfCloud(), trajectory);
+    report.settings = {options.gaps.longest(times), options.gaps.acrossGaps, report.coordinates.floatOrigin};
     return report;
 }
 
@@ -129,28 +112,20 @@ CloudDescription describe(PlaceCoordinates const& coordinates, TimeOfPoints cons
     return description;
 }
 
-/// A cloud that is written.
+/// A cloud that is written. Only CSV has no count in its header, which is known at the end.
 struct CloudOutput
 {
     CloudOutput(std::filesystem::path const& path,
+                CloudFormat format,
                 PointLayout const& layout,
                 CloudDescription const& description)
-        : file(path), writer(makeCloudWriter(cloudFormatOf(path), file.stream(), path, layout, description))
+        : file(path, format == CloudFormat::Csv ? Writing::InOrder : Writing::WithSeeking),
+          writer(makeCloudWriter(format, file.stream(), path, layout, description))
     {}
 
     OutputFile file;
     std::unique_ptr<PointWriter> writer;
 };
-
-void requireDistinctFiles(Options const& options)
-{
-    tool::requireDistinctFiles({options.trajectory,
-                                options.points,
-                                options.sensors,
-                                options.building,
-                                options.cloud,
-                                options.picture});
-}
 
 /// Warns if the rangefinder is not mounted where the device is.
 void warnAboutMount(TrajectoryData const& data, Device device, ScanSource const& scan, std::ostream& err)
@@ -161,14 +136,26 @@ void warnAboutMount(TrajectoryData const& data, Device device, ScanSource const&
     }
 }
 
-/// The last line printed is the result.
-void run(Options const& options, std::ostream& out, std::ostream& err)
+void print(PlaceReport const& report, PlaceOptions const& options, std::ostream& out)
 {
-    requireDistinctFiles(options);
+    if (options.json) {
+        printJson(toJson(report), out);
+    } else {
+        printText(report, out);
+    }
+}
+
+/// The last line printed is the result.
+void run(PlaceOptions const& options, Console& console)
+{
+    options.check();
     auto const data = readTrajectoryFile(options.trajectory).data;
-    Trajectory const trajectory = deriveTrajectory(*data, options);
+    ScanSource const scan = openScan(options);
+    Device const from = options.from ? static_cast<Device>(*options.from) : deviceOf(scan, *data);
+    Trajectory const trajectory = deriveTrajectory(*data, from, options);
     TrafoT<double> const nodesFromPlaced = data->devicePositions.at(options.to);
-    PlaceReport report = prepare(options, *data, trajectory);
+    PlaceReport report = prepare(options, *data, scan, from, trajectory);
+    warnAboutMount(*data, from, scan, console.err);
 
     std::optional<Building> building;
     std::optional<NearestSurface> surfaces;
@@ -179,16 +166,16 @@ void run(Options const& options, std::ostream& out, std::ostream& err)
         uses.error = [&](Vector3d const& place) { return surfaces->distance(nodesFromPlaced * place); };
     }
 
-    ScanSource const scan = openScan(options);
-    report.scan = scan.name.string();
-    warnAboutMount(*data, options.from, scan, err);
     TimeOfPoints const time(scan.points->layout(), options.time, scan.name);
     requireResolution(time, report, scan.name);
     PointPlacer const placer(scan.points->layout(), time, trajectory, report.settings, scan.name);
 
     std::optional<CloudOutput> cloud;
     if (!options.cloud.empty()) {
-        cloud.emplace(options.cloud, placer.placedLayout(), describe(report.coordinates, time));
+        cloud.emplace(options.cloud,
+                      *options.formatOfCloud(),
+                      placer.placedLayout(),
+                      describe(report.coordinates, time));
         uses.writer = cloud->writer.get();
     }
     std::optional<OutputFile> picture;
@@ -214,85 +201,29 @@ void run(Options const& options, std::ostream& out, std::ostream& err)
         }
         Output::commitAll({picture ? &*picture : nullptr, cloud ? &cloud->file : nullptr});
     }
-    if (options.json) {
-        printJson(toJson(report), out);
-    } else {
-        printText(report, out);
-    }
+    print(report, options, console.reportBeside(options.cloud, options.picture));
     if (!anyPlaced) {
         throw fileError(scan.name, whyNothingWasPlaced(report));
     }
-}
-
-void addScanOptions(CLI::App& command, Options& options)
-{
-    CLI::Option_group* const scan = command.add_option_group("scan", "The scan points");
-    scan->require_option(1);
-    CLI::Option* const points = scan->add_option(
-        "--points", options.points, "The scan, a cloud whose points have times: PLY, PCD, LAS, CSV or XYZ");
-    CLI::Option* const sensors =
-        scan->add_option("--sensors", options.sensors, "The scan of a rangefinder in this sensor stream");
-    command.add_option("--rangefinder", options.rangefinder, "The rangefinder's name (the first by name)")
-        ->needs(sensors);
-    command
-        .add_option("--columns",
-                    options.text.columns,
-                    "The names of the columns of a text without a header: x,y,z,time,...")
-        ->delimiter(',')
-        ->needs(points);
-    command
-        .add_option("--time-property",
-                    options.time.property,
-                    "The property with the time of a point (time, t, timestamp or gps_time, in any case)")
-        ->needs(points);
-    command
-        .add_option("--time-scale",
-                    options.time.scale,
-                    "Seconds per unit of the times of points (1); 1e-9 for nanoseconds")
-        ->needs(points)
-        ->check(positiveNumber());
-    command.add_option("--time-offset", options.time.offset, "Seconds to add to the times of points (0)")
-        ->needs(points);
 }
 
 } // namespace
 
 void addPlace(CLI::App& app, Console& console)
 {
-    auto const options = std::make_shared<Options>();
+    auto const options = std::make_shared<PlaceOptions>();
     CLI::App* const command = app.add_subcommand(
         "place", "Transform the points of a scan along a trajectory into world coordinates");
-    command->add_option("--trajectory", options->trajectory, "The trajectory of the walk")->required();
-    command->add_option("--from", options->from, "The device that made the scan, 0 to 3")
-        ->required()
-        ->check(CLI::Range(0, 3));
-    command->add_option("--to", options->to, "The device in whose frame the points are placed, 0 to 3")
-        ->required()
-        ->check(CLI::Range(0, 3));
-    addScanOptions(*command, *options);
-    command
-        ->add_option("--max-gap",
-                     options->maxGap,
-                     "Leave out points between two poses that are more seconds apart (ten usual steps)")
-        ->check(positiveNumber());
-    command->add_flag("--across-gaps", options->acrossGaps, "Place the points in longer gaps too");
-    command->add_option(
-        "--cloud", options->cloud, "Write the placed points to this file: .ply, .pcd, .csv or .las");
-    command->add_option(
-        "--offset",
-        options->offset,
-        "Write coordinates as floats relative to X,Y,Z, or to a round place near the path (auto)");
-    command->add_option("--picture", options->picture, "Draw a plan to this PNG file");
-    command->add_option(
-        "--building", options->building, "Measure the points against these true surfaces (JSON)");
-    command->add_flag("--json", options->json, "Print one JSON object instead of text");
+    addPlaceOptions(*command, *options);
     command->footer(
         R"(A scan is in the frame of its device. Its points need x, y and z in metres and a time on the clock of the
 trajectory. All other properties are written unchanged; normals are rotated. Coordinates are written as doubles.
+A scan from a pipe is copied to a temporary file first. A cloud to a pipe is written when it is complete; CSV is written
+at once.
 Example:
   roamscan place --trajectory walk/walk.trajectory --from 1 --to 0 --sensors walk/walk.sensors --cloud cloud.ply --picture plan.png
 )");
-    command->callback([options, &console] { run(*options, console.out, console.err); });
+    command->callback([options, &console] { run(*options, console); });
 }
 
 } // namespace oV::Roamscan::tool

@@ -1,6 +1,8 @@
 #include "tools/commands/PlaceReport.h"
 
+#include "tools/commands/GapOptions.h"
 #include "tools/console/Text.h"
+#include "tools/mounts/RangefinderMount.h"
 
 #include <vector>
 
@@ -17,11 +19,7 @@ std::string coordinates(Eigen::Vector3d const& place)
 
 std::string longestGap(PlaceReport const& report)
 {
-    std::string text = "longer than " + fixed(report.settings.longestGap, 6) + " s";
-    if (report.gapIsDefault) {
-        text += " (ten usual steps)";
-    }
-    return text;
+    return gapText(report.settings.longestGap, report.gapIsDefault);
 }
 
 } // namespace
@@ -29,6 +27,9 @@ std::string longestGap(PlaceReport const& report)
 void printText(PlaceReport const& report, std::ostream& out)
 {
     PlacingCounts const& counts = report.counts;
+    if (report.fromIsRecognised) {
+        out << excerpt(report.rangefinder) << " is " << namesOf({report.from}) << " by its pose\n";
+    }
     out << counts.points << " points in the scan\n"
         << counts.placed << " points were placed\n"
         << counts.withoutTime << " points had no time\n"
@@ -55,6 +56,7 @@ Json toJson(PlaceReport const& report)
 {
     PlacingCounts const& counts = report.counts;
     Json json{{"file", report.scan},
+              {"from", static_cast<int>(report.from)},
               {"points", counts.points},
               {"placed", counts.placed},
               {"withoutTime", counts.withoutTime},

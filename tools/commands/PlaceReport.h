@@ -4,7 +4,7 @@
 #include "tools/console/JsonText.h"
 #include "tools/placing/PointPlacer.h"
 
-#include <roamscan/trajectory/Trajectory.h>
+#include <roamscan/trajectorydata/TrajectoryData.h>
 
 #include <optional>
 #include <ostream>
@@ -16,7 +16,10 @@ namespace oV::Roamscan::tool
 /// What `roamscan place` reports.
 struct PlaceReport
 {
-    std::string scan; ///< The scan's file.
+    std::string scan;              ///< The scan's file.
+    std::string rangefinder;       ///< Of the scan; empty for a cloud.
+    Device from = Device::Device1; ///< The device that made the scan.
+    bool fromIsRecognised = false; ///< Whether it was found by the rangefinder's pose.
     PlacingCounts counts;
     PlacingSettings settings;
     PlaceCoordinates coordinates;

@@ -1,5 +1,6 @@
 #include "tools/commands/Commands.h"
 #include "tools/commands/DevicePath.h"
+#include "tools/commands/GapOptions.h"
 #include "tools/commands/PoseFormatOption.h"
 #include "tools/commands/PositiveNumber.h"
 #include "tools/console/Text.h"
@@ -8,6 +9,7 @@
 #include "tools/io/NumberText.h"
 #include "tools/io/PoseTextFormats.h"
 #include "tools/io/PoseTextWriter.h"
+#include "tools/motion/TrajectoryGaps.h"
 
 #include <roamscan/trajectory/SampleMany.h>
 #include <roamscan/trajectory/TrajectoryFromNodes.h>
@@ -22,6 +24,7 @@
 #include <ostream>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace oV::Roamscan::tool
@@ -35,18 +38,37 @@ struct Options
     DevicePath path;
     std::filesystem::path at; ///< A file of times; empty if `rate` is given.
     double rate = 0.0;        ///< Poses per second.
+    GapOptions gaps;
     PoseFormat format = PoseFormat::Tum;
 };
 
 constexpr std::size_t blockSize = 1U << 16;
 constexpr double mostPoses = 100e6;
 
+/// What became of the times.
+struct SampleCounts
+{
+    std::uint64_t printed = 0;
+    std::uint64_t outside = 0; ///< Outside the trajectory.
+    std::uint64_t inGaps = 0;
+
+    [[nodiscard]] std::uint64_t all() const { return printed + outside + inGaps; }
+};
+
 /// Prints the poses at many times, those in memory at once being few.
 class Sampler
 {
 public:
-    Sampler(Trajectory const& trajectory, PoseFormat format, std::ostream& out)
-        : trajectory_(trajectory), writer_(format, out, "standard output"), out_(out), poses_(blockSize)
+    /// @param gaps in which no pose is printed
+    Sampler(Trajectory const& trajectory,
+            std::vector<TrajectoryGap> gaps,
+            PoseFormat format,
+            std::ostream& out)
+        : trajectory_(trajectory),
+          gaps_(std::move(gaps)),
+          writer_(format, out, "standard output"),
+          out_(out),
+          poses_(blockSize)
     {}
 
     void print(std::span<double const> times)
@@ -56,9 +78,13 @@ public:
             times = times.subspan(block.size());
             samplePoses(trajectory_, block, std::span(poses_).first(block.size()));
             for (std::size_t i = 0; i < block.size(); ++i) {
-                if (poses_[i].allFinite()) {
+                if (!poses_[i].allFinite()) {
+                    ++counts_.outside;
+                } else if (isInGap(block[i], gaps_)) {
+                    ++counts_.inGaps;
+                } else {
                     writer_.add(block[i], poses_[i]);
-                    ++printed_;
+                    ++counts_.printed;
                 }
             }
             if (!out_) {
@@ -67,18 +93,19 @@ public:
         }
     }
 
-    [[nodiscard]] std::uint64_t printed() const { return printed_; }
+    [[nodiscard]] SampleCounts const& counts() const { return counts_; }
 
 private:
     Trajectory const& trajectory_;
+    std::vector<TrajectoryGap> gaps_;
     PoseTextWriter writer_;
     std::ostream& out_;
     std::vector<TrafoT<double>> poses_;
-    std::uint64_t printed_ = 0;
+    SampleCounts counts_;
 };
 
 /// Samples `rate` times per second from the first pose on, as long as there are poses.
-std::uint64_t printAtRate(Trajectory const& trajectory, double rate, Sampler& sampler)
+void printAtRate(Trajectory const& trajectory, double rate, Sampler& sampler)
 {
     double const start = trajectory.getStartTime().get();
     double const stop = trajectory.getStopTime().get();
@@ -97,39 +124,53 @@ std::uint64_t printAtRate(Trajectory const& trajectory, double rate, Sampler& sa
         }
     }
     sampler.print(times);
-    return index;
+}
+
+/// Empty if nothing was.
+std::string whatWasLeftOut(SampleCounts const& counts, Trajectory const& trajectory, std::string const& gaps)
+{
+    std::vector<std::string> reasons;
+    if (counts.outside > 0) {
+        reasons.push_back(std::to_string(counts.outside) + " of " + std::to_string(counts.all()) +
+                          " outside the trajectory, which is from " +
+                          fixed(trajectory.getStartTime().get(), 3) + " s to " +
+                          fixed(trajectory.getStopTime().get(), 3) + " s (do both use the same clock?)");
+    }
+    if (counts.inGaps > 0) {
+        reasons.push_back(std::to_string(counts.inGaps) + " of " + std::to_string(counts.all()) +
+                          " in gaps of the trajectory " + gaps +
+                          " (--max-gap sets the longest gap, --across-gaps interpolates them)");
+    }
+    return reasons.empty() ? "" : listed(reasons);
 }
 
 void run(Options const& options, Console& console)
 {
-    if (isStandardStream(options.path.trajectory) && isStandardStream(options.at)) {
-        throw ToolError(
-            "the trajectory and the times cannot both be read from the standard input; name a file for one");
-    }
+    requireOneStandardInput(options.path.trajectory, options.at, "the trajectory and the times");
     DevicePoses const poses = readDevicePoses(options.path);
     Trajectory const trajectory = buildTrajectoryFromTrajectoryNodes(poses.nodes);
-    std::string const span = fixed(trajectory.getStartTime().get(), 3) + " s to " +
-                             fixed(trajectory.getStopTime().get(), 3) + " s";
-
-    std::uint64_t total = 0;
-    Sampler sampler(trajectory, options.format, console.out);
+    std::vector<double> const times = timesInOrder(poses.nodes);
+    double const longestGap = options.gaps.longest(times);
+    Sampler sampler(trajectory,
+                    options.gaps.acrossGaps ? std::vector<TrajectoryGap>()
+                                            : gapsLongerThan(longestGap, times),
+                    options.format,
+                    console.out);
     if (options.at.empty()) {
-        total = printAtRate(trajectory, options.rate, sampler);
+        printAtRate(trajectory, options.rate, sampler);
     } else {
         InputFile text = openInputOrPipe(options.at);
-        auto const times = readTimes(text.stream, options.at).times;
-        total = times.size();
-        sampler.print(times);
+        sampler.print(readTimes(text.stream, options.at).times);
     }
-    if (sampler.printed() == 0) {
+    std::string const leftOut =
+        whatWasLeftOut(sampler.counts(), trajectory, gapText(longestGap, !options.gaps.maxGap));
+    if (sampler.counts().printed == 0) {
         throw fileError(options.at.empty() ? options.path.trajectory : options.at,
-                        total == 0 ? "there is no time in it"
-                                   : "none of its times is in the trajectory, which is from " + span +
-                                         ": do both use the same clock?");
+                        sampler.counts().all() == 0 ? "there is no time in it"
+                                                    : "there is a pose at none of its times: " + leftOut);
     }
-    if (sampler.printed() < total) {
-        console.err << "roamscan: " << total - sampler.printed() << " of " << counted(total, "time", "times")
-                    << " left out: the trajectory is from " << span << '\n';
+    if (!leftOut.empty()) {
+        console.err << "roamscan: times left out: " << leftOut << '\n';
     }
 }
 
@@ -149,7 +190,8 @@ void addSample(CLI::App& app, Console& console)
     when->add_option("--rate", options->rate, "So many poses per second, from the first pose on")
         ->check(positiveNumber());
     addPoseFormat(*command, options->format, "tum, euroc, kitti or csv (tum)");
-    command->footer("Times outside the trajectory are left out.\n\n"
+    addGapOptions(*command, options->gaps, "poses", "Print");
+    command->footer("Times outside the trajectory and in its gaps are left out and counted.\n\n"
                     "Example:\n  roamscan sample --trajectory walk/walk.trajectory --rate 10 --format csv\n");
     command->callback([options, &console] { run(*options, console); });
 }

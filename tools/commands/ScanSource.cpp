@@ -3,6 +3,7 @@
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/RecordingFile.h"
+#include "tools/mounts/RangefinderMount.h"
 #include "tools/placing/RangefinderReader.h"
 
 #include <algorithm>
@@ -47,6 +48,27 @@ ScanSource openRangefinder(std::filesystem::path const& sensors,
     auto const data = readSensorFile(sensors).data;
     std::string const name = chooseRangefinder(*data, sensors, rangefinder);
     return {sensors, data, std::make_unique<RangefinderReader>(data->rangefinderData.at(name)), name};
+}
+
+Device deviceOf(ScanSource const& scan, TrajectoryData const& trajectory)
+{
+    std::string const name = excerpt(scan.rangefinder);
+    if (!scan.data->sensorPoses.contains(scan.rangefinder)) {
+        throw fileError(scan.name, "it has no pose of " + name + ", so give its device with --from");
+    }
+    auto const devices = devicesOfRangefinder(trajectory, *scan.data, scan.rangefinder);
+    if (devices.empty()) {
+        throw fileError(scan.name,
+                        "the pose of " + name + " is the position of no device (devices with a position: " +
+                            listDevices(trajectory) +
+                            "); give the device with --from, or set its position with roamscan mount");
+    }
+    if (devices.size() > 1) {
+        throw fileError(scan.name,
+                        "the pose of " + name + " is the position of the " + namesOf(devices) +
+                            "; give one of them with --from");
+    }
+    return devices.front();
 }
 
 } // namespace oV::Roamscan::tool

@@ -3,6 +3,7 @@
 #include "tools/clouds/PointReader.h"
 
 #include <roamscan/sensors/SensorData.h>
+#include <roamscan/trajectorydata/TrajectoryData.h>
 
 #include <filesystem>
 #include <memory>
@@ -26,5 +27,9 @@ struct ScanSource
 /// @throws ToolError if there is none, or its samples are already rotated by its pose
 [[nodiscard]] ScanSource openRangefinder(std::filesystem::path const& sensors,
                                          std::optional<std::string> const& rangefinder);
+
+/// The device that made the scan: the only one whose position equals the pose of the rangefinder.
+/// @throws ToolError if there is none or are several, or the stream has no pose of the rangefinder
+[[nodiscard]] Device deviceOf(ScanSource const& scan, TrajectoryData const& trajectory);
 
 } // namespace oV::Roamscan::tool

@@ -1,6 +1,8 @@
 #include "tools/io/InputFile.h"
 
 #include "tools/console/ToolError.h"
+#include "tools/io/CopyBytes.h"
+#include "tools/io/Temporary.h"
 
 #include <cerrno>
 #include <fstream>
@@ -77,6 +79,31 @@ InputFile openInputOrPipe(fs::path const& path)
         return {nullptr, std::cin, InputFile::unknownSize};
     }
     return open(path, typeOf(path, true));
+}
+
+InputFile openInputOrCopyOfPipe(fs::path const& path)
+{
+    InputFile pipe = openInputOrPipe(path);
+    if (pipe.isRegular()) {
+        return pipe;
+    }
+    Temporary const copy(nameInTemporaryFolder());
+    std::ofstream file(copy.path(), std::ios::binary | std::ios::trunc);
+    copyBytes(pipe.stream, file);
+    if (pipe.stream.bad()) {
+        throw fileError(path, "cannot be read" + systemReason());
+    }
+    if (!file.flush()) {
+        throw fileError(path, "cannot be copied to " + copy.path().string() + systemReason());
+    }
+    return open(copy.path(), fs::file_type::regular);
+}
+
+void requireOneStandardInput(fs::path const& first, fs::path const& second, std::string const& what)
+{
+    if (isStandardStream(first) && isStandardStream(second)) {
+        throw ToolError(what + " cannot both be read from the standard input; name a file for one");
+    }
 }
 
 } // namespace oV::Roamscan::tool

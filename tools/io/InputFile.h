@@ -5,6 +5,7 @@
 #include <istream>
 #include <limits>
 #include <memory>
+#include <string>
 
 namespace oV::Roamscan::tool
 {
@@ -33,5 +34,16 @@ struct InputFile
 /// Opens a regular file, a named pipe, or the standard input for the name "-".
 /// @throws ToolError if there is nothing of this kind, or it cannot be opened
 [[nodiscard]] InputFile openInputOrPipe(std::filesystem::path const& path);
+
+/// Opens a regular file; of a named pipe or the standard input ("-"), a copy in a temporary file, so that the
+/// stream can be repositioned and the size is known. The name of the copy is removed at once.
+/// @throws ToolError if there is nothing of this kind, it cannot be opened, or there is no room for the copy
+[[nodiscard]] InputFile openInputOrCopyOfPipe(std::filesystem::path const& path);
+
+/// @param what the two inputs: "the poses and the times"
+/// @throws ToolError if both are the standard input
+void requireOneStandardInput(std::filesystem::path const& first,
+                             std::filesystem::path const& second,
+                             std::string const& what);
 
 } // namespace oV::Roamscan::tool

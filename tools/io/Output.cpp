@@ -44,6 +44,9 @@ fs::path withoutLinks(fs::path const& target)
 /// A random name in the folder of the target, and so on the same file system: renaming does not copy.
 fs::path temporaryBeside(fs::path const& target)
 {
+    if (isStandardStream(target)) {
+        return nameInTemporaryFolder();
+    }
     return fs::path(target) += ".part-" + std::to_string(std::random_device()());
 }
 

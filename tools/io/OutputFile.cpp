@@ -1,6 +1,7 @@
 #include "tools/io/OutputFile.h"
 
 #include "tools/console/ToolError.h"
+#include "tools/io/CopyBytes.h"
 #include "tools/io/InputFile.h"
 
 #include <cerrno>
@@ -11,29 +12,41 @@
 namespace oV::Roamscan::tool
 {
 
-OutputFile::OutputFile(std::filesystem::path const& target) : Output(target), stream_(&file_)
+OutputFile::OutputFile(std::filesystem::path const& target, Writing writing) : Output(target), stream_(&file_)
 {
-    if (isStandardStream(target)) {
+    if (!isStandardStream(target)) {
+        requireFile(target);
+        create(target);
+        takeModeOfTarget(); // before the writing, because what is written may be meant for the owner only
+    } else if (writing == Writing::WithSeeking) {
+        create(target);
+    } else {
         stream_ = &std::cout;
-        return;
     }
+}
+
+void OutputFile::requireFile(std::filesystem::path const& name) const
+{
     using std::filesystem::file_type;
     std::error_code failure;
-    auto const type = std::filesystem::status(this->target(), failure).type();
-    if (!target.has_filename() || type == file_type::directory) {
-        throw fileError(target, "is a folder; name a file");
+    auto const type = std::filesystem::status(target(), failure).type();
+    if (!name.has_filename() || type == file_type::directory) {
+        throw fileError(name, "is a folder; name a file");
     }
     if (type != file_type::not_found && type != file_type::regular) {
-        throw fileError(target,
+        throw fileError(name,
                         failure ? "cannot be written: " + failure.message()
                                 : std::string("is not a regular file; name a file"));
     }
+}
+
+void OutputFile::create(std::filesystem::path const& name)
+{
     errno = 0;
     file_.open(temporary(), std::ios::binary | std::ios::trunc);
     if (!file_) {
-        throw fileError(target, "cannot be created" + systemReason());
+        throw fileError(name, "cannot be created" + systemReason());
     }
-    takeModeOfTarget(); // before the writing, because what is written may be meant for the owner only
 }
 
 void OutputFile::finish()
@@ -45,6 +58,18 @@ void OutputFile::finish()
     }
     if (!*stream_) {
         throw fileError(target(), "could not be written to the end" + systemReason() + "; is the disk full?");
+    }
+    if (stream_ == &file_ && isStandardStream(target())) {
+        copyToStandardOutput();
+    }
+}
+
+void OutputFile::copyToStandardOutput() const
+{
+    std::ifstream file(temporary(), std::ios::binary);
+    copyBytes(file, std::cout);
+    if (!file.eof() || !std::cout.flush()) {
+        throw fileError(target(), "could not be written to the end" + systemReason());
     }
 }
 

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstring>
+#include <random>
 #include <system_error>
 #include <utility>
 
@@ -92,6 +93,13 @@ void Temporary::release()
 {
     SignalsHeld const held;
     path_.clear();
+}
+
+std::filesystem::path nameInTemporaryFolder()
+{
+    std::error_code failure;
+    std::filesystem::path const folder = std::filesystem::temp_directory_path(failure); // empty on failure
+    return folder / ("roamscan-" + std::to_string(std::random_device()()));
 }
 
 #if defined(_WIN32)

@@ -45,6 +45,9 @@ private:
     Temporary* older_ = nullptr; // a list of all objects; its head is in the source
 };
 
+/// A random name in the system's folder for temporary files ($TMPDIR or /tmp).
+[[nodiscard]] std::filesystem::path nameInTemporaryFolder();
+
 /// Holds back the signals that removeTemporariesOnSignals() handles, on the calling thread. They take effect
 /// at the end of the scope.
 class SignalsHeld

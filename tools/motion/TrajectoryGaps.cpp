@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 
 namespace oV::Roamscan::tool
 {
@@ -49,6 +50,12 @@ std::vector<TrajectoryGap> gapsLongerThan(double longest, std::span<double const
         }
     }
     return gaps;
+}
+
+bool isInGap(double time, std::span<TrajectoryGap const> gaps)
+{
+    auto const after = std::ranges::upper_bound(gaps, time, {}, &TrajectoryGap::from);
+    return after != gaps.begin() && time > std::prev(after)->from && time < std::prev(after)->to;
 }
 
 } // namespace oV::Roamscan::tool

@@ -29,4 +29,7 @@ struct TrajectoryGap
 /// The steps between ascending times that are longer than `longest` seconds, in order of time.
 [[nodiscard]] std::vector<TrajectoryGap> gapsLongerThan(double longest, std::span<double const> times);
 
+/// Whether a time is in one of the gaps, which are in order of time. Their ends are poses and in no gap.
+[[nodiscard]] bool isInGap(double time, std::span<TrajectoryGap const> gaps);
+
 } // namespace oV::Roamscan::tool

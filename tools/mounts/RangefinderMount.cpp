@@ -5,9 +5,8 @@
 
 #include <Eigen/Geometry>
 
-#include <algorithm>
 #include <numbers>
-#include <vector>
+#include <optional>
 
 namespace oV::Roamscan::tool
 {
@@ -42,18 +41,28 @@ std::optional<TrafoT<double>> poseOf(SensorData const& sensors, std::string cons
 
 } // namespace
 
-std::optional<Device> deviceOfRangefinder(TrajectoryData const& trajectory,
-                                          SensorData const& sensors,
-                                          std::string const& rangefinder)
+std::vector<Device> devicesOfRangefinder(TrajectoryData const& trajectory,
+                                         SensorData const& sensors,
+                                         std::string const& rangefinder)
 {
-    auto const pose = poseOf(sensors, rangefinder);
-    if (!pose) {
-        return std::nullopt;
+    std::vector<Device> devices;
+    if (auto const pose = poseOf(sensors, rangefinder)) {
+        for (Mount const& mount : mountsOf(trajectory)) {
+            if (deviation(mount.position, *pose).isEqual()) {
+                devices.push_back(mount.device);
+            }
+        }
     }
-    std::vector<Mount> const mounts = mountsOf(trajectory);
-    auto const mount = std::ranges::find_if(
-        mounts, [&](Mount const& candidate) { return deviation(candidate.position, *pose).isEqual(); });
-    return mount == mounts.end() ? std::nullopt : std::optional(mount->device);
+    return devices;
+}
+
+std::string namesOf(std::vector<Device> const& devices)
+{
+    std::vector<std::string> numbers;
+    for (Device const device : devices) {
+        numbers.push_back(std::to_string(static_cast<int>(device)));
+    }
+    return (devices.size() == 1 ? "device " : "devices ") + listed(numbers);
 }
 
 std::string mountWarning(TrajectoryData const& trajectory,
@@ -71,11 +80,11 @@ std::string mountWarning(TrajectoryData const& trajectory,
         return {};
     }
     constexpr double degrees = 180.0 / std::numbers::pi;
-    auto const name = [](Device d) { return "device " + std::to_string(static_cast<int>(d)); };
-    auto const fitting = deviceOfRangefinder(trajectory, sensors, rangefinder);
+    auto const fitting = devicesOfRangefinder(trajectory, sensors, rangefinder);
     return "the pose of " + excerpt(rangefinder) + " in the sensor stream is " + fixed(off.distance, 4) +
-           " m and " + fixed(off.angle * degrees, 3) + " degrees from the position of " + name(device) +
-           (fitting ? "; it is that of " + name(*fitting) : "; no device has it, see roamscan mount");
+           " m and " + fixed(off.angle * degrees, 3) + " degrees from the position of " + namesOf({device}) +
+           (fitting.empty() ? "; no device has it, see roamscan mount"
+                            : "; it is that of " + namesOf(fitting));
 }
 
 } // namespace oV::Roamscan::tool

@@ -137,7 +137,7 @@ TEST_F(MountCommandTest, RecognisesTheRangefinders)
     auto const json =
         nlohmann::json::parse(run({"mount", trajectory(), "--sensors", sensors(0.1), "--json"}).out);
     EXPECT_EQ(json.at("rangefinders")[0].at("name"), "head");
-    EXPECT_EQ(json.at("rangefinders")[0].at("device"), 1);
+    EXPECT_EQ(json.at("rangefinders")[0].at("devices"), nlohmann::json{1});
 }
 
 TEST_F(MountCommandTest, ShowsATrajectoryFromAPipeButDoesNotChangeIt)

@@ -72,7 +72,36 @@ TEST_F(SampleCommandTest, TimesOutsideAreLeftOutAndCounted)
     ToolRun const sample = run({"sample", "--trajectory", trajectory(), "--at", times, "--format", "csv"});
     EXPECT_EQ(sample.status, 0);
     EXPECT_EQ(sample.out, "time,x,y,z,qw,qx,qy,qz\n105,5,0,0,1,0,0,0\n");
-    EXPECT_EQ(sample.err, "roamscan: 2 of 3 times left out: the trajectory is from 100.000 s to 110.000 s\n");
+    EXPECT_EQ(
+        sample.err,
+        "roamscan: times left out: 2 of 3 outside the trajectory, which is from 100.000 s to 110.000 s (do "
+        "both use the same clock?)\n");
+}
+
+TEST_F(SampleCommandTest, TimesInGapsAreLeftOutAndCounted)
+{
+    std::string poses;
+    for (char const* const time : {"100", "101", "102", "120", "121"}) {
+        poses += std::string(time) + " 0 0 0 0 0 0 1\n";
+    }
+    ASSERT_EQ(run({"import", "--format", "tum", write("poses.txt", poses), file("a.trajectory")}).status, 0);
+    auto const sample = [&](std::vector<std::string> const& more) {
+        std::vector<std::string> words{
+            "sample", "--trajectory", file("a.trajectory"), "--rate", "0.5", "--format", "csv"};
+        words.insert(words.end(), more.begin(), more.end());
+        return run(words);
+    };
+    ToolRun const usual = sample({});
+    EXPECT_EQ(usual.status, 0);
+    EXPECT_EQ(usual.out, "time,x,y,z,qw,qx,qy,qz\n100,0,0,0,1,0,0,0\n102,0,0,0,1,0,0,0\n120,0,0,0,1,0,0,0\n");
+    EXPECT_EQ(
+        usual.err,
+        "roamscan: times left out: 8 of 11 in gaps of the trajectory longer than 10.000000 s (ten usual "
+        "steps) (--max-gap sets the longest gap, --across-gaps interpolates them)\n");
+    EXPECT_EQ(lineCount(sample({"--across-gaps"}).out), 12);
+    EXPECT_EQ(sample({"--across-gaps"}).err, "");
+    EXPECT_EQ(lineCount(sample({"--max-gap", "18"}).out), 12);
+    EXPECT_THAT(sample({"--max-gap", "0.5"}).err, HasSubstr("longer than 0.500000 s ("));
 }
 
 TEST_F(SampleCommandTest, WithoutAnyPoseItFails)
@@ -80,11 +109,11 @@ TEST_F(SampleCommandTest, WithoutAnyPoseItFails)
     auto const outside = write("outside.txt", "99\n");
     ToolRun const none = run({"sample", "--trajectory", trajectory(), "--at", outside});
     EXPECT_EQ(none.status, 1);
-    EXPECT_EQ(
-        none.err,
-        "roamscan: " + outside.string() +
-            ": none of its times is in the trajectory, which is from 100.000 s to 110.000 s: do both use the "
-            "same clock?\n");
+    EXPECT_EQ(none.err,
+              "roamscan: " + outside.string() +
+                  ": there is a pose at none of its times: 1 of 1 outside the trajectory, which is from "
+                  "100.000 s to "
+                  "110.000 s (do both use the same clock?)\n");
     auto const empty = write("empty.txt", "");
     EXPECT_THAT(run({"sample", "--trajectory", trajectory(), "--at", empty}).err,
                 HasSubstr("empty.txt: there is no time in it"));
@@ -132,7 +161,8 @@ TEST_F(SampleCommandTest, PosesOfARealRecordingAreThoseOfTheTrajectory)
         GTEST_SKIP() << "missing: " << tum;
     }
     ASSERT_EQ(run({"import", "--format", "tum", tum, file("a.trajectory")}).status, 0);
-    ToolRun const sample = run({"sample", "--trajectory", file("a.trajectory"), "--rate", "50"});
+    ToolRun const sample =
+        run({"sample", "--trajectory", file("a.trajectory"), "--rate", "50", "--across-gaps"});
     ASSERT_EQ(sample.status, 0) << sample.err;
     std::istringstream text(sample.out);
     auto const poses = readPoses(PoseFormat::Tum, text, "sample").nodes;

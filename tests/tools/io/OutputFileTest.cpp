@@ -124,6 +124,21 @@ TEST_F(OutputFileTest, ADashIsTheStandardOutput)
     EXPECT_FALSE(std::filesystem::exists("-"));
 }
 
+TEST_F(OutputFileTest, TheStandardOutputReceivesARepositionedStreamAtTheEnd)
+{
+    std::ostringstream written;
+    {
+        support::RedirectedStream const redirected(std::cout, written.rdbuf());
+        OutputFile output("-", Writing::WithSeeking);
+        output.stream() << "count 0\n" << std::string(3'000'000, 'x');
+        output.stream().seekp(6);
+        output.stream() << '1';
+        EXPECT_EQ(written.str(), "");
+        output.commit();
+    }
+    EXPECT_EQ(written.str(), "count 1\n" + std::string(3'000'000, 'x'));
+}
+
 TEST_F(OutputFileTest, AFailureOfTheStandardOutputIsReported)
 {
     support::RedirectedStream const redirected(std::cout, nullptr); // every write fails

@@ -40,3 +40,15 @@ TEST(TrajectoryGaps, LongerStepsAreGaps)
     EXPECT_EQ(gaps[1].duration(), 10.0);
     EXPECT_EQ(gapsLongerThan(5.0, times).size(), 1U);
 }
+
+TEST(TrajectoryGaps, TheEndsOfAGapAreNotInIt)
+{
+    std::vector<TrajectoryGap> const gaps{{1.0, 2.0}, {5.0, 9.0}};
+    for (double const time : {1.5, 5.0000001, 8.0}) {
+        EXPECT_TRUE(isInGap(time, gaps)) << time;
+    }
+    for (double const time : {0.0, 1.0, 2.0, 3.0, 5.0, 9.0, 10.0, std::numeric_limits<double>::quiet_NaN()}) {
+        EXPECT_FALSE(isInGap(time, gaps)) << time;
+    }
+    EXPECT_FALSE(isInGap(1.0, {}));
+}

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
-#include <optional>
 
 namespace
 {
@@ -39,41 +38,52 @@ SensorData sensorsWith(TrafoT<double> const& pose)
     return sensors;
 }
 
-std::optional<Device> found(TrafoT<double> const& pose)
+using Devices = std::vector<Device>;
+
+Devices found(TrafoT<double> const& pose)
 {
-    return deviceOfRangefinder(instrument(), sensorsWith(pose), "head");
+    return devicesOfRangefinder(instrument(), sensorsWith(pose), "head");
 }
 
 } // namespace
 
 TEST(RangefinderMount, IsRecognisedByItsPose)
 {
-    EXPECT_EQ(found(TrafoT<double>::Identity()), Device::Device0);
-    EXPECT_EQ(found(position(0.1, 30.0)), Device::Device1);
-    EXPECT_EQ(found(position(0.1, 60.0)), Device::Device2);
-    EXPECT_EQ(found(position(0.2, 30.0)), Device::Device3);
+    EXPECT_EQ(found(TrafoT<double>::Identity()), Devices{Device::Device0});
+    EXPECT_EQ(found(position(0.1, 30.0)), Devices{Device::Device1});
+    EXPECT_EQ(found(position(0.1, 60.0)), Devices{Device::Device2});
+    EXPECT_EQ(found(position(0.2, 30.0)), Devices{Device::Device3});
 }
 
 TEST(RangefinderMount, MayBeOffByAMillimetreAndAMilliradian)
 {
-    EXPECT_EQ(found(position(0.1009, 30.05)), Device::Device1);
-    EXPECT_EQ(found(position(0.1011, 30.0)), std::nullopt);
-    EXPECT_EQ(found(position(0.1, 30.06)), std::nullopt);
+    EXPECT_EQ(found(position(0.1009, 30.05)), Devices{Device::Device1});
+    EXPECT_EQ(found(position(0.1011, 30.0)), Devices{});
+    EXPECT_EQ(found(position(0.1, 30.06)), Devices{});
+}
+
+TEST(RangefinderMount, MayFitSeveralDevices)
+{
+    TrajectoryData data = instrument();
+    data.devicePositions[Device::Device3] = data.devicePositions.at(Device::Device1);
+    Devices const devices = devicesOfRangefinder(data, sensorsWith(position(0.1, 30.0)), "head");
+    EXPECT_EQ(devices, (Devices{Device::Device1, Device::Device3}));
+    EXPECT_EQ(namesOf(devices), "devices 1 and 3");
 }
 
 TEST(RangefinderMount, TheSignOfAQuaternionDoesNotMatter)
 {
     TrafoT<double> negative = position(0.1, 30.0);
     negative.rotation().coeffs() = -negative.rotation().coeffs();
-    EXPECT_EQ(found(negative), Device::Device1);
+    EXPECT_EQ(found(negative), Devices{Device::Device1});
 }
 
 TEST(RangefinderMount, WithoutAPoseNothingIsKnown)
 {
     SensorData const sensors = sensorsWith(position(0.1, 30.0));
-    EXPECT_EQ(deviceOfRangefinder(instrument(), sensors, "other"), std::nullopt);
+    EXPECT_EQ(devicesOfRangefinder(instrument(), sensors, "other"), Devices{});
     EXPECT_EQ(mountWarning(instrument(), Device::Device1, sensors, "other"), "");
-    EXPECT_EQ(deviceOfRangefinder({}, sensors, "head"), std::nullopt);
+    EXPECT_EQ(devicesOfRangefinder(TrajectoryData(), sensors, "head"), Devices{});
     EXPECT_EQ(mountWarning({}, Device::Device1, sensors, "head"), "");
 }
 
@@ -95,6 +105,6 @@ TEST(RangefinderMount, APoseThatIsNotFiniteFitsNoDevice)
 {
     SensorData sensors = sensorsWith(position(0.1, 30.0));
     sensors.sensorPoses["head"].translation.x = std::numeric_limits<float>::quiet_NaN();
-    EXPECT_EQ(deviceOfRangefinder(instrument(), sensors, "head"), std::nullopt);
+    EXPECT_EQ(devicesOfRangefinder(instrument(), sensors, "head"), Devices{});
     EXPECT_NE(mountWarning(instrument(), Device::Device1, sensors, "head"), "");
 }
