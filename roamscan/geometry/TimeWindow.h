@@ -18,7 +18,7 @@ namespace oV::Roamscan
 struct ROAMSCAN_EXPORT TimeWindow
 {
     /// The marker of an unset time.
-    static constexpr int64 unsetTime = std::numeric_limits<int64>::max();
+    static constexpr int64 unsetTime = (std::numeric_limits<int64>::max)();
 
     int64 start = unsetTime; ///< First instant inside the window.
     int64 end = unsetTime;   ///< First instant after the window.
@@ -50,7 +50,7 @@ struct ROAMSCAN_EXPORT TimeWindow
     /// @return the window from the greater start to the lesser end; it is not valid() if there is no overlap
     [[nodiscard]] constexpr TimeWindow overlap(TimeWindow const& other) const noexcept
     {
-        return {std::max(start, other.start), std::min(end, other.end)};
+        return {(std::max)(start, other.start), (std::min)(end, other.end)};
     }
 
     /// Whether overlap() is valid(). Windows that only touch each other do not overlap.

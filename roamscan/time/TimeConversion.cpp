@@ -4,6 +4,10 @@
 #include <cmath>
 #include <cstdint>
 
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
 namespace oV::Roamscan::TimeConversion
 {
 

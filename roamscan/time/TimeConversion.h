@@ -28,7 +28,7 @@ extern ROAMSCAN_EXPORT double const automationTimeResolution;
 
 /// The largest whole number of seconds that integer time can represent: 92233720368, about 2,900 years.
 inline constexpr double largestSeconds = 92'233'720'368.0;
-static_assert(std::numeric_limits<int64>::max() / 100'000'000 == static_cast<int64>(largestSeconds));
+static_assert((std::numeric_limits<int64>::max)() / 100'000'000 == static_cast<int64>(largestSeconds));
 
 /// Converts seconds to integer time, rounded to the nearest tick. Halves round away from zero. The result is
 /// unspecified for NaN and outside [-largestSeconds, largestSeconds].

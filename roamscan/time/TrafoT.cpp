@@ -164,7 +164,7 @@ typename TrafoT<T>::Vector TrafoT<T>::operator*(Vector const& point) const
     return detail::rotateVector<T>(rotation_, point) + translation_;
 }
 
-template class TrafoT<float>;
-template class TrafoT<double>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE TrafoT<float>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE TrafoT<double>;
 
 } // namespace oV::Roamscan

@@ -173,7 +173,7 @@ private:
     bool valid_;
 };
 
-extern template class ROAMSCAN_EXPORT TrafoT<float>;
-extern template class ROAMSCAN_EXPORT TrafoT<double>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE TrafoT<float>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE TrafoT<double>;
 
 } // namespace oV::Roamscan

@@ -7,6 +7,10 @@
 #include <limits>
 #include <type_traits>
 
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
 namespace
 {
 

@@ -312,10 +312,10 @@ bool Attr<T>::setLocation(AttrContainer* container)
     return value_->setLocation(container);
 }
 
-template class Attr<bool>;
-template class Attr<int>;
-template class Attr<double>;
-template class Attr<Bv_1_1::String>;
-template class Attr<StringList>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE Attr<bool>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE Attr<int>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE Attr<double>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE Attr<Bv_1_1::String>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE Attr<StringList>;
 
 } // namespace oV

@@ -15,7 +15,7 @@ namespace oV
 /// While there is a pending value (CachedAttributeInfo), all operations that read the value return the
 /// pending one. The order of the virtual operations is part of the binary interface.
 template <typename T>
-class ROAMSCAN_EXPORT Attr : public Attribute
+class ROAMSCAN_EXPORT_TEMPLATE Attr : public Attribute
 {
 public:
     /// The initial value is `false`, 0, 0.0, String::EMPTY, or an empty list.
@@ -83,10 +83,10 @@ private:
     std::unique_ptr<AttrVal<T>> value_; // never null
 };
 
-extern template class ROAMSCAN_EXPORT Attr<bool>;
-extern template class ROAMSCAN_EXPORT Attr<int>;
-extern template class ROAMSCAN_EXPORT Attr<double>;
-extern template class ROAMSCAN_EXPORT Attr<Bv_1_1::String>;
-extern template class ROAMSCAN_EXPORT Attr<StringList>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE Attr<bool>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE Attr<int>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE Attr<double>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE Attr<Bv_1_1::String>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE Attr<StringList>;
 
 } // namespace oV

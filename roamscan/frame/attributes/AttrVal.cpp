@@ -30,10 +30,10 @@ bool AttrVal<T>::setLocation(AttrContainer*)
     return false;
 }
 
-template class AttrVal<bool>;
-template class AttrVal<int>;
-template class AttrVal<double>;
-template class AttrVal<Bv_1_1::String>;
-template class AttrVal<StringList>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE AttrVal<bool>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE AttrVal<int>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE AttrVal<double>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE AttrVal<Bv_1_1::String>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE AttrVal<StringList>;
 
 } // namespace oV

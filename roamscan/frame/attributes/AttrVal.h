@@ -10,7 +10,7 @@ class AttrContainer;
 
 /// The holder of an attribute's value. The order of the virtual operations is part of the binary interface.
 template <typename T>
-class ROAMSCAN_EXPORT AttrVal
+class ROAMSCAN_EXPORT_TEMPLATE AttrVal
 {
 public:
     /// Holds `initial`.
@@ -35,10 +35,10 @@ protected:
     AttrVal(AttrVal const&) = default;
 };
 
-extern template class ROAMSCAN_EXPORT AttrVal<bool>;
-extern template class ROAMSCAN_EXPORT AttrVal<int>;
-extern template class ROAMSCAN_EXPORT AttrVal<double>;
-extern template class ROAMSCAN_EXPORT AttrVal<Bv_1_1::String>;
-extern template class ROAMSCAN_EXPORT AttrVal<StringList>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE AttrVal<bool>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE AttrVal<int>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE AttrVal<double>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE AttrVal<Bv_1_1::String>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE AttrVal<StringList>;
 
 } // namespace oV

@@ -23,10 +23,10 @@ bool CustAttr<T>::setLocation(AttrContainer* container)
     return true;
 }
 
-template class CustAttr<bool>;
-template class CustAttr<int>;
-template class CustAttr<double>;
-template class CustAttr<Bv_1_1::String>;
-template class CustAttr<StringList>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE CustAttr<bool>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE CustAttr<int>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE CustAttr<double>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE CustAttr<Bv_1_1::String>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE CustAttr<StringList>;
 
 } // namespace oV

@@ -11,7 +11,7 @@ namespace oV
 /// @note getClassType() returns the class record of Attr<T>, so the type keys in saved files, which are names
 ///     of class records, are the same for both.
 template <typename T>
-class ROAMSCAN_EXPORT CustAttr : public Attr<T>
+class ROAMSCAN_EXPORT_TEMPLATE CustAttr : public Attr<T>
 {
 public:
     /// An attribute with the initial value and without a container.
@@ -33,10 +33,10 @@ private:
     AttrContainer* location_ = nullptr; // not owned
 };
 
-extern template class ROAMSCAN_EXPORT CustAttr<bool>;
-extern template class ROAMSCAN_EXPORT CustAttr<int>;
-extern template class ROAMSCAN_EXPORT CustAttr<double>;
-extern template class ROAMSCAN_EXPORT CustAttr<Bv_1_1::String>;
-extern template class ROAMSCAN_EXPORT CustAttr<StringList>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE CustAttr<bool>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE CustAttr<int>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE CustAttr<double>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE CustAttr<Bv_1_1::String>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE CustAttr<StringList>;
 
 } // namespace oV

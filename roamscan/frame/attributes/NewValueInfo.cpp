@@ -31,10 +31,10 @@ Bv_1_1::oVClass const* NewValueInfo<T>::getClassType() const
     return Class();
 }
 
-template class NewValueInfo<bool>;
-template class NewValueInfo<int>;
-template class NewValueInfo<double>;
-template class NewValueInfo<Bv_1_1::String>;
-template class NewValueInfo<StringList>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE NewValueInfo<bool>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE NewValueInfo<int>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE NewValueInfo<double>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE NewValueInfo<Bv_1_1::String>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE NewValueInfo<StringList>;
 
 } // namespace oV

@@ -10,7 +10,7 @@ namespace oV
 /// The notification record of the proposed value of an attribute. An observer can look it up at the attribute
 /// in Observer::toChangeNotify().
 template <typename T>
-class ROAMSCAN_EXPORT NewValueInfo : public Bv_1_1::ObserverInfo
+class ROAMSCAN_EXPORT_TEMPLATE NewValueInfo : public Bv_1_1::ObserverInfo
 {
 public:
     /// @param newValue the proposed value
@@ -30,10 +30,10 @@ private:
     T newValue_;
 };
 
-extern template class ROAMSCAN_EXPORT NewValueInfo<bool>;
-extern template class ROAMSCAN_EXPORT NewValueInfo<int>;
-extern template class ROAMSCAN_EXPORT NewValueInfo<double>;
-extern template class ROAMSCAN_EXPORT NewValueInfo<Bv_1_1::String>;
-extern template class ROAMSCAN_EXPORT NewValueInfo<StringList>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE NewValueInfo<bool>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE NewValueInfo<int>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE NewValueInfo<double>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE NewValueInfo<Bv_1_1::String>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE NewValueInfo<StringList>;
 
 } // namespace oV

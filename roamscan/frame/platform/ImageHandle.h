@@ -1,7 +1,7 @@
 #pragma once
 
 #if defined(_WIN32)
-#include <windows.h>
+struct HINSTANCE__; // <windows.h> declares HINSTANCE as a pointer to it
 #endif
 
 namespace oV::Roamscan
@@ -10,7 +10,7 @@ namespace oV::Roamscan
 /// The operating system's handle of a loaded program or library: the `HINSTANCE` on Windows, elsewhere an
 /// address within the image.
 #if defined(_WIN32)
-using ImageHandle = HINSTANCE;
+using ImageHandle = HINSTANCE__*;
 #else
 using ImageHandle = void*;
 #endif

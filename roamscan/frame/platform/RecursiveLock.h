@@ -1,7 +1,9 @@
 #pragma once
 
 #if defined(_WIN32)
-#include <windows.h>
+#include <roamscan/frame/platform/Export.h>
+
+#include <cstddef>
 #else
 #include <mutex>
 #endif
@@ -19,34 +21,20 @@ public:
 
 #if defined(_WIN32)
     /// @param spinCount how often a waiting thread retries before it sleeps
-    explicit RecursiveLock(unsigned int spinCount) noexcept
-    {
-        InitializeCriticalSectionAndSpinCount(&section_, spinCount);
-    }
-    ~RecursiveLock()
-    {
-        DeleteCriticalSection(&section_);
-    }
+    ROAMSCAN_EXPORT explicit RecursiveLock(unsigned int spinCount) noexcept;
+    ROAMSCAN_EXPORT ~RecursiveLock();
 
     /// Blocks until no other thread holds the lock, then enters it.
-    void enter()
-    {
-        EnterCriticalSection(&section_);
-    }
+    ROAMSCAN_EXPORT void enter() noexcept;
     /// Enters the lock without blocking.
     /// @return false if another thread holds the lock; it is not entered then
-    [[nodiscard]] bool tryEnter() noexcept
-    {
-        return TryEnterCriticalSection(&section_) != 0;
-    }
+    [[nodiscard]] ROAMSCAN_EXPORT bool tryEnter() noexcept;
     /// Reverts one enter() or successful tryEnter() of this thread.
-    void leave() noexcept
-    {
-        LeaveCriticalSection(&section_);
-    }
+    ROAMSCAN_EXPORT void leave() noexcept;
 
 private:
-    CRITICAL_SECTION section_;
+    // The memory of a CRITICAL_SECTION. The type itself would need <windows.h> here.
+    alignas(void*) std::byte section_[40];
 #else
     /// The spin count is ignored on this platform.
     explicit RecursiveLock(unsigned int) noexcept {}

@@ -1,6 +1,10 @@
 #include <roamscan/frame/bvbase/Module.h>
 #include <roamscan/frame/startup/EntryPoint.h>
 
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
 namespace oV::Roamscan
 {
 

@@ -61,6 +61,6 @@ bool LinearInterpolatedFunctionT<T>::evaluateAt(T const& x, T& y) const
     return true;
 }
 
-template class LinearInterpolatedFunctionT<double>;
+template class ROAMSCAN_EXPORT_DEFINED_INSTANCE LinearInterpolatedFunctionT<double>;
 
 } // namespace oV

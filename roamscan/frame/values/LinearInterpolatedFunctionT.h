@@ -41,6 +41,6 @@ private:
     std::vector<Sample> samples_; // in ascending order of x, each x once
 };
 
-extern template class ROAMSCAN_EXPORT LinearInterpolatedFunctionT<double>;
+extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE LinearInterpolatedFunctionT<double>;
 
 } // namespace oV

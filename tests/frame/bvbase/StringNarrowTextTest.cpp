@@ -88,11 +88,14 @@ TEST(String, NarrowTextSurvivesARoundTrip)
                                      U'\U00010000',
                                      U'\U0010FFFF'})
     {
-        std::wstring wide;
-        if (sizeof(wchar_t) == 4) {
-            wide.push_back(static_cast<wchar_t>(codePoint));
+        std::u16string units;
+        if (codePoint <= 0xFFFF) {
+            units = {static_cast<char16_t>(codePoint)};
+        } else {
+            units = {static_cast<char16_t>(0xD800 + ((codePoint - 0x10000) >> 10)),
+                     static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF))};
         }
-        text += String(wide.c_str()).stringAnsi();
+        text += String::fromUtf16(units).stringAnsi();
     }
     EXPECT_STREQ(String::fromNarrow(text.c_str()).stringAnsi(), text.c_str());
 }

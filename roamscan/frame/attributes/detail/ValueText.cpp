@@ -1,6 +1,7 @@
 #include <roamscan/frame/attributes/detail/ValueText.h>
 #include <roamscan/frame/formats/DataInFormat.h>
 #include <roamscan/frame/formats/DataOutFormat.h>
+#include <roamscan/frame/platform/detail/TextConversion.h>
 
 #include <sstream>
 #include <string>
@@ -13,7 +14,7 @@ namespace oV::detail
 namespace
 {
 
-// The text of a list is that of the bare form.
+// The text of a list is that of the bare form, which is UTF-8 whatever the encoding of narrow text is.
 template <typename T>
 constexpr bool isList = std::is_same_v<T, StringList>;
 
@@ -29,7 +30,7 @@ Bv_1_1::String textOfValue(T const& value)
         writeValue(out, value);
         std::string bare = std::move(stream).str();
         bare.pop_back(); // the end of the line
-        text = Bv_1_1::String::fromNarrow(bare.c_str());
+        text = Bv_1_1::String::fromUtf16(Roamscan::detail::utf16FromUtf8(bare));
     } else if constexpr (std::is_same_v<T, double>) {
         text += value;
     } else if constexpr (std::is_same_v<T, Bv_1_1::String>) {
@@ -44,7 +45,7 @@ template <typename T>
 void parseValue(Bv_1_1::String const& text, T& value)
 {
     if constexpr (isList<T>) {
-        std::istringstream stream(text.stringAnsi());
+        std::istringstream stream(Roamscan::detail::utf8FromUtf16(text.text()));
         ModelInFormat in(&stream, ModelFormat::Format::Bare);
         T parsed{};
         readValue(in, parsed);

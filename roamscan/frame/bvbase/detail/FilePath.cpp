@@ -1,12 +1,18 @@
 #include <roamscan/frame/bvbase/detail/FilePath.h>
 
+#include <string>
+#include <string_view>
+
 namespace Bv_1_1::detail
 {
 
 std::filesystem::path pathFromString(String const& text)
 {
 #if defined(_WIN32)
-    return {std::u16string(text.text())}; // UTF-16 is lossless on every platform, narrow text is not
+    // Unit by unit: narrow text would lose characters, and a conversion of UTF-16 refuses unpaired
+    // surrogates.
+    std::u16string_view const units = text.text();
+    return std::wstring(units.begin(), units.end());
 #else
     return {text.stringAnsi()};
 #endif

@@ -1,20 +1,50 @@
 #include <roamscan/frame/platform/detail/TextConversion.h>
 
+#include <utf8.h>
+
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <stdexcept>
 
 #if defined(_WIN32)
 #include <windows.h>
-#else
-#include <utf8.h>
-
-#include <iterator>
 #endif
 
 namespace oV::Roamscan::detail
 {
+
+std::u16string utf16FromUtf8(std::string_view text)
+{
+    std::string valid;
+    valid.reserve(text.size());
+    utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid));
+    std::u16string result;
+    result.reserve(valid.size());
+    utf8::unchecked::utf8to16(valid.begin(), valid.end(), std::back_inserter(result));
+    return result;
+}
+
+std::string utf8FromUtf16(std::u16string_view text)
+{
+    constexpr char32_t replacement = 0xFFFD;
+    auto const isLead = [](char16_t unit) { return (unit & 0xFC00) == 0xD800; };
+    auto const isTrail = [](char16_t unit) { return (unit & 0xFC00) == 0xDC00; };
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        char32_t codePoint = text[i];
+        if (isLead(text[i]) && i + 1 < text.size() && isTrail(text[i + 1])) {
+            ++i;
+            codePoint = 0x10000 + ((codePoint & 0x3FF) << 10) + (text[i] & char32_t{0x3FF});
+        } else if (isLead(text[i]) || isTrail(text[i])) {
+            codePoint = replacement;
+        }
+        utf8::append(codePoint, std::back_inserter(result));
+    }
+    return result;
+}
 
 #if defined(_WIN32)
 
@@ -33,10 +63,14 @@ int checkedSize(std::size_t size)
 
 std::u16string utf16FromNarrow(std::string_view text, int codePage)
 {
+    bool const isDefault = codePage == defaultCodePage || codePage == CP_ACP;
+    UINT const page = isDefault ? GetACP() : static_cast<UINT>(codePage);
+    if (page == CP_UTF8) {
+        return utf16FromUtf8(text);
+    }
     if (text.empty()) {
         return {};
     }
-    UINT const page = codePage == defaultCodePage ? CP_ACP : static_cast<UINT>(codePage);
     int const size = checkedSize(text.size());
     int const units = MultiByteToWideChar(page, 0, text.data(), size, nullptr, 0);
     if (units <= 0) {
@@ -49,6 +83,9 @@ std::u16string utf16FromNarrow(std::string_view text, int codePage)
 
 std::string narrowFromUtf16(std::u16string_view text)
 {
+    if (GetACP() == CP_UTF8) {
+        return utf8FromUtf16(text);
+    }
     if (text.empty()) {
         return {};
     }
@@ -68,33 +105,12 @@ std::u16string utf16FromNarrow(std::string_view text, int codePage)
     if (codePage != defaultCodePage && codePage != 0 && codePage != utf8CodePage) {
         throw std::invalid_argument("This platform has no code page but UTF-8");
     }
-    std::string valid;
-    valid.reserve(text.size());
-    utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid));
-    std::u16string result;
-    result.reserve(valid.size());
-    utf8::unchecked::utf8to16(valid.begin(), valid.end(), std::back_inserter(result));
-    return result;
+    return utf16FromUtf8(text);
 }
 
 std::string narrowFromUtf16(std::u16string_view text)
 {
-    constexpr char32_t replacement = 0xFFFD;
-    auto const isLead = [](char16_t unit) { return (unit & 0xFC00) == 0xD800; };
-    auto const isTrail = [](char16_t unit) { return (unit & 0xFC00) == 0xDC00; };
-    std::string result;
-    result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        char32_t codePoint = text[i];
-        if (isLead(text[i]) && i + 1 < text.size() && isTrail(text[i + 1])) {
-            ++i;
-            codePoint = 0x10000 + ((codePoint & 0x3FF) << 10) + (text[i] & char32_t{0x3FF});
-        } else if (isLead(text[i]) || isTrail(text[i])) {
-            codePoint = replacement;
-        }
-        utf8::append(codePoint, std::back_inserter(result));
-    }
-    return result;
+    return utf8FromUtf16(text);
 }
 
 #endif

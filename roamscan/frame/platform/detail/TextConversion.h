@@ -6,6 +6,12 @@
 namespace oV::Roamscan::detail
 {
 
+/// Converts UTF-8 to UTF-16. Each malformed sequence becomes U+FFFD.
+[[nodiscard]] std::u16string utf16FromUtf8(std::string_view text);
+
+/// Converts UTF-16 to UTF-8. Each unpaired surrogate becomes U+FFFD.
+[[nodiscard]] std::string utf8FromUtf16(std::u16string_view text);
+
 /// Denotes the platform's encoding of narrow text: the process's code page on Windows, elsewhere UTF-8.
 inline constexpr int defaultCodePage = -1;
 
