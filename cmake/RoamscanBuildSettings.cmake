@@ -10,6 +10,12 @@ function(roamscan_build_settings target)
                    CXX_VISIBILITY_PRESET hidden
                    VISIBILITY_INLINES_HIDDEN ON
                    POSITION_INDEPENDENT_CODE ON)
+    if(WIN32)
+        # A DLL exports the inline members of exported classes too: plug-ins do not make those of a template's instance.
+        set_target_properties(${target} PROPERTIES VISIBILITY_INLINES_HIDDEN OFF)
+        # <windows.h> without the macros min and max, and without what is rarely used. _WIN32_WINNT is Windows 10.
+        target_compile_definitions(${target} PRIVATE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+    endif()
     if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
         target_compile_options(
             ${target}
@@ -34,6 +40,9 @@ function(roamscan_build_settings target)
         if(ROAMSCAN_WARNINGS_AS_ERRORS)
             target_compile_options(${target} PRIVATE -Werror)
         endif()
+    endif()
+    if(MSVC)
+        target_compile_options(${target} PRIVATE /W4 /permissive- /utf-8 /Zc:__cplusplus /bigobj /fp:precise)
     endif()
     if(ROAMSCAN_SANITIZE)
         target_compile_options(${target} PRIVATE -fsanitize=${ROAMSCAN_SANITIZE} -fno-omit-frame-pointer

@@ -23,7 +23,9 @@ endfunction()
 
 roamscan_install_library(RoamscanDataStructures Library)
 roamscan_install_library(RoamscanJson Library)
-roamscan_install_library(RoamscanImagery Imagery)
+if(ROAMSCAN_BUILD_IMAGERY)
+    roamscan_install_library(RoamscanImagery Imagery)
+endif()
 
 set(imageryHeader imagery/LargeImageSerialization.h)
 install(
@@ -36,8 +38,10 @@ install(
     PATTERN "startup" EXCLUDE
     PATTERN "streams" EXCLUDE # it has no public header
     PATTERN "${imageryHeader}" EXCLUDE)
-install(FILES "${PROJECT_SOURCE_DIR}/roamscan/${imageryHeader}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/roamscan/imagery"
-        COMPONENT ImageryDevelopment)
+if(ROAMSCAN_BUILD_IMAGERY)
+    install(FILES "${PROJECT_SOURCE_DIR}/roamscan/${imageryHeader}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/roamscan/imagery"
+            COMPONENT ImageryDevelopment)
+endif()
 
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/RoamscanDataStructuresConfig.cmake.in"
                               "${PROJECT_BINARY_DIR}/RoamscanDataStructuresConfig.cmake" INSTALL_DESTINATION "${packageDir}")
@@ -48,7 +52,9 @@ install(
           "${PROJECT_BINARY_DIR}/RoamscanDataStructuresConfigVersion.cmake"
     DESTINATION "${packageDir}"
     COMPONENT LibraryDevelopment)
-install(FILES "${PROJECT_SOURCE_DIR}/cmake/FindOpenCVImages.cmake" DESTINATION "${packageDir}" COMPONENT ImageryDevelopment)
+if(ROAMSCAN_BUILD_IMAGERY)
+    install(FILES "${PROJECT_SOURCE_DIR}/cmake/FindOpenCVImages.cmake" DESTINATION "${packageDir}" COMPONENT ImageryDevelopment)
+endif()
 
 list(TRANSFORM ROAMSCAN_INTERFACE_DEFINITIONS PREPEND -D OUTPUT_VARIABLE interfaceFlags)
 list(JOIN interfaceFlags " " interfaceFlags)
@@ -69,6 +75,10 @@ roamscan_pkg_config(
     COMPONENT LibraryDevelopment
     DESCRIPTION "The functions of RoamscanDataStructures that use JSON values"
     REQUIRES "RoamscanDataStructures = ${PROJECT_VERSION}, nlohmann_json >= 3.6")
+if(NOT ROAMSCAN_BUILD_IMAGERY)
+    return()
+endif()
+
 # OpenCV's own pkg-config file needs all its modules, and not every system has it.
 roamscan_opencv_flags(opencvCompileFlags opencvLinkFlags)
 roamscan_pkg_config(
