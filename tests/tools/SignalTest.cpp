@@ -40,7 +40,17 @@ public:
         posix_spawn_file_actions_t actions{};
         posix_spawn_file_actions_init(&actions);
         posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-        started_ = posix_spawn(&id_, ROAMSCAN_TOOL, &actions, nullptr, arguments.data(), environ) == 0;
+        // A shell lets its background jobs ignore SIGINT, and the program would inherit that from the test.
+        posix_spawnattr_t attributes{};
+        posix_spawnattr_init(&attributes);
+        sigset_t handled{};
+        sigemptyset(&handled);
+        sigaddset(&handled, SIGINT);
+        sigaddset(&handled, SIGTERM);
+        posix_spawnattr_setsigdefault(&attributes, &handled);
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
+        started_ = posix_spawn(&id_, ROAMSCAN_TOOL, &actions, &attributes, arguments.data(), environ) == 0;
+        posix_spawnattr_destroy(&attributes);
         posix_spawn_file_actions_destroy(&actions);
     }
     Process(Process const&) = delete;
