@@ -197,7 +197,9 @@ void PointPlacer::findPlaces(PointBlock const& scan, PlacedBlock& placed) const
 /// A position of zero is no measurement. It becomes NaN, which is not placed.
 void PointPlacer::readMeasured(PointBlock const& scan, std::span<Vec3d<double>> positions) const
 {
-    auto const& [x, y, z] = position_;
+    Field const& x = position_[0];
+    Field const& y = position_[1];
+    Field const& z = position_[2];
     if (x.type == y.type && y.type == z.type) {
         withType(x.type, [&](auto zero) {
             char const* record = scan.records.data();
