@@ -80,20 +80,68 @@ struct PointSpans
 
 using Counts = std::array<std::size_t, 4>; // by the values of PointPlacement
 
-template <typename Poses, typename Scalar>
-Counts placeInTurn(Poses poses, PointSpans<Scalar> const& spans)
+template <typename Scalar>
+void note(PointPlacement placement, std::size_t index, PointSpans<Scalar> const& spans, Counts& counts)
 {
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-    Counts counts{};
+    if (placement != PointPlacement::Placed) {
+        spans.places[index] = {nan, nan, nan};
+    }
+    ++counts[static_cast<std::size_t>(placement)];
+    if (!spans.placements.empty()) {
+        spans.placements[index] = placement;
+    }
+}
+
+template <typename Poses, typename Scalar>
+void placeEach(Poses& poses, PointSpans<Scalar> const& spans, Counts& counts)
+{
     for (std::size_t i = 0; i < spans.times.size(); ++i) {
-        Vec3d<double>& place = spans.places[i];
-        PointPlacement const placement = placeOne(poses, spans.times[i], spans.points[i], place);
-        if (placement != PointPlacement::Placed) {
-            place = {nan, nan, nan};
-        }
-        ++counts[static_cast<std::size_t>(placement)];
-        if (!spans.placements.empty()) {
-            spans.placements[i] = placement;
+        note(placeOne(poses, spans.times[i], spans.points[i], spans.places[i]), i, spans, counts);
+    }
+}
+
+// Places points at times for which TablePoses::goToMany() was called.
+template <typename Scalar>
+void placeTogether(detail::TablePoses const& poses, PointSpans<Scalar> const& spans, Counts& counts)
+{
+    poses.transformMany(spans.times, spans.points, spans.places);
+    // Each coordinate of a place is a sum with the same coordinate of the point, so the place of a point
+    // that is not finite is not finite either.
+    auto const finite = [](Vec3d<double> const& place) {
+        return isFinite(Eigen::Vector3d(place.x, place.y, place.z));
+    };
+    if (std::ranges::all_of(spans.places, finite)) {
+        counts[static_cast<std::size_t>(PointPlacement::Placed)] += spans.places.size();
+        std::ranges::fill(spans.placements, PointPlacement::Placed);
+        return;
+    }
+    for (std::size_t i = 0; i < spans.places.size(); ++i) {
+        note(finite(spans.places[i]) ? PointPlacement::Placed : PointPlacement::NotFinite, i, spans, counts);
+    }
+}
+
+template <typename Scalar>
+Counts placeInTurn(detail::CalledPoses poses, PointSpans<Scalar> const& spans)
+{
+    Counts counts{};
+    placeEach(poses, spans, counts);
+    return counts;
+}
+
+template <typename Scalar>
+Counts placeInTurn(detail::TablePoses poses, PointSpans<Scalar> const& spans)
+{
+    constexpr std::size_t fewest = 4; // fewer points are faster one by one
+    Counts counts{};
+    for (std::size_t i = 0; i < spans.times.size();) {
+        std::size_t const together = poses.goToMany(spans.times.subspan(i));
+        if (together >= fewest) {
+            placeTogether(poses, spans.part(i, together), counts);
+            i += together;
+        } else {
+            placeEach(poses, spans.part(i, 1), counts);
+            ++i;
         }
     }
     return counts;

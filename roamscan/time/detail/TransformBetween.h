@@ -7,32 +7,45 @@
 namespace oV::Roamscan::detail
 {
 
-/// The result of `interpolate(first, second, slerp, fraction) * point`, bit for bit.
+/// Transforms points by poses between two given ones. Bit for bit, the result is
+/// `interpolate(first, second, slerp, fraction) * point`.
 ///
 /// Scalars, as in rotateVector().
 template <typename T>
-[[nodiscard]] inline typename TrafoT<T>::Vector transformBetween(TrafoT<T> const& first,
-                                                                 TrafoT<T> const& second,
-                                                                 Slerp<T> const& slerp,
-                                                                 T fraction,
-                                                                 typename TrafoT<T>::Vector const& point)
+class TransformBetween
 {
-    // The interpolated rotation (u, w).
-    auto const [firstWeight, secondWeight] = slerp.weightsAt(fraction);
-    auto const& q0 = first.rotation();
-    auto const& q1 = second.rotation();
-    T const ux = firstWeight * q0.x() + secondWeight * q1.x();
-    T const uy = firstWeight * q0.y() + secondWeight * q1.y();
-    T const uz = firstWeight * q0.z() + secondWeight * q1.z();
-    T const w = firstWeight * q0.w() + secondWeight * q1.w();
+public:
+    using Vector = typename TrafoT<T>::Vector;
+    using Weights = typename Slerp<T>::Weights;
 
-    typename TrafoT<T>::Vector const rotated = rotateVector<T>(ux, uy, uz, w, point);
+    TransformBetween(TrafoT<T> const& first, TrafoT<T> const& second)
+        : firstRotation_(first.rotation()),
+          secondRotation_(second.rotation()),
+          translation_(first.translation()),
+          difference_(second.translation() - first.translation())
+    {}
 
-    auto const& t0 = first.translation();
-    auto const& t1 = second.translation();
-    return {rotated.x() + ((t1.x() - t0.x()) * fraction + t0.x()),
-            rotated.y() + ((t1.y() - t0.y()) * fraction + t0.y()),
-            rotated.z() + ((t1.z() - t0.z()) * fraction + t0.z())};
-}
+    /// @param weights of the two rotations at the fraction
+    [[nodiscard]] Vector operator()(T fraction, Weights const& weights, Vector const& point) const
+    {
+        auto const [a, b] = weights;
+        auto const& q0 = firstRotation_;
+        auto const& q1 = secondRotation_;
+        Vector const rotated = rotateVector<T>(a * q0.x() + b * q1.x(),
+                                               a * q0.y() + b * q1.y(),
+                                               a * q0.z() + b * q1.z(),
+                                               a * q0.w() + b * q1.w(),
+                                               point);
+        return {rotated.x() + (difference_.x() * fraction + translation_.x()),
+                rotated.y() + (difference_.y() * fraction + translation_.y()),
+                rotated.z() + (difference_.z() * fraction + translation_.z())};
+    }
+
+private:
+    typename TrafoT<T>::Quaternion firstRotation_;
+    typename TrafoT<T>::Quaternion secondRotation_;
+    Vector translation_;
+    Vector difference_;
+};
 
 } // namespace oV::Roamscan::detail

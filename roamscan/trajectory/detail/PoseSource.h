@@ -8,8 +8,11 @@
 
 #include <Eigen/Core>
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <limits>
+#include <span>
 #include <stdexcept>
 
 namespace oV::Roamscan::detail
@@ -62,7 +65,51 @@ public:
     [[nodiscard]] Eigen::Vector3d transform(Eigen::Vector3d const& point) const
     {
         return isAtLast_ ? table_.poses().back() * point
-                         : transformBetween(*lower_, *upper_, slerp_, fraction_, point);
+                         : TransformBetween<double>(*lower_,
+                                                    *upper_)(fraction_, slerp_.weightsAt(fraction_), point);
+    }
+
+    /// Goes to the first of some times.
+    /// @return how many of the times, from the first one on, transformMany() can take together; may be 0
+    [[nodiscard]] std::size_t goToMany(std::span<double const> times)
+    {
+        if (goTo(times.front()) != PoseState::Found || isAtLast_ || isGap_) {
+            return 0;
+        }
+        auto const isOutside = [this](double time) { return !(time >= lowerTime_ && time < upperTime_); };
+        auto const candidates = times.first(std::min(times.size(), mostTogether));
+        return static_cast<std::size_t>(std::ranges::find_if(candidates, isOutside) - candidates.begin());
+    }
+
+    /// `pose() * point` for each of the times that goToMany() found, with as many points and places.
+    ///
+    /// Takes all points through one step after the other, so that the compiler can use instructions for
+    /// several points at once in all steps but the sines.
+    template <typename Scalar>
+    void transformMany(std::span<double const> times,
+                       std::span<Bv_1_1::Vec3d<Scalar> const> points,
+                       std::span<Bv_1_1::Vec3d<double>> places) const
+    {
+        std::array<double, mostTogether> fractions;
+        double const lower = lowerTime_;
+        double const length = upperTime_ - lowerTime_;
+        for (std::size_t i = 0; i < times.size(); ++i) {
+            fractions[i] = (times[i] - lower) / length;
+        }
+        std::array<double, mostTogether> firstWeights;
+        std::array<double, mostTogether> secondWeights;
+        for (std::size_t i = 0; i < times.size(); ++i) {
+            auto const [first, second] = slerp_.weightsAt(fractions[i]);
+            firstWeights[i] = first;
+            secondWeights[i] = second;
+        }
+        TransformBetween<double> const transformBetween(*lower_, *upper_);
+        for (std::size_t i = 0; i < times.size(); ++i) {
+            Eigen::Vector3d const point(points[i].x, points[i].y, points[i].z);
+            Eigen::Vector3d const place =
+                transformBetween(fractions[i], {firstWeights[i], secondWeights[i]}, point);
+            places[i] = {place.x(), place.y(), place.z()};
+        }
     }
 
 private:
@@ -87,6 +134,8 @@ private:
         slerp_ = Slerp<double>(lower_->rotation(), upper_->rotation());
         isGap_ = upperTime_ - lowerTime_ > longestGap_;
     }
+
+    static constexpr std::size_t mostTogether = 64; // the arrays stay in the first-level cache
 
     PoseTable const& table_;
     double longestGap_;
