@@ -13,8 +13,9 @@ namespace oV::Roamscan::tool
 {
 
 /// Runs three stages on several threads for one block after another: `read` and `write` for one block at a
-/// time and in order, `convert` for several blocks at once. Each thread has one block, so that the memory
-/// does not depend on the number of blocks.
+/// time and in order, `convert` for several blocks at once. There are two blocks for each thread, so that the
+/// memory does not depend on how many are read. A thread does not wait for its turn to write: a block that is
+/// converted before its turn is written by the thread that wrote the one before it.
 template <typename Block, typename Read, typename Convert, typename Write>
 class OrderedPipeline
 {
@@ -25,10 +26,11 @@ public:
     OrderedPipeline(Read read, Convert convert, Write write) : read_(read), convert_(convert), write_(write)
     {}
 
-    /// Returns when every block is written.
+    /// Returns when every block is written. Can be called once.
     /// @throws the exception of the first block that failed in any stage; the blocks before it are written
     void run(std::size_t threads)
     {
+        slots_ = std::vector<Slot>(2 * threads);
         {
             std::vector<std::jthread> others;
             for (std::size_t i = 1; i < threads; ++i) {
@@ -42,53 +44,70 @@ public:
     }
 
 private:
-    void work()
+    struct Slot
     {
         Block block;
-        while (true) {
-            std::exception_ptr failure;
-            std::uint64_t number = 0;
-            if (!readNext(block, number, failure)) {
-                return;
+        std::exception_ptr failure;
+        bool isReady = false; // to be written
+    };
+
+    void work()
+    {
+        while (Slot* const slot = readNext()) {
+            if (!slot->failure) {
+                slot->failure = attempt([&] { convert_(slot->block); });
             }
-            if (!failure) {
-                failure = attempt([&] { convert_(block); });
-            }
-            writeInTurn(block, number, failure);
+            writeReady(*slot);
         }
     }
 
-    /// False if there is no further block.
-    bool readNext(Block& block, std::uint64_t& number, std::exception_ptr& failure)
+    /// Null if there is no further block.
+    Slot* readNext()
     {
-        std::lock_guard const lock(readMutex_);
-        if (ended_) {
-            return false;
+        std::lock_guard const readLock(readMutex_);
+        Slot& slot = slotOf(nextRead_);
+        {
+            std::unique_lock lock(mutex_);
+            written_.wait(lock, [&] { return nextRead_ < nextWrite_ + slots_.size(); });
+            if (ended_) {
+                return nullptr;
+            }
         }
         bool more = true;
-        failure = attempt([&] { more = read_(block); });
-        ended_ = !more || failure;
-        number = nextRead_;
-        nextRead_ += more ? 1 : 0;
-        return more;
-    }
-
-    void writeInTurn(Block& block, std::uint64_t number, std::exception_ptr failure)
-    {
-        std::unique_lock lock(writeMutex_);
-        turn_.wait(lock, [&] { return nextWrite_ == number; });
-        if (!failure_) {
-            failure_ = failure ? failure : attempt([&] { write_(block); });
-        }
-        bool const failed = failure_ != nullptr;
-        ++nextWrite_;
-        lock.unlock();
-        turn_.notify_all();
-        if (failed) {
-            std::lock_guard const readLock(readMutex_);
+        slot.failure = attempt([&] { more = read_(slot.block); });
+        if (!more || slot.failure) {
+            std::lock_guard const lock(mutex_);
             ended_ = true;
         }
+        nextRead_ += more ? 1 : 0;
+        return more ? &slot : nullptr;
     }
+
+    /// Writes this block and those after it that are ready, unless it is not their turn, or another thread
+    /// writes, which then finds them.
+    void writeReady(Slot& converted)
+    {
+        std::unique_lock lock(mutex_);
+        converted.isReady = true;
+        if (writing_) {
+            return;
+        }
+        writing_ = true;
+        for (Slot* slot = &slotOf(nextWrite_); slot->isReady; slot = &slotOf(nextWrite_)) {
+            lock.unlock();
+            if (!failure_) {
+                failure_ = slot->failure ? slot->failure : attempt([&] { write_(slot->block); });
+            }
+            lock.lock();
+            ended_ = ended_ || failure_;
+            slot->isReady = false;
+            ++nextWrite_;
+            written_.notify_one();
+        }
+        writing_ = false;
+    }
+
+    Slot& slotOf(std::uint64_t number) { return slots_[number % slots_.size()]; }
 
     template <typename Action>
     static std::exception_ptr attempt(Action const& action)
@@ -105,14 +124,18 @@ private:
     Convert convert_;
     Write write_;
 
-    std::mutex readMutex_;
-    bool ended_ = false;
+    std::vector<Slot> slots_;
+
+    std::mutex readMutex_; // of the stage; locked before mutex_
     std::uint64_t nextRead_ = 0;
 
-    std::mutex writeMutex_;
-    std::condition_variable turn_;
+    std::mutex mutex_;
+    std::condition_variable written_;
     std::uint64_t nextWrite_ = 0;
-    std::exception_ptr failure_; // of the first block that failed
+    bool writing_ = false;
+    bool ended_ = false;
+
+    std::exception_ptr failure_; // of the first block that failed; for the thread that writes
 };
 
 /// One thread for each core, and one more, because a thread that reads or writes often waits.
