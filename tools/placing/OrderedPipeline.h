@@ -56,6 +56,9 @@ private:
         while (Slot* const slot = readNext()) {
             if (!slot->failure) {
                 slot->failure = attempt([&] { convert_(slot->block); });
+                if (slot->failure) {
+                    end(); // no block after this one is written
+                }
             }
             writeReady(*slot);
         }
@@ -76,8 +79,7 @@ private:
         bool more = true;
         slot.failure = attempt([&] { more = read_(slot.block); });
         if (!more || slot.failure) {
-            std::lock_guard const lock(mutex_);
-            ended_ = true;
+            end();
         }
         nextRead_ += more ? 1 : 0;
         return more ? &slot : nullptr;
@@ -105,6 +107,13 @@ private:
             written_.notify_one();
         }
         writing_ = false;
+    }
+
+    /// No further block is read.
+    void end()
+    {
+        std::lock_guard const lock(mutex_);
+        ended_ = true;
     }
 
     Slot& slotOf(std::uint64_t number) { return slots_[number % slots_.size()]; }
@@ -138,11 +147,11 @@ private:
     std::exception_ptr failure_; // of the first block that failed; for the thread that writes
 };
 
-/// One thread for each core, and one more, because a thread that reads or writes often waits.
+/// One thread for each core, and at least two, because a thread that reads or writes may wait.
 [[nodiscard]] inline std::size_t pipelineThreads()
 {
     constexpr unsigned most = 32; // bounds the memory
-    return std::min(std::max(std::thread::hardware_concurrency(), 1U) + 1, most);
+    return std::clamp(std::thread::hardware_concurrency(), 2U, most);
 }
 
 } // namespace oV::Roamscan::tool
