@@ -1,6 +1,7 @@
 #include "tools/io/Temporary.h"
 
 #include <array>
+#include <cerrno>
 #include <charconv>
 #include <cstddef>
 #include <cstring>
@@ -127,11 +128,13 @@ void Temporary::removeInSignalHandler() const
 
 /// Runs on the main thread, so that nothing is created after the removal: a signal that arrives on another
 /// thread is sent on. The main thread does not go on afterwards: the signal, now with its default action, is
-/// delivered again as soon as the handler returns.
+/// delivered again as soon as the handler returns. Another thread does, and finds its errno unchanged.
 void Temporary::handleSignal(int signal)
 {
+    int const error = errno;
     if (pthread_equal(pthread_self(), mainThread) == 0) {
         pthread_kill(mainThread, signal);
+        errno = error;
         return;
     }
     for (Temporary const* temporary = newest; temporary != nullptr; temporary = temporary->older_) {
@@ -139,6 +142,7 @@ void Temporary::handleSignal(int signal)
     }
     std::signal(signal, SIG_DFL);
     std::raise(signal);
+    errno = error;
 }
 
 SignalsHeld::SignalsHeld()

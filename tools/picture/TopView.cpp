@@ -148,11 +148,15 @@ cv::Mat3b shadePoints(PlanView const& view, std::vector<Vector3f> const& points)
     float const fullGround = nearlyHighest(ground) / 12.0F;
     float const fullWall = std::log1p(nearlyHighest(standing));
     cv::Mat3b picture(view.size);
-    picture.forEach([&](cv::Vec3b& pixel, int const* at) {
-        Colour colour = white + std::min(ground(at) / fullGround, 1.0F) * (pale - white);
-        colour += std::min(std::log1p(standing(at)) / fullWall, 1.0F) * (dark - colour);
-        pixel = 255.0F * colour;
-    });
+    std::transform(ground.begin(),
+                   ground.end(),
+                   standing.begin(),
+                   picture.begin(),
+                   [&](float groundAt, float standingAt) -> cv::Vec3b {
+                       Colour colour = white + std::min(groundAt / fullGround, 1.0F) * (pale - white);
+                       colour += std::min(std::log1p(standingAt) / fullWall, 1.0F) * (dark - colour);
+                       return 255.0F * colour;
+                   });
     return picture;
 }
 
