@@ -31,6 +31,10 @@ function(roamscan_build_settings target)
         if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
             # A library with unique symbols (STB_GNU_UNIQUE) could not be unloaded.
             target_compile_options(${target} PRIVATE -fno-gnu-unique)
+            if(CMAKE_UNITY_BUILD)
+                # In a source that a unity build includes, GCC warns of each class over one of an unnamed namespace.
+                target_compile_options(${target} PRIVATE -Wno-subobject-linkage)
+            endif()
             if(ROAMSCAN_SANITIZE)
                 # With sanitizers, GCC reports false positives of this warning, for example in <regex>. The builds
                 # without sanitizers keep it.

@@ -114,7 +114,7 @@ std::string unexpectedWord(CLI::App const& level)
 }
 
 /// Names a misspelt word rather than what is missing because of it.
-std::string describe(CLI::ParseError const& failure, CLI::App const& level)
+std::string explain(CLI::ParseError const& failure, CLI::App const& level)
 {
     if (std::string unexpected = unexpectedWord(level); !unexpected.empty()) {
         return unexpected;
@@ -133,7 +133,7 @@ int runCommand(int argumentCount, char const* const* arguments, std::ostream& ou
     } catch (CLI::ParseError const& stopped) { // also thrown for --help and --version, which are no failures
         if (stopped.get_exit_code() != 0) {
             Place const place = placeOfFailure(app);
-            throw ToolError(describe(stopped, *place.level) + " (see " + place.name + " --help)");
+            throw ToolError(explain(stopped, *place.level) + " (see " + place.name + " --help)");
         }
         app.exit(stopped, out, err);
     }

@@ -25,8 +25,6 @@ namespace oV::Roamscan
 namespace
 {
 
-namespace schema = SensorSchema;
-
 template <typename Table>
 using Tables = std::vector<flatbuffers::Offset<Table>>;
 
@@ -35,12 +33,12 @@ using TableVector = flatbuffers::Vector<flatbuffers::Offset<Table>>;
 
 // Writing
 
-schema::Vec3f toRecord(mapping::Vector3<double> const& vector)
+SensorSchema::Vec3f toRecord(mapping::Vector3<double> const& vector)
 {
     return {static_cast<float>(vector.x), static_cast<float>(vector.y), static_cast<float>(vector.z)};
 }
 
-schema::SensorPoseRecord toRecord(mapping::Rigid3<float> const& pose)
+SensorSchema::SensorPoseRecord toRecord(mapping::Rigid3<float> const& pose)
 {
     auto const& [translation, rotation] = pose;
     return {translation.x, translation.y, translation.z, rotation.w, rotation.x, rotation.y, rotation.z};
@@ -60,7 +58,7 @@ flatbuffers::Offset<TableVector<Table>> packVector(flatbuffers::FlatBufferBuilde
     return tables.empty() ? 0 : builder.CreateVector(tables);
 }
 
-flatbuffers::Offset<flatbuffers::Vector<schema::RangePoint const*>>
+flatbuffers::Offset<flatbuffers::Vector<SensorSchema::RangePoint const*>>
 packPoints(flatbuffers::FlatBufferBuilder& builder, std::vector<mapping::TimedRangefinderPoint> const& points)
 {
     if (points.empty()) {
@@ -68,7 +66,7 @@ packPoints(flatbuffers::FlatBufferBuilder& builder, std::vector<mapping::TimedRa
     }
     // Copies into an array first: the builder's CreateUninitializedVectorOfStructs() would align the vector
     // more strictly than the schema.
-    std::vector<schema::RangePoint> records;
+    std::vector<SensorSchema::RangePoint> records;
     records.reserve(points.size());
     for (auto const& point : points) {
         records.emplace_back(point.position.x, point.position.y, point.position.z, point.time);
@@ -76,25 +74,25 @@ packPoints(flatbuffers::FlatBufferBuilder& builder, std::vector<mapping::TimedRa
     return builder.CreateVectorOfStructs(records);
 }
 
-flatbuffers::Offset<schema::RangefinderSample> packSample(flatbuffers::FlatBufferBuilder& builder,
-                                                          mapping::RangefinderData const& record)
+flatbuffers::Offset<SensorSchema::RangefinderSample> packSample(flatbuffers::FlatBufferBuilder& builder,
+                                                                mapping::RangefinderData const& record)
 {
     auto const points = packPoints(builder, record.getRanges());
     auto const origin = toRecord(record.getOrigin());
-    return schema::CreateRangefinderSample(builder, record.getTimeStamp().get(), points, &origin);
+    return SensorSchema::CreateRangefinderSample(builder, record.getTimeStamp().get(), points, &origin);
 }
 
-flatbuffers::Offset<schema::ImuSample> packSample(flatbuffers::FlatBufferBuilder& builder,
-                                                  mapping::ImuData const& record)
+flatbuffers::Offset<SensorSchema::ImuSample> packSample(flatbuffers::FlatBufferBuilder& builder,
+                                                        mapping::ImuData const& record)
 {
     auto const acceleration = toRecord(record.getLinearAcceleration());
     auto const velocity = toRecord(record.getAngularVelocity());
     auto const field = toRecord(record.getMagneticField());
-    return schema::CreateImuSample(builder,
-                                   record.getTimeStamp().get(),
-                                   &acceleration,
-                                   &velocity,
-                                   record.hasMagneticField() ? &field : nullptr);
+    return SensorSchema::CreateImuSample(builder,
+                                         record.getTimeStamp().get(),
+                                         &acceleration,
+                                         &velocity,
+                                         record.hasMagneticField() ? &field : nullptr);
 }
 
 template <typename Sensor, typename Sample, typename T, typename Create>
@@ -117,16 +115,16 @@ flatbuffers::Offset<TableVector<Sensor>> packSensors(flatbuffers::FlatBufferBuil
     return packVector(builder, tables);
 }
 
-flatbuffers::Offset<TableVector<schema::SensorPose>>
+flatbuffers::Offset<TableVector<SensorSchema::SensorPose>>
 packPoses(flatbuffers::FlatBufferBuilder& builder,
           std::unordered_map<std::string, mapping::Rigid3<float>> const& poses)
 {
-    Tables<schema::SensorPose> tables;
+    Tables<SensorSchema::SensorPose> tables;
     tables.reserve(poses.size());
     for (auto const& [name, pose] : poses) {
         auto const nameText = packName(builder, name);
         auto const record = toRecord(pose);
-        tables.push_back(schema::CreateSensorPose(builder, nameText, &record));
+        tables.push_back(SensorSchema::CreateSensorPose(builder, nameText, &record));
     }
     return packVector(builder, tables);
 }
@@ -134,22 +132,23 @@ packPoses(flatbuffers::FlatBufferBuilder& builder,
 // The order of these steps fixes the bytes.
 void packStore(flatbuffers::FlatBufferBuilder& builder, SensorData const& store)
 {
-    auto const rangefinders = packSensors<schema::RangefinderSensor, schema::RangefinderSample>(
-        builder, store.rangefinderData, schema::CreateRangefinderSensor);
-    auto const imus =
-        packSensors<schema::ImuSensor, schema::ImuSample>(builder, store.imuData, schema::CreateImuSensor);
+    auto const rangefinders = packSensors<SensorSchema::RangefinderSensor, SensorSchema::RangefinderSample>(
+        builder, store.rangefinderData, SensorSchema::CreateRangefinderSensor);
+    auto const imus = packSensors<SensorSchema::ImuSensor, SensorSchema::ImuSample>(
+        builder, store.imuData, SensorSchema::CreateImuSensor);
     auto const poses = packPoses(builder, store.sensorPoses);
-    builder.Finish(schema::CreateSensorDataRoot(builder, rangefinders, imus, poses, store.posesApplied));
+    builder.Finish(
+        SensorSchema::CreateSensorDataRoot(builder, rangefinders, imus, poses, store.posesApplied));
 }
 
 // Reading
 
-mapping::Vector3<double> fromRecord(schema::Vec3f const& record)
+mapping::Vector3<double> fromRecord(SensorSchema::Vec3f const& record)
 {
     return {record.x(), record.y(), record.z()};
 }
 
-mapping::Rigid3<float> fromRecord(schema::SensorPoseRecord const& record)
+mapping::Rigid3<float> fromRecord(SensorSchema::SensorPoseRecord const& record)
 {
     return {{record.tx(), record.ty(), record.tz()}, {record.qx(), record.qy(), record.qz(), record.qw()}};
 }
@@ -165,13 +164,13 @@ std::uint64_t sizeOf(flatbuffers::Vector<Element> const* vector)
     return vector == nullptr ? 0 : vector->size();
 }
 
-std::uint64_t sizeInStore(schema::RangefinderSample const& sample)
+std::uint64_t sizeInStore(SensorSchema::RangefinderSample const& sample)
 {
     return sizeof(mapping::RangefinderData) +
            sizeof(mapping::TimedRangefinderPoint) * sizeOf(sample.points());
 }
 
-std::uint64_t sizeInStore(schema::ImuSample const& /*sample*/)
+std::uint64_t sizeInStore(SensorSchema::ImuSample const& /*sample*/)
 {
     return sizeof(mapping::ImuData);
 }
@@ -210,7 +209,7 @@ private:
 // These return null if the sample lacks a required vector.
 
 std::shared_ptr<mapping::ImuData const> unpackSample(RecordBlocks<mapping::ImuData>& records,
-                                                     schema::ImuSample const& sample)
+                                                     SensorSchema::ImuSample const& sample)
 {
     auto const* const acceleration = sample.linearAcceleration();
     auto const* const velocity = sample.angularVelocity();
@@ -225,7 +224,7 @@ std::shared_ptr<mapping::ImuData const> unpackSample(RecordBlocks<mapping::ImuDa
 }
 
 std::shared_ptr<mapping::RangefinderData const> unpackSample(RecordBlocks<mapping::RangefinderData>& records,
-                                                             schema::RangefinderSample const& sample)
+                                                             SensorSchema::RangefinderSample const& sample)
 {
     if (sample.origin() == nullptr) {
         return nullptr;
@@ -233,7 +232,7 @@ std::shared_ptr<mapping::RangefinderData const> unpackSample(RecordBlocks<mappin
     std::vector<mapping::TimedRangefinderPoint> points;
     points.reserve(sizeOf(sample.points()));
     for (flatbuffers::uoffset_t i = 0; i < sizeOf(sample.points()); ++i) {
-        schema::RangePoint const& point = *sample.points()->Get(i);
+        SensorSchema::RangePoint const& point = *sample.points()->Get(i);
         points.push_back({{point.x(), point.y(), point.z()}, point.time(), {}});
     }
     return records.make(mapping::TimeStamp(sample.time()),
@@ -274,7 +273,7 @@ bool unpackSensors(SensorData::Samples<T>& sensors,
 
 // Returns false if a pose table lacks its pose, or if the contents are too large.
 bool unpackPoses(std::unordered_map<std::string, mapping::Rigid3<float>>& poses,
-                 TableVector<schema::SensorPose> const* tables,
+                 TableVector<SensorSchema::SensorPose> const* tables,
                  detail::UnpackedSize& size)
 {
     for (flatbuffers::uoffset_t i = 0; i < sizeOf(tables); ++i) {
@@ -298,7 +297,7 @@ std::shared_ptr<SensorData> SensorData::read(std::istream& stream)
         return nullptr;
     }
     auto const bytes = frame->bytes();
-    auto const* const root = detail::verifiedRoot<schema::SensorDataRoot>(bytes);
+    auto const* const root = detail::verifiedRoot<SensorSchema::SensorDataRoot>(bytes);
     if (root == nullptr) {
         return nullptr;
     }

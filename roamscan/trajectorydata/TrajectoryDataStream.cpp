@@ -25,27 +25,25 @@ namespace oV::Roamscan
 namespace
 {
 
-namespace schema = TrajectorySchema;
-
-schema::PoseRecord toRecord(TrafoT<double> const& pose)
+TrajectorySchema::PoseRecord toRecord(TrafoT<double> const& pose)
 {
     auto const [tx, ty, tz, qw, qx, qy, qz] = pose.serialize();
     return {tx, ty, tz, qw, qx, qy, qz};
 }
 
-schema::Matrix3Record toRecord(Eigen::Matrix<double, 3, 3> const& matrix)
+TrajectorySchema::Matrix3Record toRecord(Eigen::Matrix<double, 3, 3> const& matrix)
 {
-    return schema::Matrix3Record(flatbuffers::span<double const, 9>(matrix.data(), 9));
+    return TrajectorySchema::Matrix3Record(flatbuffers::span<double const, 9>(matrix.data(), 9));
 }
 
-TrafoT<double> fromRecord(schema::PoseRecord const& record)
+TrafoT<double> fromRecord(TrajectorySchema::PoseRecord const& record)
 {
     return {Eigen::Vector3d(record.tx(), record.ty(), record.tz()),
             Eigen::Quaterniond(record.qw(), record.qx(), record.qy(), record.qz()),
             true};
 }
 
-Eigen::Matrix<double, 3, 3> fromRecord(schema::Matrix3Record const& record)
+Eigen::Matrix<double, 3, 3> fromRecord(TrajectorySchema::Matrix3Record const& record)
 {
     Eigen::Matrix<double, 3, 3> matrix;
     for (flatbuffers::uoffset_t i = 0; i < 9; ++i) {
@@ -56,38 +54,39 @@ Eigen::Matrix<double, 3, 3> fromRecord(schema::Matrix3Record const& record)
 
 void packStore(flatbuffers::FlatBufferBuilder& builder, TrajectoryData const& store)
 {
-    std::vector<flatbuffers::Offset<schema::TrajectoryNodeRecord>> nodes;
+    std::vector<flatbuffers::Offset<TrajectorySchema::TrajectoryNodeRecord>> nodes;
     nodes.reserve(store.nodes.size());
     for (TrajectoryNode const& node : store.nodes) {
         auto const pose = toRecord(node.pose);
         auto const matrixA = toRecord(node.matrixA);
         auto const matrixB = toRecord(node.matrixB);
-        nodes.push_back(schema::CreateTrajectoryNodeRecord(
+        nodes.push_back(TrajectorySchema::CreateTrajectoryNodeRecord(
             builder, node.time, &pose, static_cast<std::uint32_t>(node.type), &matrixA, &matrixB, node.flag));
     }
-    std::vector<schema::DevicePositionRecord> positions;
+    std::vector<TrajectorySchema::DevicePositionRecord> positions;
     positions.reserve(store.devicePositions.size());
     for (auto const& [device, pose] : store.devicePositions) {
         positions.emplace_back(static_cast<std::int32_t>(device), toRecord(pose));
     }
 
     // An empty vector is left out.
-    flatbuffers::Offset<flatbuffers::Vector<flatbuffers::Offset<schema::TrajectoryNodeRecord>>> nodeVector;
-    flatbuffers::Offset<flatbuffers::Vector<schema::DevicePositionRecord const*>> positionVector;
+    flatbuffers::Offset<flatbuffers::Vector<flatbuffers::Offset<TrajectorySchema::TrajectoryNodeRecord>>>
+        nodeVector;
+    flatbuffers::Offset<flatbuffers::Vector<TrajectorySchema::DevicePositionRecord const*>> positionVector;
     if (!nodes.empty()) {
         nodeVector = builder.CreateVector(nodes);
     }
     if (!positions.empty()) {
         positionVector = builder.CreateVectorOfStructs(positions);
     }
-    builder.Finish(schema::CreateTrajectoryFile(builder, nodeVector, positionVector));
+    builder.Finish(TrajectorySchema::CreateTrajectoryFile(builder, nodeVector, positionVector));
 }
 
 // Nodes may share a table. The verifier limits their number, so their size needs no check.
 static_assert(detail::largestTableCount * sizeof(TrajectoryNode) <= detail::UnpackedSize::alwaysUnpacked);
 
 // Returns nothing if a node lacks a struct.
-std::optional<std::vector<TrajectoryNode>> unpackNodes(schema::TrajectoryFile const& file)
+std::optional<std::vector<TrajectoryNode>> unpackNodes(TrajectorySchema::TrajectoryFile const& file)
 {
     std::vector<TrajectoryNode> nodes;
     if (file.nodes() == nullptr) {
@@ -95,7 +94,7 @@ std::optional<std::vector<TrajectoryNode>> unpackNodes(schema::TrajectoryFile co
     }
     nodes.reserve(file.nodes()->size());
     detail::preferLargePages(nodes.data(), nodes.capacity() * sizeof(TrajectoryNode));
-    for (schema::TrajectoryNodeRecord const* const record : *file.nodes()) {
+    for (TrajectorySchema::TrajectoryNodeRecord const* const record : *file.nodes()) {
         if (record->pose() == nullptr || record->matrixA() == nullptr || record->matrixB() == nullptr) {
             return std::nullopt;
         }
@@ -133,7 +132,7 @@ void logUnknownDevice(std::int32_t device)
 }
 
 // A later record of a device wins.
-std::unordered_map<Device, TrafoT<double>> unpackDevicePositions(schema::TrajectoryFile const& file)
+std::unordered_map<Device, TrafoT<double>> unpackDevicePositions(TrajectorySchema::TrajectoryFile const& file)
 {
     std::unordered_map<Device, TrafoT<double>> positions;
     if (file.devicePositions() == nullptr) {
@@ -165,7 +164,7 @@ bool TrajectoryData::readFromStream(std::istream& stream)
         return false;
     }
     auto const bytes = frame->bytes();
-    auto const* const file = detail::verifiedRoot<schema::TrajectoryFile>(bytes);
+    auto const* const file = detail::verifiedRoot<TrajectorySchema::TrajectoryFile>(bytes);
     if (file == nullptr) {
         return false;
     }

@@ -26,12 +26,11 @@ namespace
 using oV::Roamscan::AnchorSections;
 using oV::Roamscan::TimeWindow;
 using support::LiteralAnchorSections;
+using support::lowest;
+using support::unset;
 using support::windowsOf;
 
 using Windows = std::vector<TimeWindow>;
-
-constexpr int64 lowest = std::numeric_limits<int64>::min();
-constexpr int64 unset = TimeWindow::unsetTime;
 
 bool startIsLess(TimeWindow const& a, TimeWindow const& b)
 {

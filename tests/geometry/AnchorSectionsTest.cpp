@@ -15,11 +15,10 @@ namespace
 
 using oV::Roamscan::AnchorSections;
 using oV::Roamscan::TimeWindow;
+using support::unset;
 using support::windowsOf;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr int64 unset = TimeWindow::unsetTime;
 
 AnchorSections inserted(std::initializer_list<TimeWindow> windows)
 {

@@ -3,6 +3,7 @@
 
 #include "tests/support/PlaneTargets.h"
 #include "tests/support/RandomPoses.h"
+#include "tests/support/SpecialNumbers.h"
 
 #include <roamscan/geometry/PlaneTarget.h>
 
@@ -20,11 +21,11 @@ using oV::Roamscan::invalidTarget;
 using oV::Roamscan::PlaneTarget;
 using support::expectFrame;
 using support::near;
+using support::notANumber;
 
 using Vector = Eigen::Matrix<double, 3, 1>;
 using Matrix = Eigen::Matrix<double, 3, 3>;
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double tolerance = 1e-14;
 
 TEST(PlaneTargetFromNormal, TheNormalAlongXPicksY)
@@ -129,7 +130,7 @@ TEST(PlaneTargetFromNormal, ZeroNormalGivesSomeQuaternion)
 
 TEST(PlaneTargetFromNormal, NormalOfNaNGivesNaN)
 {
-    PlaneTarget const target(Vector(nan, 0, 1), Vector(1, 2, 3));
+    PlaneTarget const target(Vector(notANumber, 0, 1), Vector(1, 2, 3));
     EXPECT_EQ(target.id(), invalidTarget);
     EXPECT_EQ(target.position(), Vector(1, 2, 3));
     EXPECT_TRUE(target.normal().hasNaN());

@@ -1,5 +1,6 @@
 #include "tests/support/PlaneTargets.h"
 #include "tests/support/RandomPoses.h"
+#include "tests/support/SpecialNumbers.h"
 
 #include <roamscan/geometry/PlaneTarget.h>
 
@@ -22,14 +23,14 @@ using oV::Roamscan::invalidTarget;
 using oV::Roamscan::PlaneTarget;
 using support::expectFrame;
 using support::near;
+using support::notANumber;
 
 using Vector = Eigen::Matrix<double, 3, 1>;
 using Matrix = Eigen::Matrix<double, 3, 3>;
 using Quaternion = Eigen::Quaternion<double>; // constructor order: w, x, y, z
 using ParamMatrix = Eigen::Matrix<double, 3, 4>;
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double tolerance = 1e-14;
+constexpr double allowed = 1e-14;
 
 // A right-handed fit: axes along y, z and x.
 BvFitPlane::PlaneParam fit()
@@ -65,8 +66,7 @@ TEST(PlaneTarget, DefaultLooksAlongZWithItsMajorAxisAgainstY)
 {
     expectFrame(PlaneTarget(), {0, -1, 0}, {1, 0, 0}, {0, 0, 1});
     double const half = std::numbers::sqrt2 / 2;
-    EXPECT_TRUE(
-        PlaneTarget().rotation().coeffs().isApprox(Quaternion(half, 0, 0, -half).coeffs(), tolerance));
+    EXPECT_TRUE(PlaneTarget().rotation().coeffs().isApprox(Quaternion(half, 0, 0, -half).coeffs(), allowed));
 }
 
 TEST(PlaneTarget, TheNormalConstructorStoresThePosition)
@@ -248,8 +248,8 @@ TEST(PlaneTarget, TakesTheLengthsOfTheAxesFromTheMatrix)
     EXPECT_EQ(target.majAxisLength(), 3);
     EXPECT_EQ(target.minAxisLength(), 2);
     expectFrame(target, {0, 1, 0}, {0, 0, 1}, {1, 0, 0});
-    EXPECT_NEAR(target.planeParams()[2].norm(), 3, tolerance);
-    EXPECT_NEAR(target.planeParams()[3].norm(), 2, tolerance);
+    EXPECT_NEAR(target.planeParams()[2].norm(), 3, allowed);
+    EXPECT_NEAR(target.planeParams()[3].norm(), 2, allowed);
 }
 
 TEST(PlaneTarget, TheIdSurvivesTheMatrix)
@@ -301,14 +301,14 @@ TEST(PlaneTarget, AZeroAxisOfTheMatrixHasTheLengthZero)
 TEST(PlaneTarget, NaNPropagatesThroughFitAndMatrix)
 {
     auto param = fit();
-    param.normal = {nan, 0, 0};
+    param.normal = {notANumber, 0, 0};
     PlaneTarget const fitted(param);
     EXPECT_TRUE(fitted.normal().hasNaN());
     EXPECT_EQ(fitted.position(), Vector(10, 20, 30));
     EXPECT_EQ(fitted.majAxisLength(), 5);
 
     ParamMatrix matrix;
-    matrix << Vector(1, 2, 3), Vector(1, 0, 0), Vector(0, nan, 0), Vector(0, 0, 2);
+    matrix << Vector(1, 2, 3), Vector(1, 0, 0), Vector(0, notANumber, 0), Vector(0, 0, 2);
     PlaneTarget target;
     target.planeParams(matrix);
     EXPECT_TRUE(target.majAxis().hasNaN());

@@ -13,9 +13,9 @@ namespace
 {
 
 using oV::Roamscan::TimeWindow;
+using support::lowest;
+using support::unset;
 
-constexpr int64 lowest = std::numeric_limits<int64>::min();
-constexpr int64 unset = TimeWindow::unsetTime;
 constexpr int64 highest = unset - 1; // the last time that is not the marker
 
 // The value

@@ -1,3 +1,5 @@
+#include "tests/support/SpecialNumbers.h"
+
 #include <roamscan/geometry/ToleranceThresholds.h>
 
 #include <gtest/gtest.h>
@@ -17,6 +19,8 @@ namespace
 
 using oV::Roamscan::ToleranceThresholds;
 using oV::Roamscan::TrafoT;
+using support::infinity;
+using support::notANumber;
 using Name = ToleranceThresholds::ThresholdName;
 
 using Vector = Eigen::Matrix<double, 3, 1>;
@@ -24,9 +28,7 @@ using Poses = std::vector<TrafoT<double>>;
 using Points = std::vector<Vector>;
 
 constexpr double pi = std::numbers::pi;
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr std::array<Name, 4> allNames = {Name::MaxPhi, Name::MinPhi, Name::MaxTheta, Name::MinTheta};
+constexpr std::array<Name, 4> namesInOrder = {Name::MaxPhi, Name::MinPhi, Name::MaxTheta, Name::MinTheta};
 
 Poses const onlyIdentity = {TrafoT<double>::Identity()};
 
@@ -139,7 +141,7 @@ TEST(ToleranceThresholds, APoseOfNaNMakesAllBoundsNaN)
 {
     ToleranceThresholds thresholds({TrafoT<double>::Identity(), TrafoT<double>::Invalid()},
                                    {Vector(1, 0, 0), Vector(2, 0, 0)});
-    for (Name const name : allNames) {
+    for (Name const name : namesInOrder) {
         EXPECT_TRUE(std::isnan(thresholds.getThreshold(name, 1)));
     }
 }
@@ -181,7 +183,7 @@ TEST(ToleranceThresholds, BeyondTheLastBinTheLastBinIsUsed)
 TEST(ToleranceThresholds, BelowTheFirstBinTheFirstBinIsUsed)
 {
     ToleranceThresholds thresholds = ramp();
-    for (double const distance : {1.0, 0.99, 0.0, -1.0, -1e300, -infinity, nan}) {
+    for (double const distance : {1.0, 0.99, 0.0, -1.0, -1e300, -infinity, notANumber}) {
         EXPECT_EQ(thresholds.getThreshold(Name::MaxPhi, distance), std::atan2(std::sin(0.5), std::cos(0.5)))
             << distance;
     }
@@ -288,13 +290,13 @@ TEST(ToleranceThresholds, WithoutPointsTheTableIsEmpty)
 
 TEST(ToleranceThresholds, LastPointWithoutADistanceGivesAnEmptyTable)
 {
-    expectEmpty({onlyIdentity, {at(1, 0), at(2, 0), Vector(nan, 0, 0)}});
-    expectEmpty({onlyIdentity, {Vector(nan, 0, 0)}});
+    expectEmpty({onlyIdentity, {at(1, 0), at(2, 0), Vector(notANumber, 0, 0)}});
+    expectEmpty({onlyIdentity, {Vector(notANumber, 0, 0)}});
 }
 
 TEST(ToleranceThresholds, PointOutsideAllBinsIsIgnored)
 {
-    for (double const x : {nan, infinity, 1e300, 21474836.48}) {
+    for (double const x : {notANumber, infinity, 1e300, 21474836.48}) {
         ToleranceThresholds thresholds(onlyIdentity, {at(1, 0.5), Vector(x, 0, 0), at(2, 1.5)});
         EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 0), 0.5, 1e-14) << x;
         EXPECT_NEAR(thresholds.getThreshold(Name::MaxPhi, 1.5), 0.99, 1e-14) << x;

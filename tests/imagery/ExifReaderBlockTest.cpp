@@ -2,6 +2,7 @@
 /// How the reader interprets an EXIF block. Each block is put into a picture so that it is what the reader
 /// takes, to the byte.
 
+#include "tests/support/ExifTexts.h"
 #include "tests/support/JpegBytes.h"
 
 #include <roamscan/imagery/ExifReader.h>
@@ -25,7 +26,9 @@ using PanoramaImageData::ExifData;
 using support::ByteOrder;
 using support::bytes;
 using support::directoryBytes;
+using support::isDefault;
 using support::placeBehind;
+using support::textsOf;
 using support::tiffBlock;
 using support::tiffHeader;
 
@@ -40,20 +43,10 @@ constexpr std::uint16_t unknown = 1000;
 using Tags = std::vector<std::uint16_t>;
 Tags const textTags{270, 271, 272, 305, 306, 33432};
 
-ExifData read(std::string const& block)
+ExifData readBlock(std::string const& block)
 {
     std::istringstream stream(support::jpegWithBlock(block));
     return readExifMetaData(stream);
-}
-
-auto textsOf(ExifData const& data)
-{
-    return std::tuple(data.dateTime, data.manufacturer, data.model, data.valid);
-}
-
-bool isDefault(ExifData const& data)
-{
-    return textsOf(data) == textsOf(ExifData());
 }
 
 /// A block that ends with its only entry, with room before the directory for the value of the entry.
@@ -79,7 +72,7 @@ TEST(ExifReaderBlock, LittleEndianTextsAreRead)
                0x32, 0x01, 0x02, 0x00, 0x14, 0x00, 0x00, 0x00, 0x3E, 0x00, 0x00, 0x00,
                0x00, 0x00, 0x00, 0x00}) + "ACME\0X100-S\0"s + "2008:07:31 16:49:10\0"s;
     // clang-format on
-    EXPECT_EQ(textsOf(read(block)), std::tuple("2008:07:31 16:49:10\0"s, "ACME\0"s, "X100-S\0"s, true));
+    EXPECT_EQ(textsOf(readBlock(block)), std::tuple("2008:07:31 16:49:10\0"s, "ACME\0"s, "X100-S\0"s, true));
     EXPECT_EQ(block, support::cameraBlock(little));
 }
 
@@ -94,13 +87,13 @@ TEST(ExifReaderBlock, BigEndianTextsAreRead)
                0x01, 0x32, 0x00, 0x02, 0x00, 0x00, 0x00, 0x14, 0x00, 0x00, 0x00, 0x3E,
                0x00, 0x00, 0x00, 0x00}) + "ACME\0X100-S\0"s + "2008:07:31 16:49:10\0"s;
     // clang-format on
-    EXPECT_EQ(textsOf(read(block)), std::tuple("2008:07:31 16:49:10\0"s, "ACME\0"s, "X100-S\0"s, true));
+    EXPECT_EQ(textsOf(readBlock(block)), std::tuple("2008:07:31 16:49:10\0"s, "ACME\0"s, "X100-S\0"s, true));
     EXPECT_EQ(block, support::cameraBlock(big));
 }
 
 TEST(ExifReaderBlock, DateTimeOfANormalFileHasTwentyBytes)
 {
-    EXPECT_EQ(read(support::cameraBlock(big)).dateTime.size(), 20U);
+    EXPECT_EQ(readBlock(support::cameraBlock(big)).dateTime.size(), 20U);
 }
 
 TEST(ExifReaderBlock, AnUnknownByteOrderCountsAsBigEndian)
@@ -108,30 +101,30 @@ TEST(ExifReaderBlock, AnUnknownByteOrderCountsAsBigEndian)
     std::string const wanted = "ACME\0"s;
     std::string block = support::cameraBlock(big);
     for (char const* const mark : {"MM", "MI", "IM", "XX", "ii", "\x01\x02"}) {
-        EXPECT_EQ(read(block.replace(0, 2, mark, 2)).manufacturer, wanted) << mark;
+        EXPECT_EQ(readBlock(block.replace(0, 2, mark, 2)).manufacturer, wanted) << mark;
     }
-    EXPECT_TRUE(isDefault(read(block.replace(0, 2, "II"))));
+    EXPECT_TRUE(isDefault(readBlock(block.replace(0, 2, "II"))));
     block = support::cameraBlock(little);
     for (char const* const mark : {"MM", "IM", "MI", "XX"}) {
-        EXPECT_TRUE(isDefault(read(block.replace(0, 2, mark)))) << mark;
+        EXPECT_TRUE(isDefault(readBlock(block.replace(0, 2, mark)))) << mark;
     }
 }
 
 TEST(ExifReaderBlock, WrongMagicNumberIsNotATiffHeader)
 {
     std::string const block = support::cameraBlock(little);
-    EXPECT_TRUE(isDefault(read(support::withU16(block, 2, 43))));
-    EXPECT_TRUE(isDefault(read(support::withU16(block, 2, 0x2A00))));
-    EXPECT_TRUE(read(support::withU16(block, 2, 42)).valid);
+    EXPECT_TRUE(isDefault(readBlock(support::withU16(block, 2, 43))));
+    EXPECT_TRUE(isDefault(readBlock(support::withU16(block, 2, 0x2A00))));
+    EXPECT_TRUE(readBlock(support::withU16(block, 2, 42)).valid);
 }
 
 TEST(ExifReaderBlock, EightBytesAreEnoughForADirectory)
 {
     // The directory lies on the header: one entry, with tag 42.
     std::string const block = bytes({0x00, 0x01, 0x00, 0x2A, 0x00, 0x00, 0x00, 0x00});
-    EXPECT_EQ(textsOf(read(block)), std::tuple(""s, ""s, ""s, true));
+    EXPECT_EQ(textsOf(readBlock(block)), std::tuple(""s, ""s, ""s, true));
     for (std::size_t size = 1; size < block.size(); ++size) {
-        EXPECT_TRUE(isDefault(read(block.substr(0, size)))) << size;
+        EXPECT_TRUE(isDefault(readBlock(block.substr(0, size)))) << size;
     }
 }
 
@@ -139,7 +132,7 @@ TEST(ExifReaderBlock, ShortBlocksAreRefused)
 {
     std::string const block = tiffHeader(little);
     for (std::size_t size = 1; size <= block.size(); ++size) {
-        EXPECT_TRUE(isDefault(read(block.substr(0, size)))) << size;
+        EXPECT_TRUE(isDefault(readBlock(block.substr(0, size)))) << size;
     }
 }
 
@@ -147,47 +140,49 @@ TEST(ExifReaderBlock, DirectoryOutsideTheBlockIsRefused)
 {
     std::string const block = tiffBlock(little, {{unknown}});
     auto const size = static_cast<std::uint32_t>(block.size());
-    EXPECT_TRUE(read(block).valid);
+    EXPECT_TRUE(readBlock(block).valid);
     for (std::uint32_t const place : {size - 2, size - 1, size, 0x7FFFFFFFU, 0xFFFFFFFEU, 0xFFFFFFFFU}) {
-        EXPECT_TRUE(isDefault(read(support::withU32(block, 4, place)))) << place;
+        EXPECT_TRUE(isDefault(readBlock(support::withU32(block, 4, place)))) << place;
     }
 }
 
 TEST(ExifReaderBlock, ADirectoryWithoutEntriesIsNotValid)
 {
-    EXPECT_TRUE(isDefault(read(tiffBlock(little, {}))));
-    EXPECT_TRUE(isDefault(read(tiffHeader(little) + bytes({0, 0}))));
+    EXPECT_TRUE(isDefault(readBlock(tiffBlock(little, {}))));
+    EXPECT_TRUE(isDefault(readBlock(tiffHeader(little) + bytes({0, 0}))));
 }
 
 TEST(ExifReaderBlock, SingleEntryOfAnUnknownTagIsValid)
 {
-    EXPECT_EQ(textsOf(read(tiffBlock(little, {{unknown, 5, 8}}))), std::tuple(""s, ""s, ""s, true));
-    EXPECT_EQ(textsOf(read(tiffBlock(big, {{0xFFFF}, {0}, {unknown}}))), std::tuple(""s, ""s, ""s, true));
+    EXPECT_EQ(textsOf(readBlock(tiffBlock(little, {{unknown, 5, 8}}))), std::tuple(""s, ""s, ""s, true));
+    EXPECT_EQ(textsOf(readBlock(tiffBlock(big, {{0xFFFF}, {0}, {unknown}}))),
+              std::tuple(""s, ""s, ""s, true));
 }
 
 TEST(ExifReaderBlock, OfAnUnknownTagOnlyTheTagIsRead)
 {
-    EXPECT_TRUE(read(endingWith({unknown, 0xFFFFFFFFU, 0xFFFFFFFFU})).valid);
-    EXPECT_TRUE(read(endingWith({unknown}, 10)).valid);
-    EXPECT_TRUE(isDefault(read(endingWith({unknown}, 11))));
+    EXPECT_TRUE(readBlock(endingWith({unknown, 0xFFFFFFFFU, 0xFFFFFFFFU})).valid);
+    EXPECT_TRUE(readBlock(endingWith({unknown}, 10)).valid);
+    EXPECT_TRUE(isDefault(readBlock(endingWith({unknown}, 11))));
 }
 
 TEST(ExifReaderBlock, OfThePointerToMoreDataOnlyTheTagIsRead)
 {
-    EXPECT_TRUE(read(endingWith({34665, 1, 0xFFFFFFFFU}, 10)).valid);
-    EXPECT_TRUE(isDefault(read(endingWith({34665, 1, 0xFFFFFFFFU}, 11))));
+    EXPECT_TRUE(readBlock(endingWith({34665, 1, 0xFFFFFFFFU}, 10)).valid);
+    EXPECT_TRUE(isDefault(readBlock(endingWith({34665, 1, 0xFFFFFFFFU}, 11))));
     constexpr std::uint32_t behind = placeBehind(1);
     std::string const inner = directoryBytes(little, {{make, 5, behind + 14}}) + "ACME\0"s;
-    EXPECT_EQ(textsOf(read(tiffBlock(little, {{34665, 1, behind}}, inner))), std::tuple(""s, ""s, ""s, true));
+    EXPECT_EQ(textsOf(readBlock(tiffBlock(little, {{34665, 1, behind}}, inner))),
+              std::tuple(""s, ""s, ""s, true));
 }
 
 TEST(ExifReaderBlock, EntryCountBeyondTheBlockIsRefused)
 {
     std::string const block = tiffHeader(little) + directoryBytes(little, {{make, 5, 0}, {unknown}});
-    EXPECT_EQ(read(block).manufacturer.size(), 5U);
-    EXPECT_TRUE(isDefault(read(support::withU16(block, 8, 3))));
-    EXPECT_TRUE(isDefault(read(support::withU16(block, 8, 0xFFFF))));
-    EXPECT_EQ(read(support::withU16(block, 8, 1)).manufacturer.size(), 5U);
+    EXPECT_EQ(readBlock(block).manufacturer.size(), 5U);
+    EXPECT_TRUE(isDefault(readBlock(support::withU16(block, 8, 3))));
+    EXPECT_TRUE(isDefault(readBlock(support::withU16(block, 8, 0xFFFF))));
+    EXPECT_EQ(readBlock(support::withU16(block, 8, 1)).manufacturer.size(), 5U);
 }
 
 TEST(ExifReaderBlock, AsManyEntriesAsABlockCanHoldAreRead)
@@ -197,47 +192,48 @@ TEST(ExifReaderBlock, AsManyEntriesAsABlockCanHoldAreRead)
     entries.back() = {make, 65529, 0};
     std::string block = tiffHeader(little) + directoryBytes(little, entries);
     block.resize(65529, 'x');
-    EXPECT_EQ(read(block).manufacturer, block);
-    EXPECT_TRUE(isDefault(read(support::withU16(block, 8, most + 2))));
+    EXPECT_EQ(readBlock(block).manufacturer, block);
+    EXPECT_TRUE(isDefault(readBlock(support::withU16(block, 8, most + 2))));
 }
 
 TEST(ExifReaderBlock, TheTypeOfAnEntryIsNotRead)
 {
     for (std::uint16_t const type : Tags{0, 1, 3, 5, 99, 0xFFFF}) {
-        EXPECT_EQ(read(endingWith({make, 6, 60, type})).manufacturer, "xxxxxx") << type;
+        EXPECT_EQ(readBlock(endingWith({make, 6, 60, type})).manufacturer, "xxxxxx") << type;
     }
 }
 
 TEST(ExifReaderBlock, StringOfFiveBytesIsReadFromItsOffset)
 {
-    EXPECT_EQ(read(tiffBlock(big, {{make, 5, placeBehind(1)}}, "ACME\0"s)).manufacturer, "ACME\0"s);
+    EXPECT_EQ(readBlock(tiffBlock(big, {{make, 5, placeBehind(1)}}, "ACME\0"s)).manufacturer, "ACME\0"s);
 }
 
 TEST(ExifReaderBlock, StringOfFourBytesIsReadFromOffsetEight)
 {
     // "IBM" in the entry itself; at offset 8 are the count of entries and the first tag.
-    EXPECT_EQ(read(tiffBlock(big, {{make, 4, 0x49424D00}})).manufacturer, bytes({0x00, 0x01, 0x01, 0x0F}));
-    EXPECT_EQ(read(endingWith({make, 4, 0xFFFFFFFFU})).manufacturer, "xxxx");
-    EXPECT_EQ(read(endingWith({model, 3})).model, "xxx");
-    EXPECT_EQ(read(endingWith({dateTime, 1})).dateTime, "x");
+    EXPECT_EQ(readBlock(tiffBlock(big, {{make, 4, 0x49424D00}})).manufacturer,
+              bytes({0x00, 0x01, 0x01, 0x0F}));
+    EXPECT_EQ(readBlock(endingWith({make, 4, 0xFFFFFFFFU})).manufacturer, "xxxx");
+    EXPECT_EQ(readBlock(endingWith({model, 3})).model, "xxx");
+    EXPECT_EQ(readBlock(endingWith({dateTime, 1})).dateTime, "x");
 }
 
 TEST(ExifReaderBlock, StringOfNoBytesIsEmptyAndUsed)
 {
-    EXPECT_EQ(textsOf(read(endingWith({make, 0, 0xFFFFFFFFU}))), std::tuple(""s, ""s, ""s, true));
+    EXPECT_EQ(textsOf(readBlock(endingWith({make, 0, 0xFFFFFFFFU}))), std::tuple(""s, ""s, ""s, true));
 }
 
 TEST(ExifReaderBlock, ShortStringNeedsOnlyItsCountInsideTheBlock)
 {
-    EXPECT_EQ(read(endingWith({make, 4}, 4)).manufacturer, "xxxx");
-    EXPECT_TRUE(isDefault(read(endingWith({make, 4}, 5))));
+    EXPECT_EQ(readBlock(endingWith({make, 4}, 4)).manufacturer, "xxxx");
+    EXPECT_TRUE(isDefault(readBlock(endingWith({make, 4}, 5))));
 }
 
 TEST(ExifReaderBlock, LongStringNeedsAnOffsetInsideTheBlock)
 {
     for (std::uint16_t const tag : textTags) {
-        EXPECT_TRUE(read(endingWith({tag, 5, 8})).valid) << tag;
-        EXPECT_TRUE(isDefault(read(endingWith({tag, 5, 8}, 1)))) << tag;
+        EXPECT_TRUE(readBlock(endingWith({tag, 5, 8})).valid) << tag;
+        EXPECT_TRUE(isDefault(readBlock(endingWith({tag, 5, 8}, 1)))) << tag;
     }
 }
 
@@ -246,7 +242,7 @@ TEST(ExifReaderBlock, StringMayEndAtTheEndOfTheBlock)
     constexpr std::uint32_t size = placeBehind(1) + 6;
     for (std::uint16_t const tag : textTags) {
         auto const isSound = [tag](std::uint32_t count, std::uint32_t place) {
-            return read(tiffBlock(little, {{tag, count, place}}, "abcdef")).valid;
+            return readBlock(tiffBlock(little, {{tag, count, place}}, "abcdef")).valid;
         };
         EXPECT_TRUE(isSound(6, size - 6)) << tag;
         EXPECT_TRUE(isSound(size, 0)) << tag;
@@ -255,29 +251,29 @@ TEST(ExifReaderBlock, StringMayEndAtTheEndOfTheBlock)
         EXPECT_FALSE(isSound(size + 1, 0)) << tag;
         EXPECT_FALSE(isSound(5, size)) << tag;
     }
-    EXPECT_EQ(read(tiffBlock(little, {{model, 6, size - 6}}, "abcdef")).model, "abcdef");
+    EXPECT_EQ(readBlock(tiffBlock(little, {{model, 6, size - 6}}, "abcdef")).model, "abcdef");
 }
 
 TEST(ExifReaderBlock, OffsetsOfStringsDoNotOverflow)
 {
-    EXPECT_TRUE(isDefault(read(endingWith({make, 5, 0xFFFFFFFFU}))));
-    EXPECT_TRUE(isDefault(read(endingWith({make, 0x20, 0xFFFFFFF0U}))));
-    EXPECT_TRUE(isDefault(read(endingWith({make, 0xFFFFFFFFU, 0x20}))));
-    EXPECT_TRUE(isDefault(read(endingWith({make, 0xFFFFFFFFU, 0xFFFFFFFFU}))));
+    EXPECT_TRUE(isDefault(readBlock(endingWith({make, 5, 0xFFFFFFFFU}))));
+    EXPECT_TRUE(isDefault(readBlock(endingWith({make, 0x20, 0xFFFFFFF0U}))));
+    EXPECT_TRUE(isDefault(readBlock(endingWith({make, 0xFFFFFFFFU, 0x20}))));
+    EXPECT_TRUE(isDefault(readBlock(endingWith({make, 0xFFFFFFFFU, 0xFFFFFFFFU}))));
 }
 
 TEST(ExifReaderBlock, BytesOfAStringAreUnchanged)
 {
     std::string const text = "a\0b\xFF\n\0\0"s;
-    EXPECT_EQ(read(tiffBlock(little, {{make, 7, placeBehind(1)}}, text)).manufacturer, text);
-    EXPECT_EQ(read(tiffBlock(little, {{make, 7, placeBehind(1)}}, "no end!")).manufacturer, "no end!");
+    EXPECT_EQ(readBlock(tiffBlock(little, {{make, 7, placeBehind(1)}}, text)).manufacturer, text);
+    EXPECT_EQ(readBlock(tiffBlock(little, {{make, 7, placeBehind(1)}}, "no end!")).manufacturer, "no end!");
 }
 
 TEST(ExifReaderBlock, ShortValueMustLieInsideTheBlock)
 {
     for (std::uint16_t const tag : Tags{274, 296, 531}) {
-        EXPECT_TRUE(read(endingWith({tag, 1, 6}, 2)).valid) << tag;
-        EXPECT_TRUE(isDefault(read(endingWith({tag, 1, 6}, 3)))) << tag;
+        EXPECT_TRUE(readBlock(endingWith({tag, 1, 6}, 2)).valid) << tag;
+        EXPECT_TRUE(isDefault(readBlock(endingWith({tag, 1, 6}, 3)))) << tag;
     }
 }
 
@@ -292,7 +288,7 @@ TEST(ExifReaderBlock, RationalsMustLieInsideAndTheTagGivesTheirNumber)
     {
         std::string const values(size, '\1');
         auto const isSound = [&, tag = tag](std::uint32_t place, std::uint32_t count = 0) {
-            return read(tiffBlock(little, {{tag, count, place}}, values)).valid;
+            return readBlock(tiffBlock(little, {{tag, count, place}}, values)).valid;
         };
         EXPECT_TRUE(isSound(placeBehind(1))) << tag;
         EXPECT_TRUE(isSound(placeBehind(1), 1000)) << tag;
@@ -302,8 +298,8 @@ TEST(ExifReaderBlock, RationalsMustLieInsideAndTheTagGivesTheirNumber)
         for (std::uint32_t const wrapping : {0xFFFFFFFFU, 0xFFFFFFFCU, 0xFFFFFFF8U, 0xFFFFFFD0U}) {
             EXPECT_FALSE(isSound(wrapping)) << tag << ' ' << wrapping;
         }
-        EXPECT_TRUE(read(endingWith({tag, 0, 0})).valid) << tag;
-        EXPECT_TRUE(isDefault(read(endingWith({tag, 0, 0}, 1)))) << tag;
+        EXPECT_TRUE(readBlock(endingWith({tag, 0, 0})).valid) << tag;
+        EXPECT_TRUE(isDefault(readBlock(endingWith({tag, 0, 0}, 1)))) << tag;
     }
 }
 
@@ -317,24 +313,24 @@ TEST(ExifReaderBlock, FirstEntryOfATagIsUsed)
                                          {model, 6, placeBehind(6)},
                                          {dateTime, 5, placeBehind(6)}},
                                         "firstother");
-    EXPECT_EQ(textsOf(read(block)), std::tuple(""s, "first"s, "first"s, true));
+    EXPECT_EQ(textsOf(readBlock(block)), std::tuple(""s, "first"s, "first"s, true));
 }
 
 TEST(ExifReaderBlock, LaterEntryOfATagMustBeValid)
 {
     std::vector<support::TiffEntry> entries{{make, 5, 0}, {model, 5, 0}, {make, 5, 0}};
-    EXPECT_EQ(read(tiffBlock(little, entries)).manufacturer.size(), 5U);
+    EXPECT_EQ(readBlock(tiffBlock(little, entries)).manufacturer.size(), 5U);
     entries.back().value = 0xFFFFFFFFU;
-    EXPECT_TRUE(isDefault(read(tiffBlock(little, entries))));
+    EXPECT_TRUE(isDefault(readBlock(tiffBlock(little, entries))));
 }
 
 TEST(ExifReaderBlock, InvalidEntryDiscardsTheEntriesBefore)
 {
     for (std::uint16_t const tag : Tags{270, 282, 318, 532}) {
         std::vector<support::TiffEntry> const entries{{make, 5, 0}, {tag, 5, 0xFFFFFFFFU}};
-        EXPECT_TRUE(isDefault(read(tiffBlock(little, entries)))) << tag;
+        EXPECT_TRUE(isDefault(readBlock(tiffBlock(little, entries)))) << tag;
     }
-    EXPECT_TRUE(isDefault(read(endingWith({274}, 3))));
+    EXPECT_TRUE(isDefault(readBlock(endingWith({274}, 3))));
 }
 
 TEST(ExifReaderBlock, TheNextDirectoryIsNotFollowed)
@@ -342,7 +338,7 @@ TEST(ExifReaderBlock, TheNextDirectoryIsNotFollowed)
     constexpr std::uint32_t next = placeBehind(1);
     std::string block = tiffBlock(little, {{model, 5, 0}}, directoryBytes(little, {{make, 5, 0}}));
     block = support::withU32(block, next - 4, next);
-    EXPECT_EQ(textsOf(read(block)), std::tuple(""s, ""s, block.substr(0, 5), true));
-    EXPECT_TRUE(read(support::withU32(block, next - 4, 0xFFFFFFFFU)).valid);
-    EXPECT_TRUE(read(tiffHeader(little) + directoryBytes(little, {{model, 5, 0}})).valid);
+    EXPECT_EQ(textsOf(readBlock(block)), std::tuple(""s, ""s, block.substr(0, 5), true));
+    EXPECT_TRUE(readBlock(support::withU32(block, next - 4, 0xFFFFFFFFU)).valid);
+    EXPECT_TRUE(readBlock(tiffHeader(little) + directoryBytes(little, {{model, 5, 0}})).valid);
 }

@@ -1,6 +1,7 @@
 /// @file
 /// The reader against a naive one that follows the format step by step, on damaged pictures.
 
+#include "tests/support/ExifTexts.h"
 #include "tests/support/JpegBytes.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -29,12 +30,8 @@ using PanoramaImageData::ExifData;
 using support::ByteOrder;
 using support::bytes;
 using support::segment;
+using support::textsOf;
 using Random = std::mt19937_64;
-
-auto textsOf(ExifData const& data)
-{
-    return std::tuple(data.dateTime, data.manufacturer, data.model, data.valid);
-}
 
 struct Refused
 {};

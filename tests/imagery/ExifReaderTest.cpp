@@ -1,6 +1,7 @@
 /// @file
 /// How the reader finds the EXIF block of a picture.
 
+#include "tests/support/ExifTexts.h"
 #include "tests/support/JpegBytes.h"
 
 #include <roamscan/imagery/ExifReader.h>
@@ -30,17 +31,6 @@ ExifData read(std::string const& picture)
 {
     std::istringstream stream(picture);
     return readExifMetaData(stream);
-}
-
-bool isDefault(ExifData const& data)
-{
-    return data.dateTime.empty() && data.manufacturer.empty() && data.model.empty() && !data.valid;
-}
-
-bool isCamera(ExifData const& data)
-{
-    return data.dateTime == "2008:07:31 16:49:10\0"s && data.manufacturer == "ACME\0"s &&
-           data.model == "X100-S\0"s && data.valid;
 }
 
 /// The segment with a camera's block, and the beginning of the next segment.

@@ -26,6 +26,7 @@ using oV::Observer;
 using oV::Roamscan::getOption;
 using oV::Roamscan::setOption;
 using support::liveOptions;
+using support::optionCount;
 
 class OptionAccessTest : public support::LiveOptionsTest
 {};
@@ -64,7 +65,7 @@ using OptionTypes = testing::Types<bool, int, double, String>;
 TYPED_TEST_SUITE(OptionOfEachType, OptionTypes);
 
 /// Calls a function before and after its subject changes.
-class Watcher : public Observer
+class ChangingObserver : public Observer
 {
 public:
     std::function<void()> changed = [] {};
@@ -78,11 +79,6 @@ Attribute* attributeOf(wchar_t const* name)
 {
     auto const options = liveOptions();
     return options->getAttribute(options->getAttrToken(name));
-}
-
-unsigned int optionCount()
-{
-    return liveOptions()->getNumAttributes() - liveOptions()->getNumStaticAttributes();
 }
 
 } // namespace
@@ -207,7 +203,7 @@ TEST_F(OptionAccessTest, AStaticAttributeIsNoOption)
 TEST_F(OptionAccessTest, ObserversMayRefuseAValue)
 {
     setOption<int>(L"X", 1);
-    SmartPtr<Watcher> const watcher(new Watcher());
+    SmartPtr<ChangingObserver> const watcher(new ChangingObserver());
     watcher->toChange = [](Observer& subject) { subject.addNotifyInfo(new oV::InfoFailed()); };
     attributeOf(L"X")->addObserver(watcher.get(), Observer::Notice::ToChange);
     EXPECT_EQ(setOption<int>(L"X", 2), 1);
@@ -217,7 +213,7 @@ TEST_F(OptionAccessTest, ObserversMayRefuseAValue)
 TEST_F(OptionAccessTest, ObserversMayReadAndWriteOptionsDuringAChange)
 {
     setOption<int>(L"X", 1);
-    SmartPtr<Watcher> const watcher(new Watcher());
+    SmartPtr<ChangingObserver> const watcher(new ChangingObserver());
     int seen = 0;
     watcher->changed = [&seen] {
         seen = getOption<int>(L"X", 0);
@@ -232,7 +228,7 @@ TEST_F(OptionAccessTest, ObserversMayReadAndWriteOptionsDuringAChange)
 TEST_F(OptionAccessTest, AnObserverThatThrowsLeavesTheLockFree)
 {
     setOption<int>(L"X", 1);
-    SmartPtr<Watcher> const watcher(new Watcher());
+    SmartPtr<ChangingObserver> const watcher(new ChangingObserver());
     watcher->changed = [] { throw std::runtime_error("observer"); };
     attributeOf(L"X")->addObserver(watcher.get());
     EXPECT_THROW(setOption<int>(L"X", 2), std::runtime_error);
@@ -253,7 +249,7 @@ TEST_F(OptionAccessTest, WhatAContainerAnswersForANameCountsOnlyIfItIsAnAttribut
     };
     SmartPtr<Answering> const options(new Answering());
     EXPECT_EQ(oV::Roamscan::detail::findOption(*options, L"X"), nullptr);
-    options->answer = SmartPtr<Observer>(new Watcher());
+    options->answer = SmartPtr<Observer>(new ChangingObserver());
     EXPECT_EQ(oV::Roamscan::detail::findOption(*options, L"X"), nullptr);
     SmartPtr<Attribute> const attribute(new oV::CustAttr<int>(Bv_1_1::BaseNode::CreateType::Fresh, nullptr));
     options->answer = SmartPtr<Observer>(attribute.get());

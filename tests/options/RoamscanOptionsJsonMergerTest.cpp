@@ -21,6 +21,7 @@ using oV::Roamscan::getOption;
 using oV::Roamscan::RoamscanOptionsJsonMerger;
 using oV::Roamscan::setOption;
 using support::liveOptions;
+using support::optionCount;
 using JSON = nlohmann::json;
 
 class JsonMergerTest : public support::LiveOptionsTest
@@ -28,11 +29,6 @@ class JsonMergerTest : public support::LiveOptionsTest
 protected:
     RoamscanOptionsJsonMerger merger{L"P", JSON()};
 };
-
-unsigned int optionCount()
-{
-    return liveOptions()->getNumAttributes() - liveOptions()->getNumStaticAttributes();
-}
 
 /// The text of the failure with the given id, without the JSON library's own beginning; empty for none.
 template <typename Action>

@@ -62,7 +62,7 @@ TEST(ApplyPoses, RotatesRangefinderPointsAndLeavesTheOrigin)
     auto const& [key, record] = *data.rangefinderData.at("lid").begin();
     EXPECT_EQ(key, 100000000);
     EXPECT_EQ(record->getTimeStamp(), mapping::TimeStamp(1.0));
-    EXPECT_EQ(record->getOrigin(), (Vector{4, 5, 6}));
+    EXPECT_EQ(record->getOrigin(), (MappingVector{4, 5, 6}));
     auto const& point = record->getRanges().get().at(0);
     expectNear(point.position, 0, 1, 0);
     EXPECT_EQ(point.time, 0.25F);
@@ -91,7 +91,7 @@ TEST(ApplyPoses, ReplacesRecordsAndLeavesTheOldOnes)
     data.sensorPoses["imu"] = quarterTurn();
     data.applyPoses();
     EXPECT_NE(data.imuData["imu"].begin()->second, old);
-    EXPECT_EQ(old->getLinearAcceleration(), (Vector{1, 0, 0}));
+    EXPECT_EQ(old->getLinearAcceleration(), (MappingVector{1, 0, 0}));
 }
 
 TEST(ApplyPoses, TheSecondCallDoesNothing)
@@ -258,7 +258,7 @@ TEST(ApplyPoses, ManySensorsAreRotatedAtOnce)
             expectNear(record->getRanges().get().at(0).position, 0, 1, 0);
         }
     }
-    EXPECT_EQ(before.imuData.at("sensor 0").at(0)->getLinearAcceleration(), (Vector{1, 0, 0}));
+    EXPECT_EQ(before.imuData.at("sensor 0").at(0)->getLinearAcceleration(), (MappingVector{1, 0, 0}));
 }
 
 TEST(ApplyPoses, InertialRotationIsTheNearestToTheUnnormalisedQuaternionsMatrix)
@@ -282,8 +282,8 @@ TEST(ApplyPoses, InertialReadingsAreRotatedInDoublePrecision)
     data.sensorPoses["imu"] = {{1, 2, 3}, {0, 0, 0, 1}};
     data.applyPoses();
     auto const& record = *data.imuData["imu"].begin()->second;
-    EXPECT_EQ(record.getLinearAcceleration(), (Vector{0.1, 0.2, 0.3}));
-    EXPECT_EQ(record.getAngularVelocity(), (Vector{0.4, 0.5, 0.6}));
+    EXPECT_EQ(record.getLinearAcceleration(), (MappingVector{0.1, 0.2, 0.3}));
+    EXPECT_EQ(record.getAngularVelocity(), (MappingVector{0.4, 0.5, 0.6}));
 }
 
 TEST(ApplyPoses, TheSecondRangeSetIsRotatedLikeTheFirstAndPointsKeepTheirOrder)
@@ -295,7 +295,7 @@ TEST(ApplyPoses, TheSecondRangeSetIsRotatedLikeTheFirstAndPointsKeepTheirOrder)
     data.applyPoses();
     auto const& [key, record] = *data.secondRangefinderData["lid"].begin();
     EXPECT_EQ(key, 100000000);
-    EXPECT_EQ(record->getOrigin(), (Vector{4, 5, 6}));
+    EXPECT_EQ(record->getOrigin(), (MappingVector{4, 5, 6}));
     auto const& points = record->getRanges().get();
     ASSERT_EQ(points.size(), 3U);
     expectNear(points[0].position, 0, 1, 0);

@@ -28,7 +28,7 @@ TEST(SensorDataStream, SmallStoreReadsBackFromItsLiteralBytes)
     ASSERT_NE(data, nullptr);
     expectSame(*data, smallSensorStore());
     EXPECT_EQ(data->imuData.at("imu").begin()->first, 150000000);
-    EXPECT_EQ(data->rangefinderData.at("lid").begin()->second->getOrigin(), (Vector{0, 0, 0.5}));
+    EXPECT_EQ(data->rangefinderData.at("lid").begin()->second->getOrigin(), (MappingVector{0, 0, 0.5}));
 }
 
 TEST(SensorDataStream, EmptyAndZeroFieldsAreOmittedFromTheseBytes)
@@ -211,11 +211,11 @@ TEST(SensorDataStream, DoublesAreRoundedToFloat)
     ASSERT_NE(back, nullptr);
     auto const& imu = *back->imuData.at("imu").begin()->second;
     EXPECT_EQ(imu.getLinearAcceleration(),
-              (Vector{double{0.1F}, std::numeric_limits<double>::infinity(), -0.0}));
+              (MappingVector{double{0.1F}, std::numeric_limits<double>::infinity(), -0.0}));
     EXPECT_EQ(imu.getAngularVelocity().x, double{1.0F / 3.0F});
     EXPECT_EQ(imu.getMagneticField().x, double{0.7F});
     EXPECT_EQ(back->rangefinderData.at("lid").begin()->second->getOrigin(),
-              (Vector{double{0.1F}, double{0.2F}, double{0.3F}}));
+              (MappingVector{double{0.1F}, double{0.2F}, double{0.3F}}));
 }
 
 TEST(SensorDataStream, AuxiliariesAreNotStored)

@@ -19,21 +19,21 @@ TEST(ImuData, KeepsItsReadingsAndWhetherItHasAMagneticField)
 {
     mapping::ImuData const plain(mapping::TimeStamp(1.5), {1, 2, 3}, {4, 5, 6});
     EXPECT_EQ(plain.getTimeStamp(), mapping::TimeStamp(1.5));
-    EXPECT_EQ(plain.getLinearAcceleration(), (Vector{1, 2, 3}));
-    EXPECT_EQ(plain.getAngularVelocity(), (Vector{4, 5, 6}));
+    EXPECT_EQ(plain.getLinearAcceleration(), (MappingVector{1, 2, 3}));
+    EXPECT_EQ(plain.getAngularVelocity(), (MappingVector{4, 5, 6}));
     EXPECT_FALSE(plain.hasMagneticField());
     mapping::ImuData const magnetic(mapping::TimeStamp(1.5), {1, 2, 3}, {4, 5, 6}, {7, 8, 9});
     EXPECT_TRUE(magnetic.hasMagneticField());
-    EXPECT_EQ(magnetic.getMagneticField(), (Vector{7, 8, 9}));
-    EXPECT_EQ(magnetic.getLinearAcceleration(), (Vector{1, 2, 3}));
-    EXPECT_EQ(magnetic.getAngularVelocity(), (Vector{4, 5, 6}));
+    EXPECT_EQ(magnetic.getMagneticField(), (MappingVector{7, 8, 9}));
+    EXPECT_EQ(magnetic.getLinearAcceleration(), (MappingVector{1, 2, 3}));
+    EXPECT_EQ(magnetic.getAngularVelocity(), (MappingVector{4, 5, 6}));
 }
 
 TEST(RangefinderData, KeepsItsOriginAndPoints)
 {
     auto const record = rangeSample(1.5, {1, 2, 3}, {{{1, 2, 3}, 0.25F, {{7, 8, 9}}}});
     EXPECT_EQ(record->getTimeStamp(), mapping::TimeStamp(1.5));
-    EXPECT_EQ(record->getOrigin(), (Vector{1, 2, 3}));
+    EXPECT_EQ(record->getOrigin(), (MappingVector{1, 2, 3}));
     std::vector<mapping::TimedRangefinderPoint> const& points = record->getRanges();
     ASSERT_EQ(points.size(), 1U);
     EXPECT_EQ(points[0].position, (mapping::Vector3<float>{1, 2, 3}));
@@ -47,8 +47,8 @@ TEST(AbsolutePose2DData, KeepsItsPoseAndUncertainties)
     auto const record = absoluteSample(1.5);
     EXPECT_EQ(record->getTimeStamp(), mapping::TimeStamp(1.5));
     EXPECT_EQ(record->getPose(), (mapping::Rigid3<double>{{1, 2, 3}, {4, 5, 6, 7}}));
-    EXPECT_EQ(record->getTranslationUncertainty()[1], (Vector{4, 5, 6}));
-    EXPECT_EQ(record->getRotationUncertainty()[2], (Vector{17, 18, 19}));
+    EXPECT_EQ(record->getTranslationUncertainty()[1], (MappingVector{4, 5, 6}));
+    EXPECT_EQ(record->getRotationUncertainty()[2], (MappingVector{17, 18, 19}));
 }
 
 TEST(ScanningStatusData, KeepsItsFlagsApart)
@@ -186,7 +186,7 @@ TEST(SensorData, StoresThatShareRecordsMayBeUsedFromDifferentThreads)
     first.join();
     second.join();
     EXPECT_EQ(view->size(), 500U);
-    EXPECT_EQ(view->at(7).imuData.at("imu")->getLinearAcceleration(), (Vector{1, 0, 0}));
+    EXPECT_EQ(view->at(7).imuData.at("imu")->getLinearAcceleration(), (MappingVector{1, 0, 0}));
     EXPECT_NEAR(rotated.imuData.at("imu").at(7)->getLinearAcceleration().x, -1, 1e-6);
     EXPECT_EQ(moved.imuData.at("imu").begin()->first, 1000);
 }

@@ -39,22 +39,22 @@ TEST(ModifyTime, AConstantMovesEveryKindAndLeavesTheRestOfTheRecords)
     auto const& [imuKey, imu] = *data.imuData.at("imu").begin();
     EXPECT_EQ(imuKey, 200000000);
     EXPECT_EQ(imu->getTimeStamp(), mapping::TimeStamp(2.0));
-    EXPECT_EQ(imu->getLinearAcceleration(), (Vector{1, 2, 3}));
-    EXPECT_EQ(imu->getAngularVelocity(), (Vector{4, 5, 6}));
+    EXPECT_EQ(imu->getLinearAcceleration(), (MappingVector{1, 2, 3}));
+    EXPECT_EQ(imu->getAngularVelocity(), (MappingVector{4, 5, 6}));
     ASSERT_TRUE(imu->hasMagneticField());
-    EXPECT_EQ(imu->getMagneticField(), (Vector{7, 8, 9}));
+    EXPECT_EQ(imu->getMagneticField(), (MappingVector{7, 8, 9}));
 
     auto const& [rangeKey, range] = *data.rangefinderData.at("lid").begin();
     EXPECT_EQ(rangeKey, 200000000);
     EXPECT_EQ(range->getTimeStamp(), mapping::TimeStamp(2.0));
-    EXPECT_EQ(range->getOrigin(), (Vector{1, 2, 3}));
+    EXPECT_EQ(range->getOrigin(), (MappingVector{1, 2, 3}));
     EXPECT_EQ(range->getRanges().get(),
               (std::vector<mapping::TimedRangefinderPoint>{{{1, 2, 3}, 0.25F, {{1, 2, 3}}}}));
 
     auto const& [secondKey, second] = *data.secondRangefinderData.at("lid2").begin();
     EXPECT_EQ(secondKey, 200000000);
     EXPECT_EQ(second->getTimeStamp(), mapping::TimeStamp(2.0));
-    EXPECT_EQ(second->getOrigin(), (Vector{4, 5, 6}));
+    EXPECT_EQ(second->getOrigin(), (MappingVector{4, 5, 6}));
     EXPECT_EQ(second->getRanges().get(),
               (std::vector<mapping::TimedRangefinderPoint>{{{4, 5, 6}, 0.5F, {{4, 5, 6}}}}));
 

@@ -24,6 +24,9 @@ using oV::CustAttr;
 using oV::StringList;
 using CreateType = Bv_1_1::BaseNode::CreateType;
 
+/// A token that no attribute has.
+constexpr unsigned int unknown = 0xFFFFFFFF;
+
 /// A container on which init() was called.
 inline SmartPtr<AttrContainer> initialisedContainer()
 {

@@ -33,6 +33,12 @@ inline Bv_1_1::SmartPtr<oV::Roamscan::RoamscanOptionsCont> liveOptions()
     return oV::Roamscan::RoamscanOptions::getOpts();
 }
 
+/// The number of options, without the static attributes.
+inline unsigned int optionCount()
+{
+    return liveOptions()->getNumAttributes() - liveOptions()->getNumStaticAttributes();
+}
+
 /// Tests that begin with the two options of the library and no others.
 class LiveOptionsTest : public testing::Test
 {

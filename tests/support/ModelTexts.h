@@ -18,6 +18,8 @@
 namespace support
 {
 
+constexpr oV::ModelFormat::Format bare = oV::ModelFormat::Format::Bare;
+
 /// A text with an open scope on it.
 class OpenText
 {

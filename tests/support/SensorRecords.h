@@ -12,7 +12,7 @@
 namespace support
 {
 
-using Vector = mapping::Vector3<double>;
+using MappingVector = mapping::Vector3<double>;
 
 inline double secondsOf(int64 ticks)
 {
@@ -20,20 +20,20 @@ inline double secondsOf(int64 ticks)
 }
 
 inline std::shared_ptr<mapping::ImuData const>
-imuSample(double seconds, Vector acceleration, Vector velocity = {})
+imuSample(double seconds, MappingVector acceleration, MappingVector velocity = {})
 {
     return std::make_shared<mapping::ImuData const>(mapping::TimeStamp(seconds), acceleration, velocity);
 }
 
 inline std::shared_ptr<mapping::ImuData const>
-imuSampleWithField(double seconds, Vector acceleration, Vector velocity, Vector field)
+imuSampleWithField(double seconds, MappingVector acceleration, MappingVector velocity, MappingVector field)
 {
     return std::make_shared<mapping::ImuData const>(
         mapping::TimeStamp(seconds), acceleration, velocity, field);
 }
 
 inline std::shared_ptr<mapping::RangefinderData const>
-rangeSample(double seconds, Vector origin, std::vector<mapping::TimedRangefinderPoint> points)
+rangeSample(double seconds, MappingVector origin, std::vector<mapping::TimedRangefinderPoint> points)
 {
     return std::make_shared<mapping::RangefinderData const>(
         mapping::TimeStamp(seconds), origin, mapping::TimedPointCloud(std::move(points)));
@@ -44,8 +44,9 @@ inline std::shared_ptr<mapping::AbsolutePose2DData const> absoluteSample(double 
     return std::make_shared<mapping::AbsolutePose2DData const>(
         mapping::TimeStamp(seconds),
         mapping::Rigid3<double>{{1, 2, 3}, {4, 5, 6, 7}},
-        std::array<Vector, 3>{Vector{1, 2, 3}, Vector{4, 5, 6}, Vector{7, 8, 9}},
-        std::array<Vector, 3>{Vector{11, 12, 13}, Vector{14, 15, 16}, Vector{17, 18, 19}});
+        std::array<MappingVector, 3>{MappingVector{1, 2, 3}, MappingVector{4, 5, 6}, MappingVector{7, 8, 9}},
+        std::array<MappingVector, 3>{
+            MappingVector{11, 12, 13}, MappingVector{14, 15, 16}, MappingVector{17, 18, 19}});
 }
 
 inline std::shared_ptr<mapping::ScanningStatusData const>

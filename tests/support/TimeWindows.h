@@ -3,6 +3,7 @@
 #include <roamscan/geometry/AnchorSections.h>
 #include <roamscan/geometry/TimeWindow.h>
 
+#include <limits>
 #include <ostream>
 #include <vector>
 
@@ -36,5 +37,13 @@ inline std::vector<oV::Roamscan::TimeWindow> windowsOf(oV::Roamscan::AnchorSecti
 {
     return {sections.begin(), sections.end()};
 }
+
+} // namespace support
+
+namespace support
+{
+
+constexpr int64 unset = oV::Roamscan::TimeWindow::unsetTime;
+constexpr int64 lowest = std::numeric_limits<int64>::min();
 
 } // namespace support

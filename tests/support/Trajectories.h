@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/PoseAt.h"
 #include "tests/support/RandomPoses.h"
 
 #include <roamscan/trajectory/InterpolatedTrajectoryPathBuilder.h>
@@ -15,11 +16,6 @@ using oV::Roamscan::InterpolatedTrajectoryPathBuilder;
 using oV::Roamscan::TimeStamp;
 using oV::Roamscan::TrafoT;
 using oV::Roamscan::Trajectory;
-
-inline TrafoT<double> at(double x, bool valid = true)
-{
-    return {Eigen::Vector3d(x, 0, 0), Eigen::Quaterniond::Identity(), valid};
-}
 
 /// Poses at 1 s, 2 s and, after a gap, 12 s.
 inline Trajectory withGap()

@@ -1,3 +1,4 @@
+#include "tests/support/SpecialNumbers.h"
 #include "tests/support/Vectors.h"
 
 #include <roamscan/time/TrafoT.h>
@@ -12,12 +13,11 @@ namespace
 {
 
 using oV::Roamscan::TrafoT;
+using support::notANumber;
 using support::quarterTurn;
 
 using Vector = Eigen::Vector3d;
 using Quaternion = Eigen::Quaterniond; // constructor order: w, x, y, z
-
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 } // namespace
 

@@ -18,13 +18,13 @@ namespace
 using oV::Roamscan::TrafoT;
 
 template <typename T>
-using Vector = Eigen::Matrix<T, 3, 1>;
+using VectorOf = Eigen::Matrix<T, 3, 1>;
 
 template <typename T>
 class TrafoTExtremeTranslations : public testing::Test
 {
 protected:
-    static TrafoT<T> at(T x, T y = 0, T z = 0) { return TrafoT<T>::Translation(Vector<T>(x, y, z)); }
+    static TrafoT<T> at(T x, T y = 0, T z = 0) { return TrafoT<T>::Translation(VectorOf<T>(x, y, z)); }
 };
 
 using Scalars = testing::Types<float, double>;
@@ -32,7 +32,7 @@ TYPED_TEST_SUITE(TrafoTExtremeTranslations, Scalars);
 
 // The comparison of translations by its defining formula, with the squares as they are in `T`.
 template <typename T>
-bool passesByTheFormula(Vector<T> const& a, Vector<T> const& b, double precision)
+bool passesByTheFormula(VectorOf<T> const& a, VectorOf<T> const& b, double precision)
 {
     auto const narrowed = static_cast<T>(precision);
     return !((a - b).squaredNorm() > narrowed * narrowed * std::min(a.squaredNorm(), b.squaredNorm()));
@@ -49,11 +49,11 @@ public:
     double precision() { return std::abs(static_cast<double>(number())); }
 
     /// Coefficients of one magnitude or of three, some of them zero.
-    Vector<T> translation()
+    VectorOf<T> translation()
     {
-        Vector<T> result(number(), number(), number());
+        VectorOf<T> result(number(), number(), number());
         if (choice_(generator_) < 4) {
-            result = Vector<T>(result.x(), result.x() * significand_(generator_), -result.x());
+            result = VectorOf<T>(result.x(), result.x() * significand_(generator_), -result.x());
         }
         for (T& coefficient : result) {
             coefficient = choice_(generator_) == 0 ? T(0) : coefficient;
@@ -62,7 +62,7 @@ public:
     }
 
     /// Another translation, or one whose distance is about `precision` times the length.
-    Vector<T> near(Vector<T> const& translation, double precision)
+    VectorOf<T> near(VectorOf<T> const& translation, double precision)
     {
         switch (choice_(generator_)) {
         case 0:
@@ -161,12 +161,12 @@ TYPED_TEST(TrafoTExtremeTranslations, OtherwiseTheFormulaDecides)
     constexpr int count = 200'000;
     for (int i = 0; i < count; ++i) {
         double precision = random.precision();
-        Vector<T> a = random.translation();
+        VectorOf<T> a = random.translation();
         if (i % 2 == 0) { // precisions for which near values lie at the limit
             precision = std::ldexp(precision,
                                    -std::ilogb(precision) - static_cast<int>(random.below(Limits::digits)));
         }
-        Vector<T> b = random.near(a, precision);
+        VectorOf<T> b = random.near(a, precision);
         if (i % 4 == 0) {
             precision = precisions[random.below(precisions.size())];
             a[static_cast<Eigen::Index>(random.below(3))] = specials[random.below(specials.size())];
@@ -198,13 +198,13 @@ TYPED_TEST(TrafoTExtremeTranslations, OverTheWholeRangeTheAnswerIsThatOfAWiderTy
     constexpr int count = 200'000;
     for (int i = 0; i < count; ++i) {
         double const precision = randomPrecisions.precision();
-        Vector<T> const a = random.translation();
-        Vector<T> const b = random.near(a, precision);
+        VectorOf<T> const a = random.translation();
+        VectorOf<T> const b = random.near(a, precision);
         if (!a.allFinite() || !b.allFinite()) {
             continue;
         }
-        Vector<Wide> const wideA = a.template cast<Wide>();
-        Vector<Wide> const wideB = b.template cast<Wide>();
+        VectorOf<Wide> const wideA = a.template cast<Wide>();
+        VectorOf<Wide> const wideB = b.template cast<Wide>();
         Wide const distance = (wideA - wideB).norm();
         Wide const limit = static_cast<Wide>(precision) * std::min(wideA.norm(), wideB.norm());
         if (std::abs(distance - limit) <= limit * 100 * Limits::epsilon()) {

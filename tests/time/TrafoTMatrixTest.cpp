@@ -1,4 +1,5 @@
 #include "tests/support/RandomPoses.h"
+#include "tests/support/SpecialNumbers.h"
 #include "tests/support/Vectors.h"
 
 #include <roamscan/time/TrafoT.h>
@@ -17,9 +18,6 @@ using namespace support;
 
 using Vector = Eigen::Vector3d;
 using Quaternion = Eigen::Quaterniond; // constructor order: w, x, y, z
-
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 Bv_1_1::Mat4d<double> columnMajor(Eigen::Matrix3d const& block, Vector const& translation)
 {

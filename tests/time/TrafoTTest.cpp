@@ -1,5 +1,6 @@
 #include "tests/support/Bits.h"
 #include "tests/support/RandomPoses.h"
+#include "tests/support/SpecialNumbers.h"
 #include "tests/support/Vectors.h"
 
 #include <roamscan/time/TrafoT.h>
@@ -23,6 +24,8 @@ namespace
 
 using oV::Roamscan::TrafoT;
 using support::expectNear;
+using support::infinity;
+using support::notANumber;
 using support::quarterTurn;
 using support::RandomPoses;
 using support::sameBits;
@@ -30,9 +33,6 @@ using support::sameBits;
 using Vector = Eigen::Vector3d;
 using Quaternion = Eigen::Quaterniond; // constructor order: w, x, y, z
 using Values = std::array<double, 7>;
-
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 // v + w c + u x c with c = 2 (u x v), summed from the left.
 template <typename T>

@@ -1,6 +1,8 @@
 #include "tests/support/Bits.h"
 #include "tests/support/MapPoseFunction.h"
+#include "tests/support/PoseAt.h"
 #include "tests/support/RandomPoses.h"
+#include "tests/support/SpecialNumbers.h"
 
 #include <roamscan/trajectory/InterpolatedTrajectoryPathBuilder.h>
 #include <roamscan/trajectory/Trajectory.h>
@@ -24,14 +26,9 @@ using oV::Roamscan::InterpolatedTrajectoryPathBuilder;
 using oV::Roamscan::TimeStamp;
 using oV::Roamscan::TrafoT;
 using oV::Roamscan::Trajectory;
+using support::at;
+using support::notANumber;
 using support::sameBits;
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-
-TrafoT<double> at(double x, bool valid = true)
-{
-    return {Eigen::Vector3d(x, 0, 0), Eigen::Quaterniond::Identity(), valid};
-}
 
 double xAt(Trajectory const& trajectory, double time)
 {
@@ -288,7 +285,7 @@ TEST(InterpolatedTrajectoryPathBuilder, ZeroAndMinusZeroAreOneTimeWithTheSignOfT
 TEST(InterpolatedTrajectoryPathBuilder, PoseAtNaNIsDroppedAndCannotBeHeld)
 {
     InterpolatedTrajectoryPathBuilder builder;
-    builder.addPose(TimeStamp(1.0), at(1)).addPose(TimeStamp(nan), at(2));
+    builder.addPose(TimeStamp(1.0), at(1)).addPose(TimeStamp(notANumber), at(2));
     expectNoPoseToHold(builder);
     builder.addPose(Duration(1.0), at(3)); // NaN plus 1 is NaN
     expectNoPoseToHold(builder);

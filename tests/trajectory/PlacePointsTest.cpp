@@ -1,3 +1,4 @@
+#include "tests/support/SpecialNumbers.h"
 #include "tests/support/Trajectories.h"
 
 #include <roamscan/trajectory/SampleMany.h>
@@ -25,13 +26,12 @@ using oV::Roamscan::TimeStamp;
 using oV::Roamscan::TrafoT;
 using oV::Roamscan::Trajectory;
 using support::at;
+using support::infinity;
+using support::notANumber;
 using support::RandomPoses;
 using support::randomTrajectory;
 using support::sampledAlone;
 using support::withGap;
-
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 struct Placed
 {

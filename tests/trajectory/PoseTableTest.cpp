@@ -3,7 +3,9 @@
 
 #include "tests/support/Bits.h"
 #include "tests/support/MapPoseFunction.h"
+#include "tests/support/PoseAt.h"
 #include "tests/support/RandomPoses.h"
+#include "tests/support/SpecialNumbers.h"
 
 #include <roamscan/trajectory/InterpolatedTrajectoryPathBuilder.h>
 #include <roamscan/trajectory/Trajectory.h>
@@ -25,17 +27,12 @@ using oV::Roamscan::InterpolatedTrajectoryPathBuilder;
 using oV::Roamscan::TimeStamp;
 using oV::Roamscan::TrafoT;
 using oV::Roamscan::Trajectory;
+using support::at;
+using support::infinity;
 using support::MapPoseFunction;
+using support::notANumber;
 using support::RandomPoses;
 using support::sameBits;
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
-
-TrafoT<double> at(double x, bool valid = true)
-{
-    return {Eigen::Vector3d(x, 0, 0), Eigen::Quaterniond::Identity(), valid};
-}
 
 Trajectory fromOneToTwo()
 {
@@ -114,13 +111,13 @@ TEST(PoseTable, BeforeTheFirstKeyThereIsNoTolerance)
 
 TEST(PoseTable, NaNCountsAsBeforeTheFirstKey)
 {
-    EXPECT_EQ(failureAt(fromOneToTwo(), nan), "Time point before the trajectory begin");
+    EXPECT_EQ(failureAt(fromOneToTwo(), notANumber), "Time point before the trajectory begin");
 }
 
 TEST(PoseTable, WithoutPosesEveryTimeThrows)
 {
     Trajectory const trajectory = InterpolatedTrajectoryPathBuilder().build();
-    for (double const time : {0.0, 1.0, -1.0, nan}) {
+    for (double const time : {0.0, 1.0, -1.0, notANumber}) {
         EXPECT_EQ(failureAt(trajectory, time), "Cannot query transformation from an empty trajectory");
     }
 }
@@ -225,7 +222,7 @@ void expectToAnswerAsTheMap(std::vector<double> const& times, RandomPoses& rando
     EXPECT_EQ(trajectory.getStartTime(), map.poses.begin()->first);
     EXPECT_EQ(trajectory.getStopTime(), map.poses.rbegin()->first);
 
-    std::vector<double> queries{nan, infinity, -infinity, 0.0};
+    std::vector<double> queries{notANumber, infinity, -infinity, 0.0};
     for (double const time : times) {
         for (double const query : {time, std::nextafter(time, -infinity), std::nextafter(time, infinity)}) {
             queries.push_back(query);

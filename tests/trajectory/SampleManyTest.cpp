@@ -1,4 +1,5 @@
 #include "tests/support/Bits.h"
+#include "tests/support/SpecialNumbers.h"
 #include "tests/support/Trajectories.h"
 
 #include <roamscan/trajectory/SampleMany.h>
@@ -22,14 +23,13 @@ using oV::Roamscan::TimeStamp;
 using oV::Roamscan::TrafoT;
 using oV::Roamscan::Trajectory;
 using support::at;
+using support::infinity;
+using support::notANumber;
 using support::RandomPoses;
 using support::randomTrajectory;
 using support::sameBits;
 using support::sampledAlone;
 using support::withGap;
-
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 void expectPosesOfSample(Trajectory const& trajectory, std::vector<double> const& times)
 {

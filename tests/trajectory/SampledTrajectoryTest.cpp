@@ -1,4 +1,6 @@
 #include "tests/support/Bits.h"
+#include "tests/support/PoseAt.h"
+#include "tests/support/SpecialNumbers.h"
 
 #include <roamscan/trajectory/InterpolatedTrajectoryPathBuilder.h>
 #include <roamscan/trajectory/SampledTrajectoryIterator.h>
@@ -25,13 +27,8 @@ using oV::Roamscan::TimeStamp;
 using oV::Roamscan::TrafoT;
 using oV::Roamscan::Trajectory;
 using oV::Roamscan::TrajectoryNode;
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-
-TrafoT<double> at(double x)
-{
-    return TrafoT<double>::Translation(Eigen::Vector3d(x, 0, 0));
-}
+using support::at;
+using support::notANumber;
 
 // The pose function returns its argument as the translation, and counts its calls.
 Trajectory clock(double start, double stop, int* calls = nullptr)
@@ -209,8 +206,8 @@ TEST(SampledTrajectory, ATimeThatIsNaNKeepsTheNode)
 {
     int calls = 0;
     Trajectory const trajectory = clock(0.0, 10.0, &calls);
-    expectInitial(*SampledTrajectoryIterator(&trajectory, TimeStamp(nan), 0, Duration(1)));
-    expectInitial(*SampledTrajectoryIterator(&trajectory, TimeStamp(0), 1, Duration(nan)));
+    expectInitial(*SampledTrajectoryIterator(&trajectory, TimeStamp(notANumber), 0, Duration(1)));
+    expectInitial(*SampledTrajectoryIterator(&trajectory, TimeStamp(0), 1, Duration(notANumber)));
     EXPECT_EQ(calls, 0);
 }
 

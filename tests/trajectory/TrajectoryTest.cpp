@@ -1,4 +1,6 @@
 #include "tests/support/Bits.h"
+#include "tests/support/PoseAt.h"
+#include "tests/support/SpecialNumbers.h"
 
 #include <roamscan/frame/bvbase/String.h>
 #include <roamscan/frame/failures/InternalErrorException.h>
@@ -20,14 +22,9 @@ using oV::Roamscan::Duration;
 using oV::Roamscan::TimeStamp;
 using oV::Roamscan::TrafoT;
 using oV::Roamscan::Trajectory;
+using support::at;
+using support::notANumber;
 using support::sameBits;
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-
-TrafoT<double> at(double x)
-{
-    return TrafoT<double>::Translation(Eigen::Vector3d(x, 0, 0));
-}
 
 // The pose function returns its argument as the translation.
 Trajectory clock(double start, double stop)
@@ -108,21 +105,21 @@ TEST(Trajectory, ContainsConvertsIntegerTimeByMultiplication)
 
 TEST(Trajectory, DoesNotContainNaN)
 {
-    EXPECT_FALSE(clock(1.0, 2.0).contains(nan));
-    EXPECT_FALSE(clock(1.0, 2.0).contains(TimeStamp(nan)));
-    EXPECT_FALSE(clock(nan, nan).contains(nan));
+    EXPECT_FALSE(clock(1.0, 2.0).contains(notANumber));
+    EXPECT_FALSE(clock(1.0, 2.0).contains(TimeStamp(notANumber)));
+    EXPECT_FALSE(clock(notANumber, notANumber).contains(notANumber));
 }
 
 TEST(Trajectory, WithANaNStopNoTimeIsGreaterThanTheStop)
 {
-    EXPECT_TRUE(clock(1.0, nan).contains(5.0));
-    EXPECT_FALSE(clock(1.0, nan).contains(0.5));
-    EXPECT_FALSE(clock(1.0, nan).contains(nan));
+    EXPECT_TRUE(clock(1.0, notANumber).contains(5.0));
+    EXPECT_FALSE(clock(1.0, notANumber).contains(0.5));
+    EXPECT_FALSE(clock(1.0, notANumber).contains(notANumber));
 }
 
 TEST(Trajectory, WithANaNStartNothingIsContained)
 {
-    EXPECT_FALSE(clock(nan, 2.0).contains(1.0));
+    EXPECT_FALSE(clock(notANumber, 2.0).contains(1.0));
 }
 
 TEST(Trajectory, IsEmptyWhenItsEndsDoNotDiffer)
@@ -134,9 +131,9 @@ TEST(Trajectory, IsEmptyWhenItsEndsDoNotDiffer)
 
 TEST(Trajectory, IsEmptyWhenAnEndIsNaN)
 {
-    EXPECT_TRUE(clock(nan, 1.0).empty());
-    EXPECT_TRUE(clock(1.0, nan).empty());
-    EXPECT_TRUE(clock(nan, nan).empty());
+    EXPECT_TRUE(clock(notANumber, 1.0).empty());
+    EXPECT_TRUE(clock(1.0, notANumber).empty());
+    EXPECT_TRUE(clock(notANumber, notANumber).empty());
 }
 
 TEST(Trajectory, SampleCallsTheFunctionForAnyTime)
@@ -166,7 +163,7 @@ TEST(Trajectory, SampleOrGivesTheFallbackOutside)
     Trajectory const trajectory = clock(1.0, 2.0);
     TrafoT<double> const fallback(Eigen::Vector3d(-0.0, 2, 3), Eigen::Quaterniond(4, 5, 6, 7), false);
     EXPECT_TRUE(sameBits(trajectory.sample_or(TimeStamp(0.5), fallback), fallback));
-    EXPECT_TRUE(sameBits(trajectory.sample_or(TimeStamp(nan), fallback), fallback));
+    EXPECT_TRUE(sameBits(trajectory.sample_or(TimeStamp(notANumber), fallback), fallback));
     EXPECT_TRUE(sameBits(trajectory.sample_or(TimeStamp(1.0), fallback), at(1.0)));
 }
 

@@ -1,3 +1,5 @@
+#include "tests/support/SpecialNumbers.h"
+
 #include <roamscan/frame/failures/InternalErrorException.h>
 #include <roamscan/frame/scene/Line.h>
 #include <roamscan/frame/scene/Sphere.h>
@@ -23,9 +25,8 @@ using oV::Transform;
 using oV::Roamscan::Device;
 using oV::Roamscan::TrafoT;
 using oV::Roamscan::TrajectoryData;
+using support::notANumber;
 using Points = std::vector<Bv_1_1::Vec3d<double>>;
-
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 TrafoT<double> at(double x, double y, double z)
 {
@@ -76,8 +77,8 @@ std::string messageOf(TrajectoryData const& store, Device from, Device to)
     return {};
 }
 
-constexpr char const* noFrom = "Cannot build trajectory without from device position.";
-constexpr char const* noTo = "Cannot build trajectory without to device position.";
+constexpr char const* missingFrom = "Cannot build trajectory without from device position.";
+constexpr char const* missingTo = "Cannot build trajectory without to device position.";
 
 } // namespace
 
@@ -224,9 +225,9 @@ TEST(TrajectoryDataLine, ThePoseIsAppliedInFullSoARotationOfNaNCounts)
 TEST(TrajectoryDataLine, AMissingFromDeviceIsReportedFirst)
 {
     TrajectoryData store = storeOf({{1.0, at(1, 2, 3)}});
-    EXPECT_EQ(messageOf(store, Device::Device2, Device::Device3), noFrom);
-    EXPECT_EQ(messageOf(store, Device::Device2, Device::Device0), noFrom);
-    EXPECT_EQ(messageOf(store, Device::Device0, Device::Device2), noTo);
+    EXPECT_EQ(messageOf(store, Device::Device2, Device::Device3), missingFrom);
+    EXPECT_EQ(messageOf(store, Device::Device2, Device::Device0), missingFrom);
+    EXPECT_EQ(messageOf(store, Device::Device0, Device::Device2), missingTo);
 }
 
 TEST(TrajectoryDataLine, TheFormWithOneDeviceReportsItAsTheFromDevice)
@@ -236,7 +237,7 @@ TEST(TrajectoryDataLine, TheFormWithOneDeviceReportsItAsTheFromDevice)
         auto const scene = store.lineFromTrajectory(false, L"walk", Device::Device2);
         FAIL();
     } catch (oV::InternalErrorException const& failure) {
-        EXPECT_STREQ(failure.getDesc().stringAnsi(), noFrom);
+        EXPECT_STREQ(failure.getDesc().stringAnsi(), missingFrom);
         EXPECT_STREQ(failure.getFunction().stringAnsi(),
                      "oV::Roamscan::TrajectoryData::buildTrajectoryFromTrajectoryNodes");
         EXPECT_STREQ(failure.getFile().stringAnsi(), "TrajectoryData");

@@ -1,4 +1,5 @@
 #include "tests/support/Bits.h"
+#include "tests/support/PoseAt.h"
 #include "tests/support/RandomPoses.h"
 
 #include <roamscan/frame/bvbase/String.h>
@@ -20,13 +21,9 @@ using oV::Roamscan::TrafoT;
 using oV::Roamscan::Trajectory;
 using oV::Roamscan::TrajectoryData;
 using oV::Roamscan::TrajectoryNode;
+using support::at;
 using support::RandomPoses;
 using support::sameBits;
-
-TrafoT<double> at(double x)
-{
-    return TrafoT<double>::Translation(Eigen::Vector3d(x, 0, 0));
-}
 
 TrajectoryData smallStore()
 {

@@ -11,6 +11,10 @@
 namespace oV::Roamscan::tool
 {
 
+constexpr std::size_t lasHeaderSize = 375;      ///< In bytes; from version 1.4.
+constexpr std::size_t lasRecordHeaderSize = 54; ///< In bytes; of a variable-length record.
+constexpr std::size_t lasDescriptorSize = 192;  ///< In bytes; of an extra number.
+
 /// The number stored at `bytes` in little-endian order.
 template <typename Number>
 [[nodiscard]] Number loadLittleEndian(char const* bytes)

@@ -17,11 +17,8 @@ namespace
 {
 
 constexpr std::size_t shortHeader = 227;
-constexpr std::size_t longHeader = 375; // from version 1.4
-constexpr std::size_t recordHeader = 54;
-constexpr std::size_t descriptorSize = 192;
 constexpr std::uint16_t extraBytesRecord = 4;
-constexpr std::size_t mostExtraFields = 1000;
+constexpr std::size_t mostExtraNumbers = 1000;
 
 using Bytes = std::vector<char>;
 
@@ -38,7 +35,7 @@ public:
                 "is of an unknown version; LAS 1.0 to 1.4 are known");
         auto const headerSize = loadLittleEndian<std::uint16_t>(&bytes[94]);
         auto const dataOffset = loadLittleEndian<std::uint32_t>(&bytes[96]);
-        require(headerSize >= (minor >= 4 ? longHeader : shortHeader) && dataOffset >= headerSize &&
+        require(headerSize >= (minor >= 4 ? lasHeaderSize : shortHeader) && dataOffset >= headerSize &&
                     dataOffset <= input_.size,
                 "the header is damaged: the points begin at byte " + std::to_string(dataOffset) + " of " +
                     std::to_string(input_.size));
@@ -106,12 +103,12 @@ private:
     /// The variable length records between the header and the points.
     void takeRecords(std::uint64_t from, std::uint64_t end, std::uint32_t count)
     {
-        for (std::uint32_t i = 0; i < count && from + recordHeader <= end; ++i) {
-            Bytes const head = take(from, recordHeader, "records");
+        for (std::uint32_t i = 0; i < count && from + lasRecordHeaderSize <= end; ++i) {
+            Bytes const head = take(from, lasRecordHeaderSize, "records");
             std::string_view const user(&head[2], 16);
             auto const record = loadLittleEndian<std::uint16_t>(&head[18]);
             auto const size = loadLittleEndian<std::uint16_t>(&head[20]);
-            from += recordHeader;
+            from += lasRecordHeaderSize;
             if (user.substr(0, user.find('\0')) == "LASF_Spec" && record == extraBytesRecord &&
                 from + size <= end) {
                 takeDescriptors(take(from, size, "records"));
@@ -122,7 +119,7 @@ private:
 
     void takeDescriptors(Bytes const& bytes)
     {
-        for (std::size_t at = 0; at + descriptorSize <= bytes.size(); at += descriptorSize) {
+        for (std::size_t at = 0; at + lasDescriptorSize <= bytes.size(); at += lasDescriptorSize) {
             takeDescriptor(&bytes[at]);
         }
     }
@@ -178,8 +175,8 @@ private:
                 field.name = name + '_' + std::to_string(i);
             }
             end_ = field.byte + sizeOf(field.type);
-            require(header_.extra.size() < mostExtraFields,
-                    "its points have more than " + std::to_string(mostExtraFields) + " extra numbers");
+            require(header_.extra.size() < mostExtraNumbers,
+                    "its points have more than " + std::to_string(mostExtraNumbers) + " extra numbers");
             header_.extra.push_back(field);
         }
     }

@@ -19,11 +19,8 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-constexpr std::size_t headerSize = 375;
-constexpr std::size_t recordHeaderSize = 54;
-constexpr std::size_t descriptorSize = 192;
 constexpr std::size_t longestName = 32;
-constexpr std::size_t mostExtraFields = 65535 / descriptorSize;
+constexpr std::size_t mostExtraFields = 65535 / lasDescriptorSize;
 
 bool isColour(std::string_view name)
 {
@@ -231,9 +228,9 @@ void LasWriter::writeHeader()
 
 std::vector<char> LasWriter::header() const
 {
-    std::vector<char> bytes(headerSize);
+    std::vector<char> bytes(lasHeaderSize);
     auto const put = [&bytes](std::size_t at, auto number) { storeLittleEndian(&bytes[at], number); };
-    std::size_t const dataOffset = headerSize + extraBytesRecord().size();
+    std::size_t const dataOffset = lasHeaderSize + extraBytesRecord().size();
     constexpr double secondsOfWeek = 604'800.0;
     bool const isWeekTime = earliest_ >= 0.0 && latest_ < secondsOfWeek;
     std::uint16_t const wellKnownText = format_ >= 6 ? 16 : 0;
@@ -244,7 +241,7 @@ std::vector<char> LasWriter::header() const
     put(25, std::uint8_t{4});
     putText(bytes, 26, "roamscan");
     putText(bytes, 58, "roamscan place");
-    put(94, static_cast<std::uint16_t>(headerSize));
+    put(94, static_cast<std::uint16_t>(lasHeaderSize));
     put(96, static_cast<std::uint32_t>(dataOffset));
     put(100, static_cast<std::uint32_t>(extra_.empty() ? 0 : 1));
     put(104, static_cast<std::uint8_t>(format_));
@@ -275,13 +272,13 @@ std::vector<char> LasWriter::extraBytesRecord() const
     if (extra_.empty()) {
         return {};
     }
-    std::vector<char> bytes(recordHeaderSize + extra_.size() * descriptorSize);
+    std::vector<char> bytes(lasRecordHeaderSize + extra_.size() * lasDescriptorSize);
     putText(bytes, 2, "LASF_Spec");
     storeLittleEndian(&bytes[18], std::uint16_t{4});
-    storeLittleEndian(&bytes[20], static_cast<std::uint16_t>(extra_.size() * descriptorSize));
+    storeLittleEndian(&bytes[20], static_cast<std::uint16_t>(extra_.size() * lasDescriptorSize));
     putText(bytes, 22, "Extra bytes");
     for (std::size_t i = 0; i < extra_.size(); ++i) {
-        std::size_t const at = recordHeaderSize + i * descriptorSize;
+        std::size_t const at = lasRecordHeaderSize + i * lasDescriptorSize;
         storeLittleEndian(&bytes[at + 2], extraType(extra_[i].type));
         putText(bytes, at + 4, extra_[i].field.name);
     }

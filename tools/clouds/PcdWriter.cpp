@@ -31,7 +31,7 @@ std::string entry(char const* name, PointLayout const& layout, ValueOf const& va
     return line + '\n';
 }
 
-std::string header(HeaderText const& text)
+std::string pcdHeader(HeaderText const& text)
 {
     std::string header = "# .PCD v0.7 - Point Cloud Data file format\n# points in metres, times in seconds " +
                          text.padding(2) + '\n';
@@ -54,7 +54,7 @@ PcdWriter::PcdWriter(std::ostream& stream,
                      std::filesystem::path name,
                      PointLayout const& layout,
                      std::vector<std::string> comments)
-    : RecordWriter(stream, std::move(name), layout, layout, std::move(comments), header)
+    : RecordWriter(stream, std::move(name), layout, layout, std::move(comments), pcdHeader)
 {}
 
 } // namespace oV::Roamscan::tool

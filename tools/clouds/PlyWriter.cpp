@@ -21,7 +21,7 @@ PointLayout typesOfPly(PointLayout const& layout)
     return written;
 }
 
-std::string header(HeaderText const& text)
+std::string plyHeader(HeaderText const& text)
 {
     std::string header = "ply\nformat binary_little_endian 1.0\n";
     for (std::string const& comment : text.comments) {
@@ -41,7 +41,7 @@ PlyWriter::PlyWriter(std::ostream& stream,
                      std::filesystem::path name,
                      PointLayout const& layout,
                      std::vector<std::string> comments)
-    : RecordWriter(stream, std::move(name), layout, typesOfPly(layout), std::move(comments), header)
+    : RecordWriter(stream, std::move(name), layout, typesOfPly(layout), std::move(comments), plyHeader)
 {}
 
 } // namespace oV::Roamscan::tool

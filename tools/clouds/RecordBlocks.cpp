@@ -13,7 +13,7 @@ namespace
 {
 
 // Small enough that a block stays in the cache of a core until it is written.
-constexpr std::size_t bytesAtOnce = 1U << 17;
+constexpr std::size_t recordBytesAtOnce = 1U << 17;
 
 } // namespace
 
@@ -32,7 +32,8 @@ RecordBlocks::RecordBlocks(CloudInput input, std::uint64_t recordCount, std::siz
 bool RecordBlocks::read(RawBlock& raw)
 {
     raw.first = next_;
-    raw.count = static_cast<std::size_t>(std::min<std::uint64_t>(bytesAtOnce / size_ + 1, count_ - next_));
+    raw.count =
+        static_cast<std::size_t>(std::min<std::uint64_t>(recordBytesAtOnce / size_ + 1, count_ - next_));
     raw.bytes.resize(raw.count * size_);
     if (raw.count == 0) {
         return false;

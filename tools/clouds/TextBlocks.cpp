@@ -14,7 +14,7 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-constexpr std::size_t bytesAtOnce = 1U << 19;
+constexpr std::size_t textAtOnce = 1U << 19;
 
 } // namespace
 
@@ -45,8 +45,8 @@ bool TextBlocks::read(RawBlock& raw)
     raw.bytes = std::exchange(partOfLine_, {});
     if (left_ > 0 && input_.stream->good()) {
         std::size_t const kept = raw.bytes.size();
-        raw.bytes.resize(kept + bytesAtOnce);
-        input_.stream->read(raw.bytes.data() + kept, bytesAtOnce);
+        raw.bytes.resize(kept + textAtOnce);
+        input_.stream->read(raw.bytes.data() + kept, textAtOnce);
         raw.bytes.resize(kept + static_cast<std::size_t>(input_.stream->gcount()));
     }
     if (input_.stream->bad()) {

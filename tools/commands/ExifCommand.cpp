@@ -30,7 +30,7 @@ std::string withoutTrailing(std::string_view characters, std::string_view text)
     return std::string(text.substr(0, text.find_last_not_of(characters) + 1));
 }
 
-Json describe(std::filesystem::path const& path)
+Json describePicture(std::filesystem::path const& path)
 {
     InputFile file = openInput(path);
     PanoramaImageData::ExifData const data = readExifMetaData(file.stream);
@@ -103,7 +103,7 @@ void addExif(CLI::App& app, Console& console)
     CLI::App* const command =
         app.add_subcommand("exif", "Show when and with which camera pictures were taken");
     command->footer("Example:\n  roamscan exif panorama.jpg detail.jpg --json\n");
-    addFileReport(*command, "Pictures in JPEG files", describe, printTable, console);
+    addFileReport(*command, "Pictures in JPEG files", describePicture, printTable, console);
 }
 
 } // namespace oV::Roamscan::tool

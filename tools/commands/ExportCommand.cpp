@@ -22,7 +22,7 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-struct Options
+struct ExportArguments
 {
     PoseFormat format = PoseFormat::Tum;
     DevicePath path;
@@ -37,7 +37,7 @@ void writeTimes(std::vector<TrajectoryNode> const& nodes, std::ostream& stream)
     }
 }
 
-void run(Options const& options, Console& console)
+void run(ExportArguments const& options, Console& console)
 {
     if (options.format != PoseFormat::Kitti && !options.times.empty()) {
         throw fileError(options.times, "--times goes with --format kitti only; leave it out");
@@ -73,7 +73,7 @@ void run(Options const& options, Console& console)
 
 void addExport(CLI::App& app, Console& console)
 {
-    auto const options = std::make_shared<Options>();
+    auto const options = std::make_shared<ExportArguments>();
     CLI::App* const command = app.add_subcommand("export", "Write the poses of a trajectory as a text");
     addPoseFormat(*command, options->format, "tum, euroc, kitti or csv")->required();
     addDevices(*command, options->path);

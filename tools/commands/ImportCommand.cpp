@@ -28,7 +28,7 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-struct Options
+struct ImportArguments
 {
     PoseFormat format = PoseFormat::Tum;
     std::filesystem::path times;     ///< The times of KITTI poses; empty for other formats.
@@ -37,7 +37,7 @@ struct Options
     std::filesystem::path output;
 };
 
-void checkTimesOption(Options const& options)
+void checkTimesOption(ImportArguments const& options)
 {
     bool const isKitti = options.format == PoseFormat::Kitti;
     if (isKitti && options.times.empty()) {
@@ -65,7 +65,7 @@ FileKind kindOfFormat(PoseFormat format)
 }
 
 /// The poses, and the lines that have their times.
-TextPoses readInput(Options const& options)
+TextPoses readInput(ImportArguments const& options)
 {
     InputFile poses = openInputOrPipe(options.input);
     if (options.format != PoseFormat::Kitti) {
@@ -78,7 +78,7 @@ TextPoses readInput(Options const& options)
     return read;
 }
 
-TextPoses readInputOfKind(Options const& options)
+TextPoses readInputOfKind(ImportArguments const& options)
 {
     try {
         return readInput(options);
@@ -111,7 +111,7 @@ void reportTimes(TimeOrder const& order,
 }
 
 /// The tracked body becomes Device0, at the identity unless it is mounted elsewhere.
-void run(Options const& options, Console& console)
+void run(ImportArguments const& options, Console& console)
 {
     checkTimesOption(options);
     requireDistinctFiles({options.input, options.times, options.output});
@@ -137,7 +137,7 @@ void run(Options const& options, Console& console)
 
 void addImport(CLI::App& app, Console& console)
 {
-    auto const options = std::make_shared<Options>();
+    auto const options = std::make_shared<ImportArguments>();
     CLI::App* const command = app.add_subcommand("import", "Convert poses in a text file to a trajectory");
     addPoseFormat(*command, options->format, "tum, euroc, kitti or csv")->required();
     command->add_option("--times", options->times, "KITTI: a file with the time of each pose in seconds");

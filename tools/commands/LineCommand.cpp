@@ -24,7 +24,7 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-struct Options
+struct LineArguments
 {
     std::filesystem::path trajectory;
     Device from = Device::Device1;
@@ -43,7 +43,7 @@ SceneWriter writerFor(std::filesystem::path const& output)
         return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 'a' - 'A') : c;
     });
     if (ending == ".gltf") {
-        return [](PathScene const& scene, std::ostream& stream) { writeGltf(scene, GltfForm::Json, stream); };
+        return [](PathScene const& scene, std::ostream& stream) { writeGltf(scene, GltfForm::Text, stream); };
     }
     if (ending == ".glb") {
         return
@@ -55,7 +55,7 @@ SceneWriter writerFor(std::filesystem::path const& output)
     throw fileError(output, "the format is unknown; name a file that ends in .gltf, .glb or .obj");
 }
 
-PathScene drawPath(Options const& options)
+PathScene drawPath(LineArguments const& options)
 {
     auto const data = readTrajectoryFile(options.trajectory).data;
     requirePosition(*data, options.from, options.trajectory);
@@ -79,7 +79,7 @@ void report(PathScene const& scene, std::filesystem::path const& output, std::os
     }
 }
 
-void run(Options const& options, std::ostream& out)
+void run(LineArguments const& options, std::ostream& out)
 {
     SceneWriter const write = writerFor(options.output);
     requireDistinctFiles({options.trajectory, options.output});
@@ -97,7 +97,7 @@ void run(Options const& options, std::ostream& out)
 
 void addLine(CLI::App& app, Console& console)
 {
-    auto const options = std::make_shared<Options>();
+    auto const options = std::make_shared<LineArguments>();
     CLI::App* const command =
         app.add_subcommand("line", "Draw the path of a device as a scene for viewers: glTF 2.0 or OBJ");
     command->add_option("--trajectory", options->trajectory, "The trajectory of the walk")->required();

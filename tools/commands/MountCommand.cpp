@@ -25,7 +25,7 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-struct Options
+struct MountArguments
 {
     std::filesystem::path file;
     std::filesystem::path sensors; ///< May be empty.
@@ -34,7 +34,7 @@ struct Options
     bool json = false;
 };
 
-void change(TrajectoryData& data, Options const& options)
+void change(TrajectoryData& data, MountArguments const& options)
 {
     for (int const device : options.remove) {
         requirePosition(data, static_cast<Device>(device), options.file);
@@ -72,14 +72,14 @@ std::vector<std::string> rangefindersOf(SensorData const& sensors)
     return names;
 }
 
-Json describe(TrajectoryData const& data, Options const& options)
+Json describeMounts(TrajectoryData const& data, MountArguments const& options)
 {
     std::shared_ptr<SensorData> const sensors =
         options.sensors.empty() ? nullptr : readSensorFile(options.sensors).data;
     Json json{{"file", options.file.string()}, {"devices", Json::array()}};
     for (Mount const& mount : mountsOf(data)) {
         Json entry{{"device", static_cast<int>(mount.device)}};
-        entry.update(tool::describe(mount.position));
+        entry.update(describe(mount.position));
         entry["text"] = mountText(mount);
         json["devices"].push_back(entry);
     }
@@ -94,7 +94,7 @@ Json describe(TrajectoryData const& data, Options const& options)
     return json;
 }
 
-void printText(Json const& json, std::ostream& out)
+void printMounts(Json const& json, std::ostream& out)
 {
     Json const& devices = json.at("devices");
     out << oneLine(json.at("file").get<std::string>()) << ": "
@@ -115,7 +115,7 @@ void printText(Json const& json, std::ostream& out)
     }
 }
 
-void run(Options const& options, std::ostream& out)
+void run(MountArguments const& options, std::ostream& out)
 {
     bool const changes = !options.set.empty() || !options.remove.empty();
     if (changes && isStandardStream(options.file)) {
@@ -123,18 +123,18 @@ void run(Options const& options, std::ostream& out)
     }
     TrajectoryFile file = readTrajectoryFile(options.file);
     change(*file.data, options);
-    Json const description = describe(*file.data, options);
+    Json const description = describeMounts(*file.data, options);
     if (changes) {
         rewrite(file, options.file);
     }
-    (options.json ? printJson : printText)(description, out);
+    (options.json ? printJson : printMounts)(description, out);
 }
 
 } // namespace
 
 void addMount(CLI::App& app, Console& console)
 {
-    auto const options = std::make_shared<Options>();
+    auto const options = std::make_shared<MountArguments>();
     CLI::App* const command =
         app.add_subcommand("mount", "Show, set and remove the positions of the devices on the instrument");
     command->add_option("FILE", options->file, "The trajectory")->required();

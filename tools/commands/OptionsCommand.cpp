@@ -30,7 +30,7 @@ namespace
 
 using Bv_1_1::String;
 
-struct Options
+struct OptionsArguments
 {
     std::filesystem::path file;
     bool json = false;
@@ -85,7 +85,7 @@ Json valueOf(Attribute& option)
     return narrow(text);
 }
 
-Json describe(Attribute& option)
+Json describeOption(Attribute& option)
 {
     return {{"name", narrow(option.getName())},
             {"type", typeName(narrow(option.getClassType()->name()))},
@@ -93,7 +93,7 @@ Json describe(Attribute& option)
 }
 
 /// The options that the lists name, in their order; those of unknown types have no value.
-Json describe(OptionsFile const& file)
+Json describeOptions(OptionsFile const& file)
 {
     Json list = Json::array();
     RoamscanOptionsCont const& options = *file.options;
@@ -105,7 +105,7 @@ Json describe(OptionsFile const& file)
         if (option != nullptr && option->getName() == names[i] &&
             types[i].compare(option->getClassType()->name()) == 0)
         {
-            list.push_back(describe(*option));
+            list.push_back(describeOption(*option));
             ++token;
         } else {
             list.push_back({{"name", narrow(names[i])}, {"type", typeName(narrow(types[i]))}});
@@ -231,25 +231,25 @@ Json setOption(OptionsFile& file, std::string const& assignment, std::filesystem
         if (char const* const needed = setValue(*option, value)) {
             throw ToolError("option " + shownName(name) + " needs " + needed + ", not " + excerpt(value));
         }
-        return describe(*option);
+        return describeOption(*option);
     }
     throw noOption(path, assignment.substr(0, first));
 }
 
-void run(Options const& options, std::ostream& out)
+void run(OptionsArguments const& options, std::ostream& out)
 {
     OptionsFile file = readOptionsFile(options.file);
     Json changed = Json::array();
     for (std::string const& assignment : options.set) {
         changed.push_back(setOption(file, assignment, options.file));
     }
-    Json shown = options.set.empty() ? describe(file) : changed;
+    Json shown = options.set.empty() ? describeOptions(file) : changed;
     if (options.get) {
         Attribute* const option = findOption(file, String::fromNarrow(options.get->c_str()));
         if (option == nullptr) {
             throw noOption(options.file, *options.get);
         }
-        shown = describe(*option);
+        shown = describeOption(*option);
     }
     if (!options.set.empty()) {
         writeOptionsFile(options.file, file);
@@ -267,7 +267,7 @@ void run(Options const& options, std::ostream& out)
 
 void addOptions(CLI::App& app, Console& console)
 {
-    auto const options = std::make_shared<Options>();
+    auto const options = std::make_shared<OptionsArguments>();
     CLI::App* const command = app.add_subcommand("options", "Show and edit the saved options of plug-ins");
     command->add_option("FILE", options->file, "The saved options container, in the keyed or the bare form")
         ->required();

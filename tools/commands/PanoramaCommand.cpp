@@ -30,7 +30,7 @@ namespace
 
 constexpr std::uint64_t columnsOfATile = 1000;
 
-struct Options
+struct PanoramaArguments
 {
     std::filesystem::path input;
     std::filesystem::path output;
@@ -52,7 +52,7 @@ void requireApart(std::filesystem::path const& file, std::filesystem::path const
     }
 }
 
-void split(Options const& options, std::ostream& out)
+void split(PanoramaArguments const& options, std::ostream& out)
 {
     requireApart(options.input, options.output);
     OutputTiles tiles(options.output);
@@ -112,7 +112,7 @@ void checkWidth(cv::Mat const& picture,
     }
 }
 
-void join(Options const& options, Console& console)
+void join(PanoramaArguments const& options, Console& console)
 {
     requirePictureFormat(options.output);
     requireApart(options.output, options.input);
@@ -134,7 +134,7 @@ void join(Options const& options, Console& console)
 void addPanorama(CLI::App& app, Console& console)
 {
     constexpr char const* place = "The name of the tiles: pano.png for PNG tiles in the folder pano";
-    auto const options = std::make_shared<Options>();
+    auto const options = std::make_shared<PanoramaArguments>();
     CLI::App* const command = app.add_subcommand("panorama", "Split a wide picture into tiles, or join them");
     command->require_subcommand(1);
     command->footer("Example:\n  roamscan panorama join walk/panorama.png panorama.jpg\n");

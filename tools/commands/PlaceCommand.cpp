@@ -93,7 +93,7 @@ PlaceReport prepare(PlaceOptions const& options,
     return report;
 }
 
-CloudDescription describe(PlaceCoordinates const& coordinates, TimeOfPoints const& time)
+CloudDescription describeCloud(PlaceCoordinates const& coordinates, TimeOfPoints const& time)
 {
     CloudDescription description;
     if (coordinates.floatOrigin) {
@@ -175,7 +175,7 @@ void run(PlaceOptions const& options, Console& console)
         cloud.emplace(options.cloud,
                       *options.formatOfCloud(),
                       placer.placedLayout(),
-                      describe(report.coordinates, time));
+                      describeCloud(report.coordinates, time));
         uses.writer = cloud->writer.get();
     }
     std::optional<OutputFile> picture;

@@ -33,7 +33,7 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-struct Options
+struct SampleArguments
 {
     DevicePath path;
     std::filesystem::path at; ///< A file of times; empty if `rate` is given.
@@ -144,7 +144,7 @@ std::string whatWasLeftOut(SampleCounts const& counts, Trajectory const& traject
     return reasons.empty() ? "" : listed(reasons);
 }
 
-void run(Options const& options, Console& console)
+void run(SampleArguments const& options, Console& console)
 {
     requireOneStandardInput(options.path.trajectory, options.at, "the trajectory and the times");
     DevicePoses const poses = readDevicePoses(options.path);
@@ -178,7 +178,7 @@ void run(Options const& options, Console& console)
 
 void addSample(CLI::App& app, Console& console)
 {
-    auto const options = std::make_shared<Options>();
+    auto const options = std::make_shared<SampleArguments>();
     CLI::App* const command = app.add_subcommand("sample", "Print the poses of a trajectory at any times");
     command->add_option("--trajectory", options->path.trajectory, "The trajectory; - for the standard input")
         ->required();

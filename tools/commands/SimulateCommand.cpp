@@ -44,7 +44,7 @@ namespace
 constexpr double nodeStep = 0.01; // seconds
 constexpr int mostPanoramaColumns = 8000;
 
-struct Options
+struct SimulateArguments
 {
     std::filesystem::path folder; ///< The output folder, created if needed.
     double seconds = 60.0;        ///< The duration of a walk through rooms.
@@ -75,7 +75,7 @@ std::vector<double> evenTimes(Motion const& motion)
     return times;
 }
 
-Scenario walkThroughRooms(Options const& options)
+Scenario walkThroughRooms(SimulateArguments const& options)
 {
     double const phase = RandomNumbers(options.seed).between(0.0, 2.0 * std::numbers::pi, 0, 0);
     auto motion = std::make_unique<WalkMotion>(roundWalk(), options.seconds, phase);
@@ -83,7 +83,7 @@ Scenario walkThroughRooms(Options const& options)
     return {std::move(motion), std::move(times), roomPlan(), Eigen::Matrix3d::Identity()};
 }
 
-Scenario walkAlong(Options const& options)
+Scenario walkAlong(SimulateArguments const& options)
 {
     auto const recording = readTrajectoryFile(options.along).data;
     auto motion = std::make_unique<RecordedMotion>(recording->nodes, options.along);
@@ -181,7 +181,7 @@ private:
     std::filesystem::path metadata_;
 };
 
-void run(Options const& options, std::ostream& out)
+void run(SimulateArguments const& options, std::ostream& out)
 {
     Scenario const scenario = options.along.empty() ? walkThroughRooms(options) : walkAlong(options);
 
@@ -241,7 +241,7 @@ void run(Options const& options, std::ostream& out)
 
 void addSimulate(CLI::App& app, Console& console)
 {
-    auto const options = std::make_shared<Options>();
+    auto const options = std::make_shared<SimulateArguments>();
     CLI::App* const command = app.add_subcommand(
         "simulate", "Simulate a walk with a scanner: its trajectory, sensors, true surfaces and a panorama");
     command->add_option("OUT_DIR", options->folder, "The folder to write to")->required();

@@ -24,14 +24,14 @@ namespace
 
 using TimeConversion::convertToSeconds;
 
-struct Options
+struct StillArguments
 {
     std::filesystem::path trajectory;
     StillSettings settings;
     bool json = false;
 };
 
-Json describe(StillStretches const& found, Options const& options)
+Json describeStretches(StillStretches const& found, StillArguments const& options)
 {
     Json json{{"file", options.trajectory.string()},
               {"speed", options.settings.speed},
@@ -89,21 +89,21 @@ void printText(Json const& found, std::ostream& out)
     }
 }
 
-void run(Options const& options, std::ostream& out)
+void run(StillArguments const& options, std::ostream& out)
 {
     auto const data = readTrajectoryFile(options.trajectory).data;
     StillStretches const found = findStillStretches(data->nodes, options.settings);
     if (found.poses == 0) {
         throw fileError(options.trajectory, "there is no usable pose with a time in it");
     }
-    (options.json ? printJson : printText)(describe(found, options), out);
+    (options.json ? printJson : printText)(describeStretches(found, options), out);
 }
 
 } // namespace
 
 void addStill(CLI::App& app, Console& console)
 {
-    auto const options = std::make_shared<Options>();
+    auto const options = std::make_shared<StillArguments>();
     StillSettings& settings = options->settings;
     CLI::App* const command = app.add_subcommand("still", "Find when the device stood still");
     command->add_option("--trajectory", options->trajectory, "The trajectory of the recording")->required();

@@ -10,7 +10,7 @@ namespace oV::Roamscan::tool
 /// The two forms of a glTF 2.0 file. Both have their numbers inside.
 enum class GltfForm
 {
-    Json,  ///< .gltf: text, with the numbers in base64.
+    Text,  ///< .gltf: JSON, with the numbers in base64.
     Binary ///< .glb: smaller and faster to read.
 };
 

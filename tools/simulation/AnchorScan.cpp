@@ -13,7 +13,7 @@ namespace oV::Roamscan::tool
 namespace
 {
 
-constexpr double span = 0.1; // seconds, of the metadata around the picture
+constexpr double metadataSpan = 0.1; // seconds, of the metadata around the picture
 
 AnchorScanMetadata::PanoramaPicture pictureOf(std::string const& name, double time)
 {
@@ -47,8 +47,9 @@ anchorScan(Motion const& motion, Eigen::Matrix3d const& planFromBuilding, std::s
     scan.metadata.id = 1;
     scan.metadata.horizontalVelocity = 0.0;
     scan.metadata.horizontalAngle = scan.camera.heading;
-    scan.metadata.startTime = TimeConversion::convertToIntegerTime(std::max(start, time - span / 2.0));
-    scan.metadata.endTime = TimeConversion::convertToIntegerTime(std::min(stop, time + span / 2.0));
+    scan.metadata.startTime =
+        TimeConversion::convertToIntegerTime(std::max(start, time - metadataSpan / 2.0));
+    scan.metadata.endTime = TimeConversion::convertToIntegerTime(std::min(stop, time + metadataSpan / 2.0));
     scan.metadata.panoramaPictures.push_back(pictureOf(pictureName, time));
     return scan;
 }

@@ -2,6 +2,7 @@
 #include <roamscan/frame/attributes/CachedAttributeInfo.h>
 #include <roamscan/frame/attributes/CustAttr.h>
 #include <roamscan/frame/attributes/NewValueInfo.h>
+#include <roamscan/frame/attributes/detail/AnyToken.h>
 #include <roamscan/frame/attributes/detail/ValueNames.h>
 #include <roamscan/frame/attributes/detail/ValueText.h>
 #include <roamscan/frame/bvbase/detail/CreatingClass.h>
@@ -9,6 +10,7 @@
 #include <roamscan/frame/formats/ModelFormat.h>
 #include <roamscan/frame/formats/ReadFromScope.h>
 #include <roamscan/frame/formats/WriteToScope.h>
+#include <roamscan/frame/formats/detail/EndOfBlock.h>
 #include <roamscan/frame/observers/InfoFailed.h>
 #include <roamscan/frame/observers/KeepAlive.h>
 #include <roamscan/frame/observers/ThreadLocalStorage.h>
@@ -22,8 +24,6 @@ namespace oV
 namespace
 {
 
-constexpr unsigned int anyToken = 0xFFFFFFFF;
-
 template <typename T>
 T initialValue()
 {
@@ -34,12 +34,6 @@ template <>
 Bv_1_1::String initialValue()
 {
     return Bv_1_1::String::EMPTY;
-}
-
-bool isEndOfBlock(Bv_1_1::String const& keyword)
-{
-    constexpr auto end = static_cast<char16_t>(ModelFormat::END_OF_BLOCK);
-    return keyword.text() == std::u16string_view(&end, 1);
 }
 
 // The record of the pending value of an attribute, or null.
@@ -99,7 +93,7 @@ int Attr<T>::readFrom(std::istream* stream, ReadContextBase* context)
     int kept = StatusCode::ok;
     bool valueSeen = false;
     Bv_1_1::String keyword = in.getKeyword();
-    while (!keyword.isNil() && !isEndOfBlock(keyword)) {
+    while (!keyword.isNil() && !detail::isEndOfBlock(keyword)) {
         if (keyTable().keyToToken(keyword) == valueToken) {
             readValueFrom(stream, context);
             valueSeen = true;
@@ -116,7 +110,7 @@ int Attr<T>::readFrom(std::istream* stream, ReadContextBase* context)
     if (!valueSeen) {
         value_->value = initialValue<T>();
     }
-    if (isEndOfBlock(keyword)) {
+    if (detail::isEndOfBlock(keyword)) {
         in.setPropagateKeyword(keyword);
     }
     return kept;
@@ -162,7 +156,7 @@ Attribute* Attr<T>::duplicateAttr(CreateType type, bool plain) const
     if (source != nullptr) {
         made->assignAttr(*source);
         if (!plain) {
-            made->setLocation(source->getLocation(anyToken));
+            made->setLocation(source->getLocation(detail::anyToken));
         }
     }
     return owner.release();

@@ -1,5 +1,6 @@
 #include <roamscan/frame/attributes/Attr.h>
 #include <roamscan/frame/attributes/AttrContainer.h>
+#include <roamscan/frame/attributes/detail/AnyToken.h>
 #include <roamscan/frame/attributes/detail/AttrKinds.h>
 #include <roamscan/frame/attributes/detail/AttributeBlock.h>
 #include <roamscan/frame/attributes/detail/CustomAttributes.h>
@@ -24,7 +25,6 @@ namespace
 {
 
 constexpr unsigned int largestStaticToken = 65535;
-constexpr unsigned int anyToken = 0xFFFFFFFF;
 
 struct DropBlock
 {
@@ -241,7 +241,7 @@ void AttrContainer::attach(Attribute& attribute, String const& name)
 void AttrContainer::detach(Attribute& attribute) noexcept
 {
     attribute.container_ = nullptr;
-    if (attribute.getLocation(anyToken) == this) {
+    if (attribute.getLocation(detail::anyToken) == this) {
         attribute.setLocation(nullptr);
     }
 }

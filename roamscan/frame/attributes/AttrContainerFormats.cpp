@@ -9,6 +9,7 @@
 #include <roamscan/frame/formats/ReadContext.h>
 #include <roamscan/frame/formats/ReadFromScope.h>
 #include <roamscan/frame/formats/WriteToScope.h>
+#include <roamscan/frame/formats/detail/EndOfBlock.h>
 
 #include <sstream>
 #include <string>
@@ -28,12 +29,6 @@ constexpr wchar_t const* customKeyword = L"attribute";
 bool isBare(ModelFormat::Format format)
 {
     return format == ModelFormat::Format::Bare;
-}
-
-bool isEndOfBlock(String const& keyword)
-{
-    constexpr auto end = static_cast<char16_t>(ModelFormat::END_OF_BLOCK);
-    return keyword.text() == std::u16string_view(&end, 1);
 }
 
 // The keyword of the current statement. In the bare form a bool replaces it.
@@ -78,7 +73,7 @@ bool hasMore(ModelInFormat& in)
         return in.hasValue();
     }
     String const& keyword = in.getKeyword();
-    return !keyword.isNil() && !isEndOfBlock(keyword);
+    return !keyword.isNil() && !detail::isEndOfBlock(keyword);
 }
 
 } // namespace
@@ -100,7 +95,7 @@ int AttrContainer::readFrom(std::istream* stream, ReadContextBase* context)
     if (in.status() != StatusCode::ok) {
         return in.status();
     }
-    if (isEndOfBlock(in.getKeyword())) {
+    if (detail::isEndOfBlock(in.getKeyword())) {
         in.setPropagateKeyword(in.getKeyword());
     }
     return kept;

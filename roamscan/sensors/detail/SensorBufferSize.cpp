@@ -8,8 +8,6 @@ namespace oV::Roamscan::detail
 namespace
 {
 
-namespace schema = SensorSchema;
-
 using Offset = flatbuffers::uoffset_t;
 
 void addTime(FlatBufferSize& size, mapping::TimeStamp time)
@@ -23,10 +21,10 @@ void addSample(FlatBufferSize& size, mapping::RangefinderData const& record)
 {
     std::size_t const points = record.getRanges().get().size();
     if (points > 0) {
-        size.addVector<schema::RangePoint>(points);
+        size.addVector<SensorSchema::RangePoint>(points);
     }
     addTime(size, record.getTimeStamp());
-    size.addField<schema::Vec3f>(); // origin
+    size.addField<SensorSchema::Vec3f>(); // origin
     if (points > 0) {
         size.addField<Offset>();
     }
@@ -37,10 +35,10 @@ void addSample(FlatBufferSize& size, mapping::ImuData const& record)
 {
     addTime(size, record.getTimeStamp());
     if (record.hasMagneticField()) {
-        size.addField<schema::Vec3f>();
+        size.addField<SensorSchema::Vec3f>();
     }
-    size.addField<schema::Vec3f>(); // angularVelocity
-    size.addField<schema::Vec3f>(); // linearAcceleration
+    size.addField<SensorSchema::Vec3f>(); // angularVelocity
+    size.addField<SensorSchema::Vec3f>(); // linearAcceleration
     size.endTable();
 }
 
@@ -91,7 +89,7 @@ std::uint64_t bufferSizeBound(SensorData const& store)
     addSensors(size, store.imuData);
     for (auto const& [name, pose] : store.sensorPoses) {
         addName(size, name);
-        size.addField<schema::SensorPoseRecord>();
+        size.addField<SensorSchema::SensorPoseRecord>();
         addOffset(size, name.empty());
         size.endTable();
     }

@@ -8,8 +8,6 @@ namespace oV::Roamscan::detail
 namespace
 {
 
-namespace schema = TrajectorySchema;
-
 using Offset = flatbuffers::uoffset_t;
 
 void addNode(FlatBufferSize& size, TrajectoryNode const& node)
@@ -17,12 +15,12 @@ void addNode(FlatBufferSize& size, TrajectoryNode const& node)
     if (node.time != 0.0) {
         size.addField<double>();
     }
-    size.addField<schema::Matrix3Record>(); // matrixB
-    size.addField<schema::Matrix3Record>(); // matrixA
+    size.addField<TrajectorySchema::Matrix3Record>(); // matrixB
+    size.addField<TrajectorySchema::Matrix3Record>(); // matrixA
     if (node.type != TrajectoryNode::Type::Default) {
         size.addField<std::uint32_t>();
     }
-    size.addField<schema::PoseRecord>();
+    size.addField<TrajectorySchema::PoseRecord>();
     if (node.flag) {
         size.addField<std::uint8_t>();
     }
@@ -41,7 +39,7 @@ std::uint64_t bufferSizeBound(TrajectoryData const& store)
         size.addVector<Offset>(store.nodes.size());
     }
     if (!store.devicePositions.empty()) {
-        size.addVector<schema::DevicePositionRecord>(store.devicePositions.size());
+        size.addVector<TrajectorySchema::DevicePositionRecord>(store.devicePositions.size());
     }
     size.addField<Offset>(); // nodes, devicePositions
     size.addField<Offset>();

@@ -15,8 +15,6 @@ namespace
 
 using namespace support::attributes;
 using oV::Observer;
-constexpr unsigned int unknown = 0xFFFFFFFF;
-
 TEST(AttrContainer, DuplicateCopiesNameCustomAttributesAndFlags)
 {
     auto const source = initialisedContainer();

@@ -27,13 +27,13 @@ using oV::WriteContext;
 using Format = oV::ModelFormat::Format;
 namespace StatusCode = oV::StatusCode;
 
-std::array<AttrDefinition, 2> const rows = {
+std::array<AttrDefinition, 2> const widthAndName = {
     {{1, L"Names", AttrType::Strings, 18}, {2, String::NIL, AttrType::End, 1}}};
 
 SmartPtr<AttrContainer> initialised()
 {
     auto container = initialisedContainer();
-    container->createAttributes(rows.data(), CreateType::Fresh, nullptr);
+    container->createAttributes(widthAndName.data(), CreateType::Fresh, nullptr);
     return container;
 }
 

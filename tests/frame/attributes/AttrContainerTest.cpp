@@ -21,8 +21,6 @@ namespace
 
 using namespace support::attributes;
 using oV::Observer;
-constexpr unsigned int unknown = 0xFFFFFFFF;
-
 SmartPtr<AttrContainer> made()
 {
     return SmartPtr<AttrContainer>(new AttrContainer(CreateType::Fresh, nullptr));

@@ -22,7 +22,7 @@ using namespace support::attributes;
 using oV::Observer;
 using oV::ThreadLocalStorage;
 
-SmartPtr<Attr<int>> number()
+SmartPtr<Attr<int>> intAttribute()
 {
     return SmartPtr<Attr<int>>(new Attr<int>(CreateType::Fresh, nullptr));
 }
@@ -53,7 +53,7 @@ TEST(Attribute, BitValue4SilencesAndBitValue8MarksAWeakValue)
 {
     EXPECT_EQ(Attribute::silentFlag, 4U);
     EXPECT_EQ(Attribute::weakValueFlag, 8U);
-    auto const attribute = number();
+    auto const attribute = intAttribute();
     attribute->setFlag(Attribute::weakValueFlag, true);
     EXPECT_EQ(attribute->flags(), 8U);
     EXPECT_TRUE(attribute->hasFlag(Attribute::weakValueFlag));
@@ -66,7 +66,7 @@ TEST(Attribute, BitValue4SilencesAndBitValue8MarksAWeakValue)
 
 TEST(Attribute, AChangeLeavesTheWeakMark)
 {
-    auto const attribute = number();
+    auto const attribute = intAttribute();
     attribute->setFlag(Attribute::weakValueFlag, true);
     attribute->assignFrom(5, nullptr, nullptr);
     attribute->assignFromString(L"6", nullptr, nullptr);
@@ -76,7 +76,7 @@ TEST(Attribute, AChangeLeavesTheWeakMark)
 
 TEST(Attribute, TheMarkOfTheMemoryCannotBeSet)
 {
-    auto const attribute = number();
+    auto const attribute = intAttribute();
     attribute->setFlag(0xFFFF, true);
     EXPECT_FALSE(attribute->isInBlock());
     SmartPtr<Attribute> const copy(attribute->duplicateAttr(CreateType::Fresh, true));
@@ -87,7 +87,7 @@ TEST(Attribute, TheMarkOfTheMemoryCannotBeSet)
 
 TEST(Attribute, WithoutAContainerHasNoNameAndNoPlace)
 {
-    auto const attribute = number();
+    auto const attribute = intAttribute();
     EXPECT_TRUE(attribute->getName().isNil());
     EXPECT_TRUE(attribute->inqObjPath().isNil());
     EXPECT_FALSE(attribute->isPartOfMainTree());
@@ -112,7 +112,7 @@ TEST(Attribute, InAContainerIsFoundThroughIt)
     SmartPtr<AttrContainer> const container(new PlacedContainer(CreateType::Fresh, nullptr));
     container->init(CreateType::Fresh, nullptr);
     container->setName(L"Box", 0);
-    auto const plain = number();
+    auto const plain = intAttribute();
     SmartPtr<CustAttr<bool>> const custom(new CustAttr<bool>(CreateType::Fresh, nullptr));
     container->addAttribute(plain.get(), L"Size");
     container->addAttribute(custom.get(), L"Open");
@@ -133,7 +133,7 @@ TEST(Attribute, InAContainerIsFoundThroughIt)
 TEST(Attribute, BelongsToWhatItsContainerBelongsTo)
 {
     auto const container = namedContainer(L"Box"); // belongs to nothing
-    auto const attribute = number();
+    auto const attribute = intAttribute();
     container->addAttribute(attribute.get(), L"Size");
     EXPECT_EQ(attribute->getLocation(0xFFFFFFFF), container.get());
     EXPECT_EQ(attribute->lookupObject(), nullptr);
@@ -213,7 +213,7 @@ TEST(Attribute, APlainOneAsksItsHolderForTheLocationFirst)
 
 TEST(AttributeMemory, OnTheHeapIsFreed) // the address sanitizer sees to the rest
 {
-    auto const attribute = number();
+    auto const attribute = intAttribute();
     EXPECT_FALSE(attribute->isInBlock());
 }
 
@@ -239,7 +239,7 @@ TEST(AttributeMemory, TheThreadsByteMarksAnAttributeWhileItIsMadeAndIsUsedUp)
     auto const& data = ThreadLocalStorage::the().makeData();
     SmartPtr<Attribute> inBlock(new (place.data()) Attr<int>(CreateType::Fresh, nullptr));
     EXPECT_EQ(data.attributeInBlock, 0U);
-    auto const onHeap = number();
+    auto const onHeap = intAttribute();
     EXPECT_FALSE(onHeap->isInBlock());
     inBlock.reset();
     EXPECT_EQ(data.attributeInBlock, 0U);
@@ -260,7 +260,7 @@ TEST(AttributeMemory, AByteThatWasLeftSetChangesNothingOnTheHeap) // the sanitiz
 {
     auto& data = ThreadLocalStorage::the().makeData();
     data.attributeInBlock = 1;
-    auto onHeap = number();
+    auto onHeap = intAttribute();
     EXPECT_FALSE(onHeap->isInBlock());
     data.attributeInBlock = 1;
     onHeap.reset();
@@ -281,9 +281,9 @@ TEST(AttributeMemory, AttributesDestroyedByTheDestructionOfAnotherAreFreedByThei
         SmartPtr<Attribute> toDrop_;
     };
     SmartPtr<Attribute> inBlock(new (place.data()) Attr<int>(CreateType::Fresh, nullptr));
-    SmartPtr<Dropper> const dropsHeap(new Dropper(number()));
+    SmartPtr<Dropper> const dropsHeap(new Dropper(intAttribute()));
     inBlock->addObserver(dropsHeap.get());
-    auto onHeap = number();
+    auto onHeap = intAttribute();
     SmartPtr<Dropper> const dropsBlock(new Dropper(inBlock));
     onHeap->addObserver(dropsBlock.get());
     inBlock.reset();

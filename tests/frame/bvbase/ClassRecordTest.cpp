@@ -25,7 +25,7 @@ using Bv_1_1::oVClass;
 
 using Calls = std::vector<std::string>;
 
-class Node : public BaseNode
+class RecordedNode : public BaseNode
 {};
 
 // Records the calls of its virtual functions.
@@ -36,7 +36,7 @@ public:
         : oVClass(name, nullptr, module, ClassVersion{0}), calls_(calls), label_(std::move(label))
     {}
 
-    [[nodiscard]] BaseNode* create() const override { return new Node; }
+    [[nodiscard]] BaseNode* create() const override { return new RecordedNode; }
     void initClassStatics() override { calls_.push_back("init " + label_); }
     void clearClassStatics() override { calls_.push_back("clear " + label_); }
 
@@ -118,7 +118,7 @@ TEST(ClassRecord, CreatesAnInstanceWithoutAReference)
 {
     Module const module;
     Calls calls;
-    Record const record(L"Node", module, calls, "node");
+    Record const record(L"RecordedNode", module, calls, "node");
     BaseNode* const made = record.create();
     ASSERT_NE(made, nullptr);
     EXPECT_EQ(made->referenceCount(), 0U);

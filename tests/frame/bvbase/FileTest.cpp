@@ -1,4 +1,5 @@
 #include "tests/support/Links.h"
+#include "tests/support/NarrowText.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <roamscan/frame/bvbase/Directory.h>
@@ -17,11 +18,7 @@ using Bv_1_1::Directory;
 using Bv_1_1::File;
 using Bv_1_1::SmartPtr;
 using Bv_1_1::String;
-
-std::string narrow(String const& string)
-{
-    return string.stringAnsi();
-}
+using support::narrow;
 
 String pathString(std::filesystem::path const& path)
 {

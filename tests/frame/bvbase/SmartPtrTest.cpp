@@ -15,16 +15,16 @@ namespace
 using Bv_1_1::BaseNode;
 using Bv_1_1::SmartPtr;
 
-class Node : public BaseNode
+class SharedNode : public BaseNode
 {
 public:
-    explicit Node(int& alive) : alive_(alive) { ++alive_; }
+    explicit SharedNode(int& alive) : alive_(alive) { ++alive_; }
 
     int number = 7;
-    SmartPtr<Node> next;
+    SmartPtr<SharedNode> next;
 
 protected:
-    ~Node() override { --alive_; }
+    ~SharedNode() override { --alive_; }
 
 private:
     int& alive_;
@@ -40,16 +40,16 @@ protected:
 
 TEST_F(SmartPtrTest, IsOnePointer)
 {
-    EXPECT_EQ(sizeof(SmartPtr<Node>), sizeof(void*));
+    EXPECT_EQ(sizeof(SmartPtr<SharedNode>), sizeof(void*));
 }
 
 TEST_F(SmartPtrTest, MayBeNull)
 {
-    SmartPtr<Node> const first;
-    SmartPtr<Node> const second = nullptr;
-    Node* const none = nullptr;
-    SmartPtr<Node> const third(none);
-    SmartPtr<Node> const copy(third);
+    SmartPtr<SharedNode> const first;
+    SmartPtr<SharedNode> const second = nullptr;
+    SharedNode* const none = nullptr;
+    SmartPtr<SharedNode> const third(none);
+    SmartPtr<SharedNode> const copy(third);
     EXPECT_EQ(first.get(), nullptr);
     EXPECT_FALSE(second);
     EXPECT_TRUE(third == nullptr);
@@ -58,16 +58,16 @@ TEST_F(SmartPtrTest, MayBeNull)
 
 TEST_F(SmartPtrTest, AddsAReferenceToAPlainPointer)
 {
-    SmartPtr<Node> const first(new Node(alive));
+    SmartPtr<SharedNode> const first(new SharedNode(alive));
     EXPECT_EQ(first->referenceCount(), 1U);
-    SmartPtr<Node> const second(first.get());
+    SmartPtr<SharedNode> const second(first.get());
     EXPECT_EQ(first->referenceCount(), 2U);
 }
 
 TEST_F(SmartPtrTest, DestroysTheNodeWithTheLastReference)
 {
-    SmartPtr<Node> first(new Node(alive));
-    SmartPtr<Node> second(first);
+    SmartPtr<SharedNode> first(new SharedNode(alive));
+    SmartPtr<SharedNode> second(first);
     first = nullptr;
     EXPECT_EQ(alive, 1);
     second = nullptr;
@@ -76,7 +76,7 @@ TEST_F(SmartPtrTest, DestroysTheNodeWithTheLastReference)
 
 TEST_F(SmartPtrTest, DestroysThroughTheVirtualDestructor)
 {
-    SmartPtr<BaseNode> node(new Node(alive));
+    SmartPtr<BaseNode> node(new SharedNode(alive));
     EXPECT_EQ(alive, 1);
     node.reset();
     EXPECT_EQ(alive, 0);
@@ -84,10 +84,10 @@ TEST_F(SmartPtrTest, DestroysThroughTheVirtualDestructor)
 
 TEST_F(SmartPtrTest, CopyingAddsAReference)
 {
-    SmartPtr<Node> const first(new Node(alive));
+    SmartPtr<SharedNode> const first(new SharedNode(alive));
     {
-        SmartPtr<Node> const second(first);
-        SmartPtr<Node> third;
+        SmartPtr<SharedNode> const second(first);
+        SmartPtr<SharedNode> third;
         third = first;
         EXPECT_EQ(first->referenceCount(), 3U);
         EXPECT_EQ(third.get(), first.get());
@@ -97,11 +97,11 @@ TEST_F(SmartPtrTest, CopyingAddsAReference)
 
 TEST_F(SmartPtrTest, MovingLeavesTheCountAndANullPointer)
 {
-    SmartPtr<Node> first(new Node(alive));
-    SmartPtr<Node> second(std::move(first));
+    SmartPtr<SharedNode> first(new SharedNode(alive));
+    SmartPtr<SharedNode> second(std::move(first));
     EXPECT_FALSE(first); // NOLINT(bugprone-use-after-move)
     EXPECT_EQ(second->referenceCount(), 1U);
-    SmartPtr<Node> third(new Node(alive));
+    SmartPtr<SharedNode> third(new SharedNode(alive));
     third = std::move(second);
     EXPECT_FALSE(second); // NOLINT(bugprone-use-after-move)
     EXPECT_EQ(third->referenceCount(), 1U);
@@ -110,28 +110,28 @@ TEST_F(SmartPtrTest, MovingLeavesTheCountAndANullPointer)
 
 TEST_F(SmartPtrTest, ConvertsToTheBaseAndToConst)
 {
-    SmartPtr<Node> node(new Node(alive));
+    SmartPtr<SharedNode> node(new SharedNode(alive));
     SmartPtr<BaseNode> const base = node;
-    SmartPtr<Node const> const constant = node;
+    SmartPtr<SharedNode const> const constant = node;
     EXPECT_EQ(node->referenceCount(), 3U);
     EXPECT_TRUE(base == node);
     EXPECT_TRUE(constant == node);
     SmartPtr<BaseNode const> const moved = std::move(node);
     EXPECT_FALSE(node); // NOLINT(bugprone-use-after-move)
     EXPECT_EQ(moved->referenceCount(), 3U);
-    EXPECT_FALSE((std::is_convertible_v<SmartPtr<BaseNode>, SmartPtr<Node>>));
-    EXPECT_FALSE((std::is_convertible_v<SmartPtr<Node const>, SmartPtr<Node>>));
+    EXPECT_FALSE((std::is_convertible_v<SmartPtr<BaseNode>, SmartPtr<SharedNode>>));
+    EXPECT_FALSE((std::is_convertible_v<SmartPtr<SharedNode const>, SmartPtr<SharedNode>>));
 }
 
 TEST_F(SmartPtrTest, PlainPointersDoNotConvertImplicitly)
 {
-    EXPECT_FALSE((std::is_convertible_v<Node*, SmartPtr<Node>>));
+    EXPECT_FALSE((std::is_convertible_v<SharedNode*, SmartPtr<SharedNode>>));
 }
 
 TEST_F(SmartPtrTest, AssigningAPlainPointerAddsItsReferenceAndReleasesTheOld)
 {
-    SmartPtr<Node> first(new Node(alive));
-    auto* const node = new Node(alive);
+    SmartPtr<SharedNode> first(new SharedNode(alive));
+    auto* const node = new SharedNode(alive);
     first = node;
     EXPECT_EQ(alive, 1);
     EXPECT_EQ(node->referenceCount(), 1U);
@@ -142,8 +142,8 @@ TEST_F(SmartPtrTest, AssigningAPlainPointerAddsItsReferenceAndReleasesTheOld)
 
 TEST_F(SmartPtrTest, AssigningAPointerToItselfKeepsTheNode)
 {
-    SmartPtr<Node> node(new Node(alive));
-    SmartPtr<Node>& same = node;
+    SmartPtr<SharedNode> node(new SharedNode(alive));
+    SmartPtr<SharedNode>& same = node;
     node = same;
     EXPECT_EQ(node->referenceCount(), 1U);
     node = std::move(same);
@@ -153,9 +153,9 @@ TEST_F(SmartPtrTest, AssigningAPointerToItselfKeepsTheNode)
 
 TEST_F(SmartPtrTest, ANodeMayBeReplacedByOneThatOnlyItKeepsAlive)
 {
-    SmartPtr<Node> head(new Node(alive));
-    head->next = SmartPtr<Node>(new Node(alive));
-    Node* const second = head->next.get();
+    SmartPtr<SharedNode> head(new SharedNode(alive));
+    head->next = SmartPtr<SharedNode>(new SharedNode(alive));
+    SharedNode* const second = head->next.get();
     head = head->next;
     EXPECT_EQ(head.get(), second);
     EXPECT_EQ(alive, 1);
@@ -164,7 +164,7 @@ TEST_F(SmartPtrTest, ANodeMayBeReplacedByOneThatOnlyItKeepsAlive)
 
 TEST_F(SmartPtrTest, DereferencesToTheNode)
 {
-    SmartPtr<Node> const node(new Node(alive));
+    SmartPtr<SharedNode> const node(new SharedNode(alive));
     node->number = 8;
     EXPECT_EQ((*node).number, 8);
     EXPECT_TRUE(node);
@@ -173,9 +173,9 @@ TEST_F(SmartPtrTest, DereferencesToTheNode)
 
 TEST_F(SmartPtrTest, ComparesByNode)
 {
-    SmartPtr<Node> const first(new Node(alive));
-    SmartPtr<Node> const second(new Node(alive));
-    EXPECT_TRUE(first == SmartPtr<Node>(first));
+    SmartPtr<SharedNode> const first(new SharedNode(alive));
+    SmartPtr<SharedNode> const second(new SharedNode(alive));
+    EXPECT_TRUE(first == SmartPtr<SharedNode>(first));
     EXPECT_TRUE(first != second);
     EXPECT_TRUE(first == first.get());
     EXPECT_TRUE(second != first.get());
@@ -184,9 +184,9 @@ TEST_F(SmartPtrTest, ComparesByNode)
 
 TEST_F(SmartPtrTest, SwapKeepsTheReferenceCounts)
 {
-    SmartPtr<Node> first(new Node(alive));
-    SmartPtr<Node> second;
-    Node* const node = first.get();
+    SmartPtr<SharedNode> first(new SharedNode(alive));
+    SmartPtr<SharedNode> second;
+    SharedNode* const node = first.get();
     first.swap(second);
     EXPECT_EQ(second.get(), node);
     EXPECT_FALSE(first);
@@ -195,12 +195,12 @@ TEST_F(SmartPtrTest, SwapKeepsTheReferenceCounts)
 
 TEST_F(SmartPtrTest, ManyThreadsMayAddAndReleaseReferences)
 {
-    SmartPtr<Node> shared(new Node(alive));
+    SmartPtr<SharedNode> shared(new SharedNode(alive));
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {
         threads.emplace_back([own = shared]() mutable {
             for (int round = 0; round < 10000; ++round) {
-                SmartPtr<Node const> const copy(own);
+                SmartPtr<SharedNode const> const copy(own);
             }
             own = nullptr;
         });

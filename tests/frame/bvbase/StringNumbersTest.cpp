@@ -1,3 +1,4 @@
+#include "tests/support/NarrowText.h"
 #include "tests/support/StringInside.h"
 
 #include <roamscan/frame/bvbase/String.h>
@@ -15,12 +16,8 @@ namespace
 {
 
 using Bv_1_1::String;
+using support::narrow;
 using support::sharedValue;
-
-std::string narrow(String const& string)
-{
-    return string.stringAnsi();
-}
 
 String fromDouble(double number)
 {

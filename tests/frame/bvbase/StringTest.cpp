@@ -1,3 +1,4 @@
+#include "tests/support/NarrowText.h"
 #include "tests/support/StringInside.h"
 
 #include <roamscan/frame/bvbase/String.h>
@@ -15,13 +16,9 @@ namespace
 {
 
 using Bv_1_1::String;
+using support::narrow;
 using support::referenceCount;
 using support::sharedValue;
-
-std::string narrow(String const& string)
-{
-    return string.stringAnsi();
-}
 
 } // namespace
 

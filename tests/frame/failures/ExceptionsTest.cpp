@@ -1,3 +1,4 @@
+#include "tests/support/NarrowText.h"
 #include "tests/support/StringInside.h"
 #include "tests/support/VirtualSlot.h"
 
@@ -29,13 +30,9 @@ using oV::InternalErrorException;
 using oV::IntException;
 using oV::ThrowableException;
 using oV::VisibleException;
+using support::narrow;
 using support::referenceCount;
 using support::sharedValue;
-
-std::string narrow(String const& string)
-{
-    return string.stringAnsi();
-}
 
 InternalErrorException internalError()
 {

@@ -16,8 +16,6 @@ using oV::ModelFormat;
 using namespace support;
 namespace StatusCode = oV::StatusCode;
 
-constexpr ModelFormat::Format bare = ModelFormat::Format::Bare;
-
 } // namespace
 
 TEST(BareFormat, HasTheValueOne)

@@ -19,7 +19,6 @@ using namespace support;
 namespace StatusCode = oV::StatusCode;
 
 constexpr ModelFormat::Format keyed = ModelFormat::Format::Keyed;
-constexpr ModelFormat::Format bare = ModelFormat::Format::Bare;
 
 // The kept text of the first statement or item.
 KeptText keptOf(std::string const& text, ModelFormat::Format format)

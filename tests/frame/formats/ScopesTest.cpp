@@ -25,13 +25,12 @@ using oV::ReadContext;
 using oV::ReadFromScope;
 using oV::WriteContext;
 using oV::WriteToScope;
+using support::bare;
 using support::get;
 using support::isEnd;
 using support::OpenText;
 using support::put;
 namespace StatusCode = oV::StatusCode;
-
-constexpr ModelFormat::Format bare = ModelFormat::Format::Bare;
 
 // Reads like an attribute of type int: the value of its block; the base class handles unknown keywords.
 class IntReader

@@ -1,3 +1,4 @@
+#include "tests/support/NarrowText.h"
 #include "tests/support/StringInside.h"
 #include "tests/support/VirtualSlot.h"
 
@@ -22,11 +23,7 @@ using Bv_1_1::SmartPtr;
 using Bv_1_1::String;
 using oV::LogMessage;
 using oV::Models;
-
-std::string narrow(String const& string)
-{
-    return string.stringAnsi();
-}
+using support::narrow;
 
 SmartPtr<Models> newModels()
 {

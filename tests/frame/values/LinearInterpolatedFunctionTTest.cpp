@@ -1,3 +1,5 @@
+#include "tests/support/SpecialNumbers.h"
+
 #include <roamscan/frame/values/LinearInterpolatedFunctionT.h>
 
 #include <gtest/gtest.h>
@@ -15,11 +17,12 @@
 namespace
 {
 
+using support::infinity;
+using support::notANumber;
+
 using Function = oV::LinearInterpolatedFunctionT<double>;
 using Samples = std::initializer_list<std::pair<double, double>>;
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double greatest = std::numeric_limits<double>::max();
 
 Function functionOf(Samples samples)
@@ -65,7 +68,7 @@ TEST(LinearInterpolatedFunctionT, HasNoValueOutsideItsSamples)
     EXPECT_EQ(valueAt(function, std::nextafter(2.0, 3.0)), std::nullopt);
     EXPECT_EQ(valueAt(function, -infinity), std::nullopt);
     EXPECT_EQ(valueAt(function, infinity), std::nullopt);
-    EXPECT_EQ(valueAt(function, nan), std::nullopt);
+    EXPECT_EQ(valueAt(function, notANumber), std::nullopt);
 }
 
 TEST(LinearInterpolatedFunctionT, LeavesTheResultUnchangedWithoutAValue)
@@ -73,7 +76,7 @@ TEST(LinearInterpolatedFunctionT, LeavesTheResultUnchangedWithoutAValue)
     double y = 7;
     EXPECT_FALSE(functionOf({{1, 10}, {2, 20}}).evaluateAt(3, y));
     EXPECT_EQ(y, 7);
-    EXPECT_FALSE(functionOf({{1, 10}, {2, 20}}).evaluateAt(nan, y));
+    EXPECT_FALSE(functionOf({{1, 10}, {2, 20}}).evaluateAt(notANumber, y));
     EXPECT_EQ(y, 7);
     EXPECT_FALSE(Function().evaluateAt(3, y));
     EXPECT_EQ(y, 7);
@@ -111,13 +114,14 @@ TEST(LinearInterpolatedFunctionT, NegativeZeroIsTheSameXAsZero)
 
 TEST(LinearInterpolatedFunctionT, IgnoresASampleAtNaN)
 {
-    Function const function = functionOf({{nan, 1}, {0, 10}, {nan, 2}, {4, 30}, {2, 0}, {nan, 3}});
+    Function const function =
+        functionOf({{notANumber, 1}, {0, 10}, {notANumber, 2}, {4, 30}, {2, 0}, {notANumber, 3}});
     EXPECT_EQ(valueAt(function, 0), 10);
     EXPECT_EQ(valueAt(function, 1), 5);
     EXPECT_EQ(valueAt(function, 3), 15);
     EXPECT_EQ(valueAt(function, 4), 30);
-    EXPECT_EQ(valueAt(function, nan), std::nullopt);
-    EXPECT_EQ(valueAt(functionOf({{nan, 1}}), 0), std::nullopt);
+    EXPECT_EQ(valueAt(function, notANumber), std::nullopt);
+    EXPECT_EQ(valueAt(functionOf({{notANumber, 1}}), 0), std::nullopt);
 }
 
 TEST(LinearInterpolatedFunctionT, IgnoresASampleAtInfinity)
@@ -131,7 +135,7 @@ TEST(LinearInterpolatedFunctionT, IgnoresASampleAtInfinity)
 
 TEST(LinearInterpolatedFunctionT, IsExactAtASampleWhoseNeighbourIsNaN)
 {
-    Function const function = functionOf({{0, 10}, {1, nan}, {2, 20}});
+    Function const function = functionOf({{0, 10}, {1, notANumber}, {2, 20}});
     EXPECT_EQ(valueAt(function, 0), 10);
     EXPECT_EQ(valueAt(function, 2), 20);
     for (double const x : {0.5, 1.0, 1.5}) {
@@ -154,7 +158,7 @@ TEST(LinearInterpolatedFunctionT, DoesNotOverflowBetweenTheLargestNumbers)
 {
     Function const function = functionOf({{-greatest, -greatest}, {greatest, greatest}});
     EXPECT_EQ(valueAt(function, 0), 0);
-    EXPECT_DOUBLE_EQ(valueAt(function, greatest / 2).value_or(nan), greatest / 2);
+    EXPECT_DOUBLE_EQ(valueAt(function, greatest / 2).value_or(notANumber), greatest / 2);
 }
 
 TEST(LinearInterpolatedFunctionT, IsLinearBetweenSubnormalNumbers)
@@ -180,10 +184,10 @@ TEST(LinearInterpolatedFunctionT, FunctionsOrderedAtEachSampleAreOrderedBetween)
     for (int i = 0; i < 1000; ++i) {
         double const y = value(generator);
         Function const below = functionOf({{0, y}, {3, value(generator)}});
-        double const last = valueAt(below, 3).value_or(nan);
+        double const last = valueAt(below, 3).value_or(notANumber);
         Function const above = functionOf({{0, std::nextafter(y, 2)}, {3, last}});
         double const x = place(generator);
-        EXPECT_LE(valueAt(below, x).value_or(nan), valueAt(above, x).value_or(nan)) << x;
+        EXPECT_LE(valueAt(below, x).value_or(notANumber), valueAt(above, x).value_or(notANumber)) << x;
     }
 }
 

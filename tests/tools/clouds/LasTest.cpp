@@ -63,7 +63,7 @@ struct Bytes
     std::string text = std::string(257, '\0');
 };
 
-std::string refusal(std::string const& bytes)
+std::string refusalOfLas(std::string const& bytes)
 {
     return failureOf([&] { static_cast<void>(parseCloud(bytes, "scan.las")); });
 }
@@ -131,16 +131,16 @@ TEST(Las, EveryBitOfAPointIsRead)
 TEST(Las, DamagedHeadersAreRefused)
 {
     std::string const whole = Bytes().text;
-    EXPECT_EQ(refusal(whole.substr(0, 226)),
+    EXPECT_EQ(refusalOfLas(whole.substr(0, 226)),
               "scan.las: ends within its header, at byte 226; the file is cut off");
     EXPECT_EQ(
-        refusal(whole.substr(0, 256)),
+        refusalOfLas(whole.substr(0, 256)),
         "scan.las: the header promises 1 points of 30 bytes, but 29 bytes follow it; the file is cut off or "
         "damaged");
     auto const changed = [](std::size_t at, auto number) {
         Bytes bytes;
         bytes.put(at, number);
-        return refusal(bytes.text);
+        return refusalOfLas(bytes.text);
     };
     EXPECT_EQ(changed(25, std::uint8_t{5}), "scan.las: is of an unknown version; LAS 1.0 to 1.4 are known");
     EXPECT_EQ(changed(104, std::uint8_t{129}),

@@ -28,7 +28,7 @@ std::string header(std::string const& fields, std::string const& rest)
 
 std::string const fields = "FIELDS x label rest\nSIZE 4 8 1\nTYPE F U I\nCOUNT 1 1 2\n";
 
-std::string refusal(std::string const& bytes)
+std::string refusalOfPcd(std::string const& bytes)
 {
     return failureOf([&] { static_cast<void>(parseCloud(bytes, "scan.pcd")); });
 }
@@ -55,7 +55,7 @@ TEST(Pcd, TextAndBinaryHoldTheSamePoints)
     EXPECT_EQ(binary.row(0), first);
     EXPECT_EQ(binary.row(1), (Numbers{0.0, 0.0, 3.0, 4.0}));
     EXPECT_EQ(
-        refusal(header(fields, "DATA binary\n" + points.substr(1))),
+        refusalOfPcd(header(fields, "DATA binary\n" + points.substr(1))),
         "scan.pcd: the header promises 2 points of 14 bytes, but 27 bytes follow it; the file is cut off or "
         "damaged");
 }
@@ -71,22 +71,22 @@ TEST(Pcd, TheCountMayFollowFromWidthAndHeight)
 
 TEST(Pcd, HostileHeadersAreRefusedByLine)
 {
-    EXPECT_EQ(refusal("VERSION 0.7\nPOINT 3\n"), "scan.pcd:2: \"POINT\" is no entry of a PCD header");
-    EXPECT_EQ(refusal("VERSION 0.7\n"), "scan.pcd:2: the header ends early, or its line is too long");
-    EXPECT_EQ(refusal("DATA ascii\n"), "scan.pcd:1: there are no FIELDS");
-    EXPECT_EQ(refusal(header(fields, "DATA binary_compressed\n")),
+    EXPECT_EQ(refusalOfPcd("VERSION 0.7\nPOINT 3\n"), "scan.pcd:2: \"POINT\" is no entry of a PCD header");
+    EXPECT_EQ(refusalOfPcd("VERSION 0.7\n"), "scan.pcd:2: the header ends early, or its line is too long");
+    EXPECT_EQ(refusalOfPcd("DATA ascii\n"), "scan.pcd:1: there are no FIELDS");
+    EXPECT_EQ(refusalOfPcd(header(fields, "DATA binary_compressed\n")),
               "scan.pcd:11: the points are compressed, which is not supported; convert the file to binary");
-    EXPECT_EQ(refusal(header(fields, "DATA\n")), "scan.pcd:11: DATA must be binary or ascii");
-    EXPECT_EQ(refusal(header("FIELDS x\nSIZE 2\nTYPE F\n", "DATA ascii\n")),
+    EXPECT_EQ(refusalOfPcd(header(fields, "DATA\n")), "scan.pcd:11: DATA must be binary or ascii");
+    EXPECT_EQ(refusalOfPcd(header("FIELDS x\nSIZE 2\nTYPE F\n", "DATA ascii\n")),
               "scan.pcd:10: a field of the type \"F\" and the size \"2\" is not supported");
-    EXPECT_EQ(refusal(header("FIELDS x y\nSIZE 4\nTYPE F F\n", "DATA ascii\n")),
+    EXPECT_EQ(refusalOfPcd(header("FIELDS x y\nSIZE 4\nTYPE F F\n", "DATA ascii\n")),
               "scan.pcd:10: FIELDS, SIZE, TYPE and COUNT differ in length");
-    EXPECT_EQ(refusal(header("FIELDS x\nSIZE 4\nTYPE F\nCOUNT 1000000000\n", "DATA ascii\n")),
+    EXPECT_EQ(refusalOfPcd(header("FIELDS x\nSIZE 4\nTYPE F\nCOUNT 1000000000\n", "DATA ascii\n")),
               "scan.pcd:11: \"1000000000\" is not a count of numbers");
-    EXPECT_EQ(refusal("FIELDS x\nSIZE 4\nTYPE F\nDATA ascii\n"), "scan.pcd:4: there are no POINTS");
-    EXPECT_EQ(refusal("FIELDS x\nSIZE 4\nTYPE F\nWIDTH 4294967296\nHEIGHT 4294967297\nDATA binary\n"),
+    EXPECT_EQ(refusalOfPcd("FIELDS x\nSIZE 4\nTYPE F\nDATA ascii\n"), "scan.pcd:4: there are no POINTS");
+    EXPECT_EQ(refusalOfPcd("FIELDS x\nSIZE 4\nTYPE F\nWIDTH 4294967296\nHEIGHT 4294967297\nDATA binary\n"),
               "scan.pcd:6: WIDTH and HEIGHT are larger than any file");
-    EXPECT_NE(refusal("FIELDS x\nSIZE 4\nTYPE F\nPOINTS 9223372036854775807\nDATA binary\n"), "");
+    EXPECT_NE(refusalOfPcd("FIELDS x\nSIZE 4\nTYPE F\nPOINTS 9223372036854775807\nDATA binary\n"), "");
 }
 
 TEST(Pcd, IsWrittenWithItsCount)

@@ -23,13 +23,13 @@ using Numbers = std::vector<double>;
 using Names = std::vector<std::string>;
 
 std::string const start = "ply\nformat binary_little_endian 1.0\n";
-std::string const text = "ply\nformat ascii 1.0\n";
+std::string const asciiHeader = "ply\nformat ascii 1.0\n";
 std::string const coordinates =
     "property float x\nproperty float y\nproperty float z\nproperty double time\n";
 std::string const end = "end_header\n";
 
 /// Why a file of these bytes is refused.
-std::string refusal(std::string const& bytes)
+std::string refusalOfPly(std::string const& bytes)
 {
     return failureOf([&] { static_cast<void>(parseCloud(bytes, "scan.ply")); });
 }
@@ -154,7 +154,7 @@ TEST(Ply, EveryTypeIsReadInBothByteOrders)
     EXPECT_EQ(big.row(0), values);
 
     CloudTable const ascii =
-        parseCloud(text + header + "200 -2 -1 5e-1 255 2.5 -128 4293918720 257\n", "scan.ply");
+        parseCloud(asciiHeader + header + "200 -2 -1 5e-1 255 2.5 -128 4293918720 257\n", "scan.ply");
     EXPECT_EQ(ascii.fields(), fields);
     EXPECT_EQ(ascii.row(0), values);
 }
@@ -179,34 +179,38 @@ TEST(Ply, OtherElementsAreSkipped)
     CloudTable const binary =
         parseCloud(start + elements + bytesOf({9, 9, 9, 9, 5, 6, 3, 0, 0, 1, 0, 1, 0}), "scan.ply");
     EXPECT_EQ(binary.column("x"), (Numbers{5.0, 6.0}));
-    CloudTable const ascii = parseCloud(text + elements + "9\n9\n5\n6\n3 0 1 1\n", "scan.ply");
+    CloudTable const ascii = parseCloud(asciiHeader + elements + "9\n9\n5\n6\n3 0 1 1\n", "scan.ply");
     EXPECT_EQ(ascii.column("x"), (Numbers{5.0, 6.0}));
     EXPECT_EQ(
-        refusal(start + "element face 1\nproperty list uchar int i\nelement vertex 1\n" + coordinates + end),
+        refusalOfPly(start + "element face 1\nproperty list uchar int i\nelement vertex 1\n" + coordinates +
+                     end),
         "scan.ply:5: the element \"face\" has lists and is before the vertices; write the vertices first");
     // The bytes of a camera are missing.
-    EXPECT_NE(refusal(start + elements + bytesOf({9, 9, 9, 9, 5})), "");
+    EXPECT_NE(refusalOfPly(start + elements + bytesOf({9, 9, 9, 9, 5})), "");
 }
 
 TEST(Ply, AnEmptyScanIsAScan)
 {
     EXPECT_EQ(parseCloud(start + "element vertex 0\n" + coordinates + end, "scan.ply").size(), 0U);
-    EXPECT_EQ(parseCloud(text + "element vertex 0\n" + coordinates + end, "scan.ply").size(), 0U);
+    EXPECT_EQ(parseCloud(asciiHeader + "element vertex 0\n" + coordinates + end, "scan.ply").size(), 0U);
 }
 
 TEST(Ply, BadTextIsRefusedByLine)
 {
-    std::string const header = text + "element vertex 2\nproperty float x\nproperty uchar label\n" + end;
-    EXPECT_EQ(refusal(header + "1 2\n3 4\n"), "");
-    EXPECT_EQ(refusal(header + "1 2\n3 4"), "");
-    EXPECT_EQ(refusal(header + "1 2\n3\n"), "scan.ply:8: 1 columns instead of 2; is the line cut off?");
-    EXPECT_EQ(refusal(header + "1 2 3\n3 4\n"), "scan.ply:7: 3 columns instead of 2");
-    EXPECT_EQ(refusal(header + "1 2\n3 256\n"), "scan.ply:8: \"256\" is no number of the type uchar (label)");
-    EXPECT_EQ(refusal(header + "1,5 2\n3 2\n"), "scan.ply:7: \"1,5\" is no number of the type float (x)");
-    EXPECT_EQ(refusal(header + "1 2\n"),
+    std::string const header =
+        asciiHeader + "element vertex 2\nproperty float x\nproperty uchar label\n" + end;
+    EXPECT_EQ(refusalOfPly(header + "1 2\n3 4\n"), "");
+    EXPECT_EQ(refusalOfPly(header + "1 2\n3 4"), "");
+    EXPECT_EQ(refusalOfPly(header + "1 2\n3\n"), "scan.ply:8: 1 columns instead of 2; is the line cut off?");
+    EXPECT_EQ(refusalOfPly(header + "1 2 3\n3 4\n"), "scan.ply:7: 3 columns instead of 2");
+    EXPECT_EQ(refusalOfPly(header + "1 2\n3 256\n"),
+              "scan.ply:8: \"256\" is no number of the type uchar (label)");
+    EXPECT_EQ(refusalOfPly(header + "1,5 2\n3 2\n"),
+              "scan.ply:7: \"1,5\" is no number of the type float (x)");
+    EXPECT_EQ(refusalOfPly(header + "1 2\n"),
               "scan.ply:8: the text ends after 1 points, but the header promises 2; the file is cut off or "
               "damaged");
-    EXPECT_EQ(refusal(header),
+    EXPECT_EQ(refusalOfPly(header),
               "scan.ply:7: the text ends after 0 points, but the header promises 2; the file is "
               "cut off or damaged");
 }
@@ -217,17 +221,19 @@ TEST(Ply, LongTextsAreReadInBlocks)
     for (int i = 0; i < 60'000; ++i) {
         lines += std::to_string(i) + ' ' + std::to_string(i % 100) + '\n';
     }
-    CloudTable const scan = parseCloud(
-        text + "element vertex 60000\nproperty double x\nproperty uchar label\n" + end + lines + "rest\n",
-        "scan.ply");
+    CloudTable const scan =
+        parseCloud(asciiHeader + "element vertex 60000\nproperty double x\nproperty uchar label\n" + end +
+                       lines + "rest\n",
+                   "scan.ply");
     ASSERT_EQ(scan.size(), 60'000U);
     Numbers const x = scan.column("x");
     for (std::size_t i = 0; i < x.size(); ++i) {
         ASSERT_EQ(x[i], static_cast<double>(i));
     }
     // The number of the line counts on from block to block.
-    std::string const wrong = refusal(
-        text + "element vertex 60001\nproperty double x\nproperty uchar label\n" + end + lines + "rest 1\n");
+    std::string const wrong =
+        refusalOfPly(asciiHeader + "element vertex 60001\nproperty double x\nproperty uchar label\n" + end +
+                     lines + "rest 1\n");
     EXPECT_EQ(wrong.substr(0, 15), "scan.ply:60007:");
 }
 
@@ -262,50 +268,51 @@ TEST(Ply, HostileHeadersAreRefusedByLine)
     std::string const vertex = "element vertex 1\n";
     std::string const formats = "the second line must be \"format ascii 1.0\", or binary_little_endian or "
                                 "binary_big_endian instead of ascii";
-    EXPECT_EQ(refusal("ply\nformat half 1.0\n"), "scan.ply:2: \"half\" is not a format of PLY");
-    EXPECT_EQ(refusal("ply\nformat binary_little_endian 1.0 x\n"), "scan.ply:2: " + formats);
-    EXPECT_EQ(refusal("ply\n" + vertex), "scan.ply:2: " + formats);
-    EXPECT_EQ(refusal(start + vertex + coordinates + end.substr(0, 5)),
+    EXPECT_EQ(refusalOfPly("ply\nformat half 1.0\n"), "scan.ply:2: \"half\" is not a format of PLY");
+    EXPECT_EQ(refusalOfPly("ply\nformat binary_little_endian 1.0 x\n"), "scan.ply:2: " + formats);
+    EXPECT_EQ(refusalOfPly("ply\n" + vertex), "scan.ply:2: " + formats);
+    EXPECT_EQ(refusalOfPly(start + vertex + coordinates + end.substr(0, 5)),
               "scan.ply:8: the header ends early, or its line is too long");
-    EXPECT_EQ(refusal(start + "\n"), "scan.ply:3: an empty line in the header");
-    EXPECT_EQ(refusal(start + vertex + coordinates + vertex),
+    EXPECT_EQ(refusalOfPly(start + "\n"), "scan.ply:3: an empty line in the header");
+    EXPECT_EQ(refusalOfPly(start + vertex + coordinates + vertex),
               "scan.ply:8: the element \"vertex\" is there twice");
-    EXPECT_EQ(refusal(start + vertex + coordinates + "element face 0\n" + vertex),
+    EXPECT_EQ(refusalOfPly(start + vertex + coordinates + "element face 0\n" + vertex),
               "scan.ply:9: the element \"vertex\" is there twice");
-    EXPECT_EQ(refusal(start + "element vertex -1\n"), "scan.ply:3: \"-1\" is not a count");
-    EXPECT_EQ(refusal(start + "element vertex 1e3\n"), "scan.ply:3: \"1e3\" is not a count");
-    EXPECT_EQ(refusal(start + "element vertex\n"), "scan.ply:3: an element needs a name and a count");
-    EXPECT_EQ(refusal(start + "property float x\n"), "scan.ply:3: a property before its element");
-    EXPECT_EQ(refusal(start + vertex + "property list uchar int x\n"),
+    EXPECT_EQ(refusalOfPly(start + "element vertex -1\n"), "scan.ply:3: \"-1\" is not a count");
+    EXPECT_EQ(refusalOfPly(start + "element vertex 1e3\n"), "scan.ply:3: \"1e3\" is not a count");
+    EXPECT_EQ(refusalOfPly(start + "element vertex\n"), "scan.ply:3: an element needs a name and a count");
+    EXPECT_EQ(refusalOfPly(start + "property float x\n"), "scan.ply:3: a property before its element");
+    EXPECT_EQ(refusalOfPly(start + vertex + "property list uchar int x\n"),
               "scan.ply:4: list properties of vertices are not supported");
-    EXPECT_EQ(refusal(start + vertex + "property half x\n"), "scan.ply:4: \"half\" is not a scalar type");
-    EXPECT_EQ(refusal(start + vertex + coordinates + "property int x\n"),
+    EXPECT_EQ(refusalOfPly(start + vertex + "property half x\n"),
+              "scan.ply:4: \"half\" is not a scalar type");
+    EXPECT_EQ(refusalOfPly(start + vertex + coordinates + "property int x\n"),
               "scan.ply:8: the property \"x\" is there twice");
-    EXPECT_EQ(refusal(start + vertex + coordinates + "end_headers\n"),
+    EXPECT_EQ(refusalOfPly(start + vertex + coordinates + "end_headers\n"),
               "scan.ply:8: \"end_headers\" is not understood");
-    EXPECT_EQ(refusal(start + end), "scan.ply:3: there is no \"element vertex\"");
-    EXPECT_EQ(refusal(start + vertex + end), "scan.ply:4: the vertices have no property");
-    EXPECT_EQ(
-        refusal(start + "element edge 9223372036854775807\nproperty double x\n" + vertex + coordinates + end),
-        "scan.ply:5: the counts are larger than any file");
+    EXPECT_EQ(refusalOfPly(start + end), "scan.ply:3: there is no \"element vertex\"");
+    EXPECT_EQ(refusalOfPly(start + vertex + end), "scan.ply:4: the vertices have no property");
+    EXPECT_EQ(refusalOfPly(start + "element edge 9223372036854775807\nproperty double x\n" + vertex +
+                           coordinates + end),
+              "scan.ply:5: the counts are larger than any file");
 }
 
 TEST(Ply, HeadersWithoutEndAreRefused)
 {
-    EXPECT_EQ(refusal("ply\n" + std::string(100'000, 'y')),
+    EXPECT_EQ(refusalOfPly("ply\n" + std::string(100'000, 'y')),
               "scan.ply:2: the header ends early, or its line is too long");
     std::string comments = start;
     for (int i = 0; i < 10'000; ++i) {
         comments += "comment\n";
     }
-    EXPECT_EQ(refusal(comments), "scan.ply:1000: the header has no end");
+    EXPECT_EQ(refusalOfPly(comments), "scan.ply:1000: the header has no end");
 }
 
 TEST(Ply, TheCountMustFitTheFileBeforeRoomIsMade)
 {
     std::string const vertices(3 * 20, '\0');
     auto const scan = [&](std::string const& count) {
-        return refusal(start + "element vertex " + count + "\n" + coordinates + end + vertices);
+        return refusalOfPly(start + "element vertex " + count + "\n" + coordinates + end + vertices);
     };
     EXPECT_EQ(scan("3"), "");
     EXPECT_EQ(scan("4"),

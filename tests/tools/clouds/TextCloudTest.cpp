@@ -26,7 +26,7 @@ CloudTable parse(std::string const& text, TextSettings const& settings = {})
         CloudInput{std::make_unique<std::istringstream>(text), text.size(), "scan.csv"}, settings));
 }
 
-std::string refusal(std::string const& text, TextSettings const& settings = {})
+std::string refusalOfText(std::string const& text, TextSettings const& settings = {})
 {
     return failureOf([&] { static_cast<void>(parse(text, settings)); });
 }
@@ -64,10 +64,10 @@ TEST(TextCloud, TakesNamesFromACommentOrFromTheSettings)
     EXPECT_EQ(named.fields(), names);
     EXPECT_EQ(named.column("time"), (Numbers{100.5, 101.0}));
     EXPECT_EQ(parse("a b c d\n1 2 3 100.5\n", {{"x", "y", "z", "time"}, {}}).fields(), names);
-    EXPECT_EQ(refusal("\n1 2 3 100.5\n"),
+    EXPECT_EQ(refusalOfText("\n1 2 3 100.5\n"),
               "scan.csv:2: the 4 columns have no names; give them with --columns x,y,z,time");
-    EXPECT_EQ(refusal("1 2 3 100.5\n", {{"x", "y", "z"}, {}}), "scan.csv:1: 4 columns instead of 3");
-    EXPECT_EQ(refusal("x,y,x\n1,2,3\n"),
+    EXPECT_EQ(refusalOfText("1 2 3 100.5\n", {{"x", "y", "z"}, {}}), "scan.csv:1: 4 columns instead of 3");
+    EXPECT_EQ(refusalOfText("x,y,x\n1,2,3\n"),
               "scan.csv: two columns have the name \"x\"; give other names with --columns");
 }
 
@@ -105,15 +105,17 @@ TEST(TextCloud, NanosecondsStayIntegers)
 TEST(TextCloud, BadLinesAreRefusedByNumber)
 {
     std::string const start = "x,y,z,time\n1,2,3,4\n";
-    EXPECT_EQ(refusal(start + "1,2,3\n"), "scan.csv:3: 3 columns instead of 4; is the line cut off?");
-    EXPECT_EQ(refusal(start + "# comment\n1,2,3,4,5\n"), "scan.csv:4: 5 columns instead of 4");
-    EXPECT_EQ(refusal(start + "1,2,three,4\n"), "scan.csv:3: \"three\" is no number of the type double (z)");
-    EXPECT_EQ(refusal(start + "1,2,3,4 s\n"), "scan.csv:3: \"4 s\" is no number of the type double (time)");
-    EXPECT_EQ(refusal(""), "scan.csv: there is no point in it");
-    EXPECT_EQ(refusal("x,y,z,time\n"), "");
-    EXPECT_EQ(refusal(std::string("x,y\0", 4)),
+    EXPECT_EQ(refusalOfText(start + "1,2,3\n"), "scan.csv:3: 3 columns instead of 4; is the line cut off?");
+    EXPECT_EQ(refusalOfText(start + "# comment\n1,2,3,4,5\n"), "scan.csv:4: 5 columns instead of 4");
+    EXPECT_EQ(refusalOfText(start + "1,2,three,4\n"),
+              "scan.csv:3: \"three\" is no number of the type double (z)");
+    EXPECT_EQ(refusalOfText(start + "1,2,3,4 s\n"),
+              "scan.csv:3: \"4 s\" is no number of the type double (time)");
+    EXPECT_EQ(refusalOfText(""), "scan.csv: there is no point in it");
+    EXPECT_EQ(refusalOfText("x,y,z,time\n"), "");
+    EXPECT_EQ(refusalOfText(std::string("x,y\0", 4)),
               "scan.csv: is not a cloud that this program reads: PLY, PCD, LAS, CSV or XYZ text");
-    EXPECT_NE(refusal(start + std::string(70'000, '1')), "");
+    EXPECT_NE(refusalOfText(start + std::string(70'000, '1')), "");
 }
 
 TEST(TextCloud, LinesWithoutAPointGiveNone)

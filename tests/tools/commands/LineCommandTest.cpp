@@ -16,7 +16,6 @@ using namespace oV::Roamscan;
 using namespace oV::Roamscan::tool;
 using support::ToolFixture;
 using support::ToolRun;
-using Json = nlohmann::json;
 
 class LineCommandTest : public ToolFixture
 {
@@ -72,14 +71,14 @@ TEST_F(LineCommandTest, WritesGltfWithMarkers)
     ToolRun const line = draw(save(threeNodes()), "scene.gltf", {"--nodes"});
     EXPECT_EQ(line.status, 0) << line.err;
     EXPECT_EQ(line.out, file("scene.gltf").string() + ": a line through 3 points, 3 nodes as spheres\n");
-    Json const json = Json::parse(read("scene.gltf"));
+    nlohmann::json const json = nlohmann::json::parse(read("scene.gltf"));
     std::vector<std::string> names;
-    for (Json const& node : json["nodes"]) {
+    for (nlohmann::json const& node : json["nodes"]) {
         names.push_back(node["name"]);
     }
     EXPECT_EQ(names, (std::vector<std::string>{"path", "Node_0", "Node_0.5", "Node_1", "origin", "walk"}));
-    EXPECT_EQ(json["nodes"][4]["translation"], Json({500002.0, 5400003.0, 4.0}));
-    EXPECT_EQ(json["nodes"][1]["translation"], Json({-1.0, -1.0, -0.5}));
+    EXPECT_EQ(json["nodes"][4]["translation"], nlohmann::json({500002.0, 5400003.0, 4.0}));
+    EXPECT_EQ(json["nodes"][1]["translation"], nlohmann::json({-1.0, -1.0, -0.5}));
 }
 
 TEST_F(LineCommandTest, WritesGlbWhateverTheCaseOfTheEnding)

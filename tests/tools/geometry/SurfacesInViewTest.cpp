@@ -1,5 +1,6 @@
 #include "tools/geometry/SurfacesInView.h"
 
+#include "tests/support/SpecialNumbers.h"
 #include "tools/simulation/RandomNumbers.h"
 #include "tools/simulation/RoomPlan.h"
 
@@ -20,12 +21,12 @@ namespace
 using namespace oV::Roamscan;
 using namespace oV::Roamscan::tool;
 using Eigen::Vector3d;
+using support::infinity;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Names = std::vector<std::string>;
 
 constexpr double pi = std::numbers::pi;
-constexpr double infinity = std::numeric_limits<double>::infinity();
 
 /// A cube of 2 m around the origin.
 Building cube()

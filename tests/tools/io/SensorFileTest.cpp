@@ -39,7 +39,7 @@ SensorData store()
     return data;
 }
 
-std::string streamBytes()
+std::string sensorBytes()
 {
     std::ostringstream stream;
     writeSensors(store(), stream, "memory");
@@ -63,18 +63,18 @@ SensorData withTables(std::size_t count)
 
 TEST_F(SensorFileTest, TheFirstFrameIsReadAndTheRestCounted)
 {
-    SensorFile const one = readSensorFile(write("a.sensors", streamBytes()));
+    SensorFile const one = readSensorFile(write("a.sensors", sensorBytes()));
     EXPECT_EQ(one.data->imuData.at("imu").count(150'000'000), 1U);
     EXPECT_EQ(one.bytesAfter, 0U);
-    SensorFile const two = readSensorFile(write("a.sensors", streamBytes() + streamBytes() + "x"));
+    SensorFile const two = readSensorFile(write("a.sensors", sensorBytes() + sensorBytes() + "x"));
     EXPECT_EQ(two.data->rangefinderData.size(), 1U);
-    EXPECT_EQ(two.bytesAfter, streamBytes().size() + 1);
+    EXPECT_EQ(two.bytesAfter, sensorBytes().size() + 1);
 }
 
 TEST_F(SensorFileTest, DamageIsReported)
 {
     EXPECT_EQ(refusal("1234567"), "a.sensors: is too short for a sensor stream (7 bytes)");
-    std::string const cut = streamBytes().substr(0, streamBytes().size() - 1);
+    std::string const cut = sensorBytes().substr(0, sensorBytes().size() - 1);
     EXPECT_EQ(refusal(cut).substr(0, 43), "a.sensors: ends early or is no sensor strea");
     std::string const zeros(100, '\0');
     EXPECT_EQ(refusal(zeros).substr(0, 41), "a.sensors: is damaged or no sensor stream");

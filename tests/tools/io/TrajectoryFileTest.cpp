@@ -26,7 +26,7 @@ protected:
     }
 };
 
-std::string streamBytes()
+std::string trajectoryBytes()
 {
     TrajectoryData data;
     data.nodes.emplace_back(1.0);
@@ -40,20 +40,21 @@ std::string streamBytes()
 
 TEST_F(TrajectoryFileTest, TheFirstFrameIsReadAndTheRestCounted)
 {
-    TrajectoryFile const one = readTrajectoryFile(write("a.trajectory", streamBytes()));
+    TrajectoryFile const one = readTrajectoryFile(write("a.trajectory", trajectoryBytes()));
     EXPECT_EQ(one.data->nodes.size(), 1U);
     EXPECT_EQ(one.bytesAfter, 0U);
-    TrajectoryFile const two = readTrajectoryFile(write("a.trajectory", streamBytes() + streamBytes() + "x"));
+    TrajectoryFile const two =
+        readTrajectoryFile(write("a.trajectory", trajectoryBytes() + trajectoryBytes() + "x"));
     EXPECT_EQ(two.data->nodes.size(), 1U);
-    EXPECT_EQ(two.bytesAfter, streamBytes().size() + 1);
+    EXPECT_EQ(two.bytesAfter, trajectoryBytes().size() + 1);
 }
 
 TEST_F(TrajectoryFileTest, DamageIsReported)
 {
     EXPECT_EQ(refusal(""), "a.trajectory: is too short for a trajectory stream (0 bytes)");
-    EXPECT_EQ(refusal(streamBytes().substr(0, 7)),
+    EXPECT_EQ(refusal(trajectoryBytes().substr(0, 7)),
               "a.trajectory: is too short for a trajectory stream (7 bytes)");
-    std::string const cut = streamBytes().substr(0, streamBytes().size() - 1);
+    std::string const cut = trajectoryBytes().substr(0, trajectoryBytes().size() - 1);
     EXPECT_EQ(refusal(cut).substr(0, 46), "a.trajectory: ends early or is no trajectory s");
     EXPECT_EQ(refusal(std::string(8, '\xff') + "x").substr(0, 46),
               "a.trajectory: ends early or is no trajectory s");

@@ -1,3 +1,4 @@
+#include "tests/support/SpecialNumbers.h"
 #include "tests/tools/support/MotionNodes.h"
 #include "tools/motion/StillStretches.h"
 #include "tools/simulation/RandomNumbers.h"
@@ -22,8 +23,6 @@ using namespace oV::Roamscan;
 using namespace oV::Roamscan::tool;
 using Eigen::Vector3d;
 using namespace support;
-
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 } // namespace
 TEST(StillStretches, SinglePosesFarOffAreNoMotion)

@@ -13,7 +13,7 @@ using namespace oV::Roamscan;
 using namespace oV::Roamscan::tool;
 using support::failureOf;
 
-std::string refusal(std::string const& text)
+std::string refusalOfMount(std::string const& text)
 {
     return failureOf([&] { static_cast<void>(parseMount(text, "--set")); });
 }
@@ -36,20 +36,21 @@ TEST(MountText, HasADeviceAPlaceAndAQuaternionWithItsRealPartFirst)
 TEST(MountText, QuaternionsAreNormalized)
 {
     EXPECT_EQ(mountText(parseMount(" 0 = 0, 0, 0, 1.05, 0, 0, 0", "--set")), "0=0,0,0,1,0,0,0");
-    EXPECT_EQ(refusal("0=0,0,0,1.2,0,0,0"),
+    EXPECT_EQ(refusalOfMount("0=0,0,0,1.2,0,0,0"),
               "--set \"0=0,0,0,1.2,0,0,0\": the norm of the quaternion is 1.2000 instead of 1" + form);
 }
 
 TEST(MountText, AnotherFormIsRefused)
 {
-    EXPECT_EQ(refusal("1"), "--set \"1\": there is no '='" + form);
-    EXPECT_EQ(refusal("4=0,0,0,1,0,0,0"),
+    EXPECT_EQ(refusalOfMount("1"), "--set \"1\": there is no '='" + form);
+    EXPECT_EQ(refusalOfMount("4=0,0,0,1,0,0,0"),
               "--set \"4=0,0,0,1,0,0,0\": the device must be 0, 1, 2 or 3" + form);
-    EXPECT_TRUE(refusal("-1=0,0,0,1,0,0,0").starts_with("--set \"-1=0,0,0,1,0,0,0\": the device must be 0"));
-    EXPECT_EQ(refusal("1=0,0,0"), "--set \"1=0,0,0\": 3 numbers instead of 7" + form);
-    EXPECT_EQ(refusal("1=0,0,0,1,0,0,nan"),
+    EXPECT_TRUE(
+        refusalOfMount("-1=0,0,0,1,0,0,0").starts_with("--set \"-1=0,0,0,1,0,0,0\": the device must be 0"));
+    EXPECT_EQ(refusalOfMount("1=0,0,0"), "--set \"1=0,0,0\": 3 numbers instead of 7" + form);
+    EXPECT_EQ(refusalOfMount("1=0,0,0,1,0,0,nan"),
               "--set \"1=0,0,0,1,0,0,nan\": \"nan\" is not a finite number" + form);
-    EXPECT_NE(refusal("1=0,0,0,0,0,0,0"), "");
+    EXPECT_NE(refusalOfMount("1=0,0,0,0,0,0,0"), "");
 }
 
 TEST(MountText, ADeviceIsNamedOnce)

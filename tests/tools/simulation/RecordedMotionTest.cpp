@@ -24,7 +24,7 @@ TrajectoryNode node(double time, Vector3d const& place, double yaw = 0.0)
     return {time, {place, Quaterniond(Eigen::AngleAxisd(yaw, Vector3d::UnitZ())), true}};
 }
 
-std::string refusal(std::vector<TrajectoryNode> const& nodes)
+std::string refusalOfNodes(std::vector<TrajectoryNode> const& nodes)
 {
     return failureOf([&] { RecordedMotion const motion(nodes, "a.trajectory"); });
 }
@@ -75,18 +75,18 @@ TEST(RecordedMotion, InvalidRecordingsAreRefused)
 {
     TrajectoryNode const good = node(0.0, {0, 0, 0});
     double const nan = std::numeric_limits<double>::quiet_NaN();
-    EXPECT_NE(refusal({}).find("two different times"), std::string::npos);
-    EXPECT_NE(refusal({good, good}).find("two different times"), std::string::npos);
-    EXPECT_NE(refusal({good, node(nan, {0, 0, 0})}).find("not finite"), std::string::npos);
-    EXPECT_NE(refusal({good, node(1.0, {0, nan, 0})}).find("not finite"), std::string::npos);
-    EXPECT_NE(refusal({good, node(1.0, {0, 20'000, 0})}).find("10 km"), std::string::npos);
-    EXPECT_NE(refusal({good, node(90'000.0, {0, 0, 0})}).find("longer than a day"), std::string::npos);
-    EXPECT_NE(refusal({node(1e11, {0, 0, 0}), node(1e11 + 1.0, {1, 0, 0})}).find("2900 years"),
+    EXPECT_NE(refusalOfNodes({}).find("two different times"), std::string::npos);
+    EXPECT_NE(refusalOfNodes({good, good}).find("two different times"), std::string::npos);
+    EXPECT_NE(refusalOfNodes({good, node(nan, {0, 0, 0})}).find("not finite"), std::string::npos);
+    EXPECT_NE(refusalOfNodes({good, node(1.0, {0, nan, 0})}).find("not finite"), std::string::npos);
+    EXPECT_NE(refusalOfNodes({good, node(1.0, {0, 20'000, 0})}).find("10 km"), std::string::npos);
+    EXPECT_NE(refusalOfNodes({good, node(90'000.0, {0, 0, 0})}).find("longer than a day"), std::string::npos);
+    EXPECT_NE(refusalOfNodes({node(1e11, {0, 0, 0}), node(1e11 + 1.0, {1, 0, 0})}).find("2900 years"),
               std::string::npos);
-    EXPECT_NE(refusal({node(-1e11, {0, 0, 0}), node(1.0 - 1e11, {1, 0, 0})}).find("2900 years"),
+    EXPECT_NE(refusalOfNodes({node(-1e11, {0, 0, 0}), node(1.0 - 1e11, {1, 0, 0})}).find("2900 years"),
               std::string::npos);
     TrajectoryNode stretched = node(1.0, {0, 0, 0});
     stretched.pose.rotation().coeffs() *= 1.1;
-    EXPECT_NE(refusal({good, stretched}).find("unit length"), std::string::npos);
-    EXPECT_EQ(refusal({good, node(1.0, {0, 0, 0})}), "");
+    EXPECT_NE(refusalOfNodes({good, stretched}).find("unit length"), std::string::npos);
+    EXPECT_EQ(refusalOfNodes({good, node(1.0, {0, 0, 0})}), "");
 }

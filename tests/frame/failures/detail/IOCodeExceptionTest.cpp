@@ -1,3 +1,4 @@
+#include "tests/support/NarrowText.h"
 #include "tests/support/StringInside.h"
 
 #include <roamscan/frame/failures/IntException.h>
@@ -17,11 +18,7 @@ namespace
 
 using Bv_1_1::String;
 using oV::Roamscan::IOCodeException;
-
-std::string narrow(String const& string)
-{
-    return string.stringAnsi();
-}
+using support::narrow;
 
 IOCodeException writeFailure()
 {
