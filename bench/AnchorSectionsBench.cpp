@@ -40,9 +40,9 @@ enum class Windows
 };
 
 // The same windows and times in each run.
-struct Input
+struct AnchorInput
 {
-    explicit Input(Windows kind)
+    explicit AnchorInput(Windows kind)
     {
         constexpr int64 spacing = 1'000'000; // ticks from one start to the next, on average
         constexpr int64 lastTime = spacing * static_cast<int64>(windowCount);
@@ -79,9 +79,9 @@ Sections filled(std::vector<TimeWindow> const& windows)
 template <typename Sections>
 struct Filled
 {
-    explicit Filled(Windows kind) : sections(filled<Sections>(inputFor<Input>(kind).windows))
+    explicit Filled(Windows kind) : sections(filled<Sections>(inputFor<AnchorInput>(kind).windows))
     {
-        auto const& input = inputFor<Input>(kind);
+        auto const& input = inputFor<AnchorInput>(kind);
         auto const expected = filled<AnchorSections>(input.windows);
         for (std::size_t i = 0; i < lookupCount; i += lookupCount / slowLookupCount) {
             if (sections.isAnchor(input.times[i]) != expected.isAnchor(input.times[i])) {
@@ -100,7 +100,7 @@ struct Insertion
     template <typename Sections, Windows kind>
     static void measure(benchmark::State& state)
     {
-        auto const& windows = inputFor<Input>(kind).windows;
+        auto const& windows = inputFor<AnchorInput>(kind).windows;
         measureEach(state, std::span(&windows, 1), filled<Sections>);
         state.SetItemsProcessed(state.iterations() * std::ssize(windows));
     }
@@ -115,7 +115,7 @@ struct Lookup
     {
         constexpr bool isSlow = std::is_same_v<Sections, LiteralAnchorSections>;
         auto const& sections = inputFor<Filled<Sections>>(kind).sections;
-        std::span const times(inputFor<Input>(kind).times);
+        std::span const times(inputFor<AnchorInput>(kind).times);
         measureEach(state, times.first(isSlow ? slowLookupCount : lookupCount), [&sections](int64 time) {
             return sections.isAnchor(time);
         });

@@ -21,7 +21,7 @@ SensorArrays arraysOfStream()
     return recordedArrays(600'000, 300'000, 20);
 }
 
-struct Format
+struct SensorFormat
 {
     using Store = oV::Roamscan::SensorData;
     using Root = oV::Roamscan::SensorSchema::SensorDataRoot;
@@ -38,7 +38,7 @@ struct Format
 
 void copyingBytes(benchmark::State& state)
 {
-    timeOnStream<Format>(state, [](auto& input) {
+    timeOnStream<SensorFormat>(state, [](auto& input) {
         std::vector<char> copy(input.size);
         std::memcpy(copy.data(), input.memory.data(), input.size);
         return copy;
@@ -48,7 +48,7 @@ void copyingBytes(benchmark::State& state)
 void fromArrays(benchmark::State& state)
 {
     static SensorArrays const arrays = arraysOfStream();
-    timeEach(state, [] { return std::make_shared<Format::Store>(storeFromArrays(arrays)); });
+    timeEach(state, [] { return std::make_shared<SensorFormat::Store>(storeFromArrays(arrays)); });
 }
 
 // The least memory with which a stream can be read as a whole.
@@ -57,9 +57,9 @@ void peakOfBufferAndStore(benchmark::State& state)
     struct BufferAndStore
     {
         std::vector<char> buffer;
-        Format::Store store;
+        SensorFormat::Store store;
     };
-    measurePeakMemory(state, arraysOfStream, [file = streamFile<Format>()](SensorArrays const& arrays) {
+    measurePeakMemory(state, arraysOfStream, [file = streamFile<SensorFormat>()](SensorArrays const& arrays) {
         return BufferAndStore{wholeFile(file), storeFromArrays(arrays)};
     });
 }
@@ -68,7 +68,7 @@ void peakOfBufferAndStore(benchmark::State& state)
 
 Group sensorStream()
 {
-    Group group = streamTime<Format>(2.5);
+    Group group = streamTime<SensorFormat>(2.5);
     group.figures.back().baselines.push_back({"from arrays", fromArrays, timesTheTime, 1.3});
     for (Figure& figure : group.figures) {
         figure.baselines.push_back({"memcpy of the bytes", copyingBytes, timesTheTime});
@@ -78,7 +78,7 @@ Group sensorStream()
 
 Group sensorStreamMemory()
 {
-    Group group = streamMemory<Format>();
+    Group group = streamMemory<SensorFormat>();
     group.figures.back().baselines.push_back({"buffer + store", peakOfBufferAndStore, timesTheMemory, 1.2});
     return group;
 }

@@ -48,9 +48,9 @@ enum class Order
     Shuffled
 };
 
-struct Input
+struct NodesAndPoses
 {
-    explicit Input(Order order) : nodes(makeNodes(1'000'000, Spacing::Even))
+    explicit NodesAndPoses(Order order) : nodes(makeNodes(1'000'000, Spacing::Even))
     {
         if (order == Order::Reversed) {
             std::reverse(nodes.begin(), nodes.end());
@@ -73,13 +73,13 @@ struct Input
 template <Trajectory make(Nodes const&), Order order>
 void building(benchmark::State& state)
 {
-    timeEach(state, [&nodes = inputFor<Input>(order).nodes] { return make(nodes); });
+    timeEach(state, [&nodes = inputFor<NodesAndPoses>(order).nodes] { return make(nodes); });
 }
 
 template <Trajectory make(Nodes const&)>
 void copying(benchmark::State& state)
 {
-    static Trajectory const original = make(inputFor<Input>(Order::InOrder).nodes);
+    static Trajectory const original = make(inputFor<NodesAndPoses>(Order::InOrder).nodes);
     timeEach(state, [] { return Trajectory(original); });
 }
 

@@ -14,7 +14,7 @@ namespace bench
 namespace
 {
 
-struct Format
+struct TrajectoryFormat
 {
     using Store = oV::Roamscan::TrajectoryData;
     using Root = oV::Roamscan::TrajectorySchema::TrajectoryFile;
@@ -48,12 +48,12 @@ struct Format
 
 Group trajectoryStream()
 {
-    return streamTime<Format>(2.0);
+    return streamTime<TrajectoryFormat>(2.0);
 }
 
 Group trajectoryStreamMemory()
 {
-    return streamMemory<Format>(0.65);
+    return streamMemory<TrajectoryFormat>(0.65);
 }
 
 } // namespace bench

@@ -13,24 +13,23 @@ namespace bench
 namespace
 {
 
-namespace schema = oV::Roamscan::SensorSchema;
 using oV::Roamscan::SensorData;
 using oV::Roamscan::TimeConversion::convertToIntegerTime;
 
-std::unique_ptr<schema::Vec3f> toRecord(mapping::Vector3<double> const& vector)
+std::unique_ptr<oV::Roamscan::SensorSchema::Vec3f> toRecord(mapping::Vector3<double> const& vector)
 {
-    return std::make_unique<schema::Vec3f>(
+    return std::make_unique<oV::Roamscan::SensorSchema::Vec3f>(
         static_cast<float>(vector.x), static_cast<float>(vector.y), static_cast<float>(vector.z));
 }
 
-mapping::Vector3<double> fromRecord(schema::Vec3f const& record)
+mapping::Vector3<double> fromRecord(oV::Roamscan::SensorSchema::Vec3f const& record)
 {
     return {record.x(), record.y(), record.z()};
 }
 
-std::unique_ptr<schema::ImuSampleT> toTree(mapping::ImuData const& record)
+std::unique_ptr<oV::Roamscan::SensorSchema::ImuSampleT> toTree(mapping::ImuData const& record)
 {
-    auto sample = std::make_unique<schema::ImuSampleT>();
+    auto sample = std::make_unique<oV::Roamscan::SensorSchema::ImuSampleT>();
     sample->time = record.getTimeStamp().get();
     sample->linearAcceleration = toRecord(record.getLinearAcceleration());
     sample->angularVelocity = toRecord(record.getAngularVelocity());
@@ -40,9 +39,9 @@ std::unique_ptr<schema::ImuSampleT> toTree(mapping::ImuData const& record)
     return sample;
 }
 
-std::unique_ptr<schema::RangefinderSampleT> toTree(mapping::RangefinderData const& record)
+std::unique_ptr<oV::Roamscan::SensorSchema::RangefinderSampleT> toTree(mapping::RangefinderData const& record)
 {
-    auto sample = std::make_unique<schema::RangefinderSampleT>();
+    auto sample = std::make_unique<oV::Roamscan::SensorSchema::RangefinderSampleT>();
     sample->time = record.getTimeStamp().get();
     sample->origin = toRecord(record.getOrigin());
     for (auto const& point : record.getRanges().get()) {
@@ -51,7 +50,7 @@ std::unique_ptr<schema::RangefinderSampleT> toTree(mapping::RangefinderData cons
     return sample;
 }
 
-std::shared_ptr<mapping::ImuData const> fromTree(schema::ImuSampleT const& sample)
+std::shared_ptr<mapping::ImuData const> fromTree(oV::Roamscan::SensorSchema::ImuSampleT const& sample)
 {
     auto const acceleration = fromRecord(*sample.linearAcceleration);
     auto const velocity = fromRecord(*sample.angularVelocity);
@@ -60,7 +59,8 @@ std::shared_ptr<mapping::ImuData const> fromTree(schema::ImuSampleT const& sampl
                                 : support::imuSample(sample.time, acceleration, velocity);
 }
 
-std::shared_ptr<mapping::RangefinderData const> fromTree(schema::RangefinderSampleT const& sample)
+std::shared_ptr<mapping::RangefinderData const>
+fromTree(oV::Roamscan::SensorSchema::RangefinderSampleT const& sample)
 {
     std::vector<mapping::TimedRangefinderPoint> points;
     for (auto const& point : sample.points) {
@@ -94,23 +94,24 @@ void fillStore(SensorData::Samples<T>& sensors, std::vector<std::unique_ptr<Sens
 
 } // namespace
 
-schema::SensorDataRootT toTree(SensorData const& store)
+oV::Roamscan::SensorSchema::SensorDataRootT toTree(SensorData const& store)
 {
-    schema::SensorDataRootT tree;
+    oV::Roamscan::SensorSchema::SensorDataRootT tree;
     fillTree(tree.imuSensors, store.imuData);
     fillTree(tree.rangefinderSensors, store.rangefinderData);
     for (auto const& [name, pose] : store.sensorPoses) {
-        auto record = std::make_unique<schema::SensorPoseT>();
+        auto record = std::make_unique<oV::Roamscan::SensorSchema::SensorPoseT>();
         record->name = name;
         auto const& [t, r] = pose;
-        record->pose = std::make_unique<schema::SensorPoseRecord>(t.x, t.y, t.z, r.w, r.x, r.y, r.z);
+        record->pose =
+            std::make_unique<oV::Roamscan::SensorSchema::SensorPoseRecord>(t.x, t.y, t.z, r.w, r.x, r.y, r.z);
         tree.poses.push_back(std::move(record));
     }
     tree.posesApplied = store.posesApplied;
     return tree;
 }
 
-std::shared_ptr<SensorData> fromTree(schema::SensorDataRootT const& tree)
+std::shared_ptr<SensorData> fromTree(oV::Roamscan::SensorSchema::SensorDataRootT const& tree)
 {
     auto store = std::make_shared<SensorData>();
     fillStore(store->imuData, tree.imuSensors);

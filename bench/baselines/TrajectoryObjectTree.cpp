@@ -11,31 +11,31 @@ namespace bench
 namespace
 {
 
-namespace schema = oV::Roamscan::TrajectorySchema;
 using oV::Roamscan::Device;
 using oV::Roamscan::TrafoT;
 using oV::Roamscan::TrajectoryData;
 using oV::Roamscan::TrajectoryNode;
 
-schema::PoseRecord toRecord(TrafoT<double> const& pose)
+oV::Roamscan::TrajectorySchema::PoseRecord toRecord(TrafoT<double> const& pose)
 {
     auto const [tx, ty, tz, qw, qx, qy, qz] = pose.serialize();
     return {tx, ty, tz, qw, qx, qy, qz};
 }
 
-schema::Matrix3Record toRecord(Eigen::Matrix3d const& matrix)
+oV::Roamscan::TrajectorySchema::Matrix3Record toRecord(Eigen::Matrix3d const& matrix)
 {
-    return schema::Matrix3Record(flatbuffers::span<double const, 9>(matrix.data(), 9));
+    return oV::Roamscan::TrajectorySchema::Matrix3Record(
+        flatbuffers::span<double const, 9>(matrix.data(), 9));
 }
 
-TrafoT<double> fromRecord(schema::PoseRecord const& record)
+TrafoT<double> fromRecord(oV::Roamscan::TrajectorySchema::PoseRecord const& record)
 {
     return {Eigen::Vector3d(record.tx(), record.ty(), record.tz()),
             Eigen::Quaterniond(record.qw(), record.qx(), record.qy(), record.qz()),
             true};
 }
 
-Eigen::Matrix3d fromRecord(schema::Matrix3Record const& record)
+Eigen::Matrix3d fromRecord(oV::Roamscan::TrajectorySchema::Matrix3Record const& record)
 {
     Eigen::Matrix3d matrix;
     std::copy(record.values()->begin(), record.values()->end(), matrix.data());
@@ -44,17 +44,19 @@ Eigen::Matrix3d fromRecord(schema::Matrix3Record const& record)
 
 } // namespace
 
-schema::TrajectoryFileT toTree(TrajectoryData const& store)
+oV::Roamscan::TrajectorySchema::TrajectoryFileT toTree(TrajectoryData const& store)
 {
-    schema::TrajectoryFileT tree;
+    oV::Roamscan::TrajectorySchema::TrajectoryFileT tree;
     tree.nodes.reserve(store.nodes.size());
     for (TrajectoryNode const& node : store.nodes) {
-        auto record = std::make_unique<schema::TrajectoryNodeRecordT>();
+        auto record = std::make_unique<oV::Roamscan::TrajectorySchema::TrajectoryNodeRecordT>();
         record->time = node.time;
-        record->pose = std::make_unique<schema::PoseRecord>(toRecord(node.pose));
+        record->pose = std::make_unique<oV::Roamscan::TrajectorySchema::PoseRecord>(toRecord(node.pose));
         record->type = static_cast<std::uint32_t>(node.type);
-        record->matrixA = std::make_unique<schema::Matrix3Record>(toRecord(node.matrixA));
-        record->matrixB = std::make_unique<schema::Matrix3Record>(toRecord(node.matrixB));
+        record->matrixA =
+            std::make_unique<oV::Roamscan::TrajectorySchema::Matrix3Record>(toRecord(node.matrixA));
+        record->matrixB =
+            std::make_unique<oV::Roamscan::TrajectorySchema::Matrix3Record>(toRecord(node.matrixB));
         record->flag = node.flag;
         tree.nodes.push_back(std::move(record));
     }
@@ -64,7 +66,7 @@ schema::TrajectoryFileT toTree(TrajectoryData const& store)
     return tree;
 }
 
-std::shared_ptr<TrajectoryData> fromTree(schema::TrajectoryFileT const& tree)
+std::shared_ptr<TrajectoryData> fromTree(oV::Roamscan::TrajectorySchema::TrajectoryFileT const& tree)
 {
     auto store = std::make_shared<TrajectoryData>();
     store->nodes.reserve(tree.nodes.size());

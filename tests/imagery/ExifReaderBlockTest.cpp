@@ -35,10 +35,10 @@ using support::tiffHeader;
 constexpr auto little = ByteOrder::Little;
 constexpr auto big = ByteOrder::Big;
 
-constexpr std::uint16_t make = 271;
-constexpr std::uint16_t model = 272;
-constexpr std::uint16_t dateTime = 306;
-constexpr std::uint16_t unknown = 1000;
+constexpr std::uint16_t makeTag = 271;
+constexpr std::uint16_t modelTag = 272;
+constexpr std::uint16_t dateTimeTag = 306;
+constexpr std::uint16_t unknownTag = 1000;
 
 using Tags = std::vector<std::uint16_t>;
 Tags const textTags{270, 271, 272, 305, 306, 33432};
@@ -138,7 +138,7 @@ TEST(ExifReaderBlock, ShortBlocksAreRefused)
 
 TEST(ExifReaderBlock, DirectoryOutsideTheBlockIsRefused)
 {
-    std::string const block = tiffBlock(little, {{unknown}});
+    std::string const block = tiffBlock(little, {{unknownTag}});
     auto const size = static_cast<std::uint32_t>(block.size());
     EXPECT_TRUE(readBlock(block).valid);
     for (std::uint32_t const place : {size - 2, size - 1, size, 0x7FFFFFFFU, 0xFFFFFFFEU, 0xFFFFFFFFU}) {
@@ -154,16 +154,16 @@ TEST(ExifReaderBlock, ADirectoryWithoutEntriesIsNotValid)
 
 TEST(ExifReaderBlock, SingleEntryOfAnUnknownTagIsValid)
 {
-    EXPECT_EQ(textsOf(readBlock(tiffBlock(little, {{unknown, 5, 8}}))), std::tuple(""s, ""s, ""s, true));
-    EXPECT_EQ(textsOf(readBlock(tiffBlock(big, {{0xFFFF}, {0}, {unknown}}))),
+    EXPECT_EQ(textsOf(readBlock(tiffBlock(little, {{unknownTag, 5, 8}}))), std::tuple(""s, ""s, ""s, true));
+    EXPECT_EQ(textsOf(readBlock(tiffBlock(big, {{0xFFFF}, {0}, {unknownTag}}))),
               std::tuple(""s, ""s, ""s, true));
 }
 
 TEST(ExifReaderBlock, OfAnUnknownTagOnlyTheTagIsRead)
 {
-    EXPECT_TRUE(readBlock(endingWith({unknown, 0xFFFFFFFFU, 0xFFFFFFFFU})).valid);
-    EXPECT_TRUE(readBlock(endingWith({unknown}, 10)).valid);
-    EXPECT_TRUE(isDefault(readBlock(endingWith({unknown}, 11))));
+    EXPECT_TRUE(readBlock(endingWith({unknownTag, 0xFFFFFFFFU, 0xFFFFFFFFU})).valid);
+    EXPECT_TRUE(readBlock(endingWith({unknownTag}, 10)).valid);
+    EXPECT_TRUE(isDefault(readBlock(endingWith({unknownTag}, 11))));
 }
 
 TEST(ExifReaderBlock, OfThePointerToMoreDataOnlyTheTagIsRead)
@@ -171,14 +171,14 @@ TEST(ExifReaderBlock, OfThePointerToMoreDataOnlyTheTagIsRead)
     EXPECT_TRUE(readBlock(endingWith({34665, 1, 0xFFFFFFFFU}, 10)).valid);
     EXPECT_TRUE(isDefault(readBlock(endingWith({34665, 1, 0xFFFFFFFFU}, 11))));
     constexpr std::uint32_t behind = placeBehind(1);
-    std::string const inner = directoryBytes(little, {{make, 5, behind + 14}}) + "ACME\0"s;
+    std::string const inner = directoryBytes(little, {{makeTag, 5, behind + 14}}) + "ACME\0"s;
     EXPECT_EQ(textsOf(readBlock(tiffBlock(little, {{34665, 1, behind}}, inner))),
               std::tuple(""s, ""s, ""s, true));
 }
 
 TEST(ExifReaderBlock, EntryCountBeyondTheBlockIsRefused)
 {
-    std::string const block = tiffHeader(little) + directoryBytes(little, {{make, 5, 0}, {unknown}});
+    std::string const block = tiffHeader(little) + directoryBytes(little, {{makeTag, 5, 0}, {unknownTag}});
     EXPECT_EQ(readBlock(block).manufacturer.size(), 5U);
     EXPECT_TRUE(isDefault(readBlock(support::withU16(block, 8, 3))));
     EXPECT_TRUE(isDefault(readBlock(support::withU16(block, 8, 0xFFFF))));
@@ -188,8 +188,8 @@ TEST(ExifReaderBlock, EntryCountBeyondTheBlockIsRefused)
 TEST(ExifReaderBlock, AsManyEntriesAsABlockCanHoldAreRead)
 {
     constexpr std::size_t most = (65529 - 10) / 12;
-    std::vector<support::TiffEntry> entries(most, {unknown});
-    entries.back() = {make, 65529, 0};
+    std::vector<support::TiffEntry> entries(most, {unknownTag});
+    entries.back() = {makeTag, 65529, 0};
     std::string block = tiffHeader(little) + directoryBytes(little, entries);
     block.resize(65529, 'x');
     EXPECT_EQ(readBlock(block).manufacturer, block);
@@ -199,34 +199,34 @@ TEST(ExifReaderBlock, AsManyEntriesAsABlockCanHoldAreRead)
 TEST(ExifReaderBlock, TheTypeOfAnEntryIsNotRead)
 {
     for (std::uint16_t const type : Tags{0, 1, 3, 5, 99, 0xFFFF}) {
-        EXPECT_EQ(readBlock(endingWith({make, 6, 60, type})).manufacturer, "xxxxxx") << type;
+        EXPECT_EQ(readBlock(endingWith({makeTag, 6, 60, type})).manufacturer, "xxxxxx") << type;
     }
 }
 
 TEST(ExifReaderBlock, StringOfFiveBytesIsReadFromItsOffset)
 {
-    EXPECT_EQ(readBlock(tiffBlock(big, {{make, 5, placeBehind(1)}}, "ACME\0"s)).manufacturer, "ACME\0"s);
+    EXPECT_EQ(readBlock(tiffBlock(big, {{makeTag, 5, placeBehind(1)}}, "ACME\0"s)).manufacturer, "ACME\0"s);
 }
 
 TEST(ExifReaderBlock, StringOfFourBytesIsReadFromOffsetEight)
 {
     // "IBM" in the entry itself; at offset 8 are the count of entries and the first tag.
-    EXPECT_EQ(readBlock(tiffBlock(big, {{make, 4, 0x49424D00}})).manufacturer,
+    EXPECT_EQ(readBlock(tiffBlock(big, {{makeTag, 4, 0x49424D00}})).manufacturer,
               bytes({0x00, 0x01, 0x01, 0x0F}));
-    EXPECT_EQ(readBlock(endingWith({make, 4, 0xFFFFFFFFU})).manufacturer, "xxxx");
-    EXPECT_EQ(readBlock(endingWith({model, 3})).model, "xxx");
-    EXPECT_EQ(readBlock(endingWith({dateTime, 1})).dateTime, "x");
+    EXPECT_EQ(readBlock(endingWith({makeTag, 4, 0xFFFFFFFFU})).manufacturer, "xxxx");
+    EXPECT_EQ(readBlock(endingWith({modelTag, 3})).model, "xxx");
+    EXPECT_EQ(readBlock(endingWith({dateTimeTag, 1})).dateTime, "x");
 }
 
 TEST(ExifReaderBlock, StringOfNoBytesIsEmptyAndUsed)
 {
-    EXPECT_EQ(textsOf(readBlock(endingWith({make, 0, 0xFFFFFFFFU}))), std::tuple(""s, ""s, ""s, true));
+    EXPECT_EQ(textsOf(readBlock(endingWith({makeTag, 0, 0xFFFFFFFFU}))), std::tuple(""s, ""s, ""s, true));
 }
 
 TEST(ExifReaderBlock, ShortStringNeedsOnlyItsCountInsideTheBlock)
 {
-    EXPECT_EQ(readBlock(endingWith({make, 4}, 4)).manufacturer, "xxxx");
-    EXPECT_TRUE(isDefault(readBlock(endingWith({make, 4}, 5))));
+    EXPECT_EQ(readBlock(endingWith({makeTag, 4}, 4)).manufacturer, "xxxx");
+    EXPECT_TRUE(isDefault(readBlock(endingWith({makeTag, 4}, 5))));
 }
 
 TEST(ExifReaderBlock, LongStringNeedsAnOffsetInsideTheBlock)
@@ -251,22 +251,23 @@ TEST(ExifReaderBlock, StringMayEndAtTheEndOfTheBlock)
         EXPECT_FALSE(isSound(size + 1, 0)) << tag;
         EXPECT_FALSE(isSound(5, size)) << tag;
     }
-    EXPECT_EQ(readBlock(tiffBlock(little, {{model, 6, size - 6}}, "abcdef")).model, "abcdef");
+    EXPECT_EQ(readBlock(tiffBlock(little, {{modelTag, 6, size - 6}}, "abcdef")).model, "abcdef");
 }
 
 TEST(ExifReaderBlock, OffsetsOfStringsDoNotOverflow)
 {
-    EXPECT_TRUE(isDefault(readBlock(endingWith({make, 5, 0xFFFFFFFFU}))));
-    EXPECT_TRUE(isDefault(readBlock(endingWith({make, 0x20, 0xFFFFFFF0U}))));
-    EXPECT_TRUE(isDefault(readBlock(endingWith({make, 0xFFFFFFFFU, 0x20}))));
-    EXPECT_TRUE(isDefault(readBlock(endingWith({make, 0xFFFFFFFFU, 0xFFFFFFFFU}))));
+    EXPECT_TRUE(isDefault(readBlock(endingWith({makeTag, 5, 0xFFFFFFFFU}))));
+    EXPECT_TRUE(isDefault(readBlock(endingWith({makeTag, 0x20, 0xFFFFFFF0U}))));
+    EXPECT_TRUE(isDefault(readBlock(endingWith({makeTag, 0xFFFFFFFFU, 0x20}))));
+    EXPECT_TRUE(isDefault(readBlock(endingWith({makeTag, 0xFFFFFFFFU, 0xFFFFFFFFU}))));
 }
 
 TEST(ExifReaderBlock, BytesOfAStringAreUnchanged)
 {
     std::string const text = "a\0b\xFF\n\0\0"s;
-    EXPECT_EQ(readBlock(tiffBlock(little, {{make, 7, placeBehind(1)}}, text)).manufacturer, text);
-    EXPECT_EQ(readBlock(tiffBlock(little, {{make, 7, placeBehind(1)}}, "no end!")).manufacturer, "no end!");
+    EXPECT_EQ(readBlock(tiffBlock(little, {{makeTag, 7, placeBehind(1)}}, text)).manufacturer, text);
+    EXPECT_EQ(readBlock(tiffBlock(little, {{makeTag, 7, placeBehind(1)}}, "no end!")).manufacturer,
+              "no end!");
 }
 
 TEST(ExifReaderBlock, ShortValueMustLieInsideTheBlock)
@@ -306,19 +307,19 @@ TEST(ExifReaderBlock, RationalsMustLieInsideAndTheTagGivesTheirNumber)
 TEST(ExifReaderBlock, FirstEntryOfATagIsUsed)
 {
     std::string const block = tiffBlock(little,
-                                        {{make, 5, placeBehind(6)},
-                                         {model, 5, placeBehind(6)},
-                                         {dateTime, 0, 0},
-                                         {make, 5, placeBehind(6) + 5},
-                                         {model, 6, placeBehind(6)},
-                                         {dateTime, 5, placeBehind(6)}},
+                                        {{makeTag, 5, placeBehind(6)},
+                                         {modelTag, 5, placeBehind(6)},
+                                         {dateTimeTag, 0, 0},
+                                         {makeTag, 5, placeBehind(6) + 5},
+                                         {modelTag, 6, placeBehind(6)},
+                                         {dateTimeTag, 5, placeBehind(6)}},
                                         "firstother");
     EXPECT_EQ(textsOf(readBlock(block)), std::tuple(""s, "first"s, "first"s, true));
 }
 
 TEST(ExifReaderBlock, LaterEntryOfATagMustBeValid)
 {
-    std::vector<support::TiffEntry> entries{{make, 5, 0}, {model, 5, 0}, {make, 5, 0}};
+    std::vector<support::TiffEntry> entries{{makeTag, 5, 0}, {modelTag, 5, 0}, {makeTag, 5, 0}};
     EXPECT_EQ(readBlock(tiffBlock(little, entries)).manufacturer.size(), 5U);
     entries.back().value = 0xFFFFFFFFU;
     EXPECT_TRUE(isDefault(readBlock(tiffBlock(little, entries))));
@@ -327,7 +328,7 @@ TEST(ExifReaderBlock, LaterEntryOfATagMustBeValid)
 TEST(ExifReaderBlock, InvalidEntryDiscardsTheEntriesBefore)
 {
     for (std::uint16_t const tag : Tags{270, 282, 318, 532}) {
-        std::vector<support::TiffEntry> const entries{{make, 5, 0}, {tag, 5, 0xFFFFFFFFU}};
+        std::vector<support::TiffEntry> const entries{{makeTag, 5, 0}, {tag, 5, 0xFFFFFFFFU}};
         EXPECT_TRUE(isDefault(readBlock(tiffBlock(little, entries)))) << tag;
     }
     EXPECT_TRUE(isDefault(readBlock(endingWith({274}, 3))));
@@ -336,9 +337,9 @@ TEST(ExifReaderBlock, InvalidEntryDiscardsTheEntriesBefore)
 TEST(ExifReaderBlock, TheNextDirectoryIsNotFollowed)
 {
     constexpr std::uint32_t next = placeBehind(1);
-    std::string block = tiffBlock(little, {{model, 5, 0}}, directoryBytes(little, {{make, 5, 0}}));
+    std::string block = tiffBlock(little, {{modelTag, 5, 0}}, directoryBytes(little, {{makeTag, 5, 0}}));
     block = support::withU32(block, next - 4, next);
     EXPECT_EQ(textsOf(readBlock(block)), std::tuple(""s, ""s, block.substr(0, 5), true));
     EXPECT_TRUE(readBlock(support::withU32(block, next - 4, 0xFFFFFFFFU)).valid);
-    EXPECT_TRUE(readBlock(tiffHeader(little) + directoryBytes(little, {{model, 5, 0}})).valid);
+    EXPECT_TRUE(readBlock(tiffHeader(little) + directoryBytes(little, {{modelTag, 5, 0}})).valid);
 }

@@ -138,13 +138,13 @@ TYPED_TEST(TrafoTExtremeTranslations, ADifferenceThatOverflowsComparesByRelative
 TYPED_TEST(TrafoTExtremeTranslations, AnInfiniteTranslationDiffersFromEveryFiniteOne)
 {
     using T = TypeParam;
-    T const infinity = std::numeric_limits<T>::infinity();
+    T const infinite = std::numeric_limits<T>::infinity();
     for (T const finite : {T(0), T(1), std::numeric_limits<T>::max()}) {
-        EXPECT_FALSE(this->at(infinity).isApprox(this->at(finite), 1000.0));
-        EXPECT_FALSE(this->at(finite).isApprox(this->at(infinity), 1000.0));
+        EXPECT_FALSE(this->at(infinite).isApprox(this->at(finite), 1000.0));
+        EXPECT_FALSE(this->at(finite).isApprox(this->at(infinite), 1000.0));
     }
-    EXPECT_TRUE(this->at(infinity) == this->at(infinity)); // their difference is NaN
-    EXPECT_TRUE(this->at(infinity) == this->at(0, infinity));
+    EXPECT_TRUE(this->at(infinite) == this->at(infinite)); // their difference is NaN
+    EXPECT_TRUE(this->at(infinite) == this->at(0, infinite));
 }
 
 TYPED_TEST(TrafoTExtremeTranslations, OtherwiseTheFormulaDecides)

@@ -26,7 +26,7 @@ std::string header(std::string const& fields, std::string const& rest)
            "WIDTH 2\nHEIGHT 1\nVIEWPOINT 0 0 0 1 0 0 0\nPOINTS 2\n" + rest;
 }
 
-std::string const fields = "FIELDS x label rest\nSIZE 4 8 1\nTYPE F U I\nCOUNT 1 1 2\n";
+std::string const fieldLines = "FIELDS x label rest\nSIZE 4 8 1\nTYPE F U I\nCOUNT 1 1 2\n";
 
 std::string refusalOfPcd(std::string const& bytes)
 {
@@ -40,7 +40,7 @@ TEST(Pcd, TextAndBinaryHoldTheSamePoints)
     Names const names{"x float", "label ulong", "rest_0 char", "rest_1 char"};
     Numbers const first{1.5, 9007199254740992.0, -1.0, 2.0};
     CloudTable const text =
-        parseCloud(header(fields, "DATA ascii\n1.5 9007199254740992 -1 2\nnan 0 3 4\n"), "scan.pcd");
+        parseCloud(header(fieldLines, "DATA ascii\n1.5 9007199254740992 -1 2\nnan 0 3 4\n"), "scan.pcd");
     EXPECT_EQ(text.fields(), names);
     ASSERT_EQ(text.size(), 2U);
     EXPECT_EQ(text.row(0), first);
@@ -49,13 +49,13 @@ TEST(Pcd, TextAndBinaryHoldTheSamePoints)
     std::string const points("\0\0\xC0\x3F\0\0\0\0\0\0\x20\0\xFF\x02"
                              "\0\0\0\0\0\0\0\0\0\0\0\0\x03\x04",
                              28);
-    CloudTable const binary = parseCloud(header(fields, "DATA binary\n" + points), "scan.pcd");
+    CloudTable const binary = parseCloud(header(fieldLines, "DATA binary\n" + points), "scan.pcd");
     EXPECT_EQ(binary.fields(), names);
     ASSERT_EQ(binary.size(), 2U);
     EXPECT_EQ(binary.row(0), first);
     EXPECT_EQ(binary.row(1), (Numbers{0.0, 0.0, 3.0, 4.0}));
     EXPECT_EQ(
-        refusalOfPcd(header(fields, "DATA binary\n" + points.substr(1))),
+        refusalOfPcd(header(fieldLines, "DATA binary\n" + points.substr(1))),
         "scan.pcd: the header promises 2 points of 14 bytes, but 27 bytes follow it; the file is cut off or "
         "damaged");
 }
@@ -74,9 +74,9 @@ TEST(Pcd, HostileHeadersAreRefusedByLine)
     EXPECT_EQ(refusalOfPcd("VERSION 0.7\nPOINT 3\n"), "scan.pcd:2: \"POINT\" is no entry of a PCD header");
     EXPECT_EQ(refusalOfPcd("VERSION 0.7\n"), "scan.pcd:2: the header ends early, or its line is too long");
     EXPECT_EQ(refusalOfPcd("DATA ascii\n"), "scan.pcd:1: there are no FIELDS");
-    EXPECT_EQ(refusalOfPcd(header(fields, "DATA binary_compressed\n")),
+    EXPECT_EQ(refusalOfPcd(header(fieldLines, "DATA binary_compressed\n")),
               "scan.pcd:11: the points are compressed, which is not supported; convert the file to binary");
-    EXPECT_EQ(refusalOfPcd(header(fields, "DATA\n")), "scan.pcd:11: DATA must be binary or ascii");
+    EXPECT_EQ(refusalOfPcd(header(fieldLines, "DATA\n")), "scan.pcd:11: DATA must be binary or ascii");
     EXPECT_EQ(refusalOfPcd(header("FIELDS x\nSIZE 2\nTYPE F\n", "DATA ascii\n")),
               "scan.pcd:10: a field of the type \"F\" and the size \"2\" is not supported");
     EXPECT_EQ(refusalOfPcd(header("FIELDS x y\nSIZE 4\nTYPE F F\n", "DATA ascii\n")),

@@ -22,7 +22,7 @@ using support::parseCloud;
 using Numbers = std::vector<double>;
 using Names = std::vector<std::string>;
 
-std::string const start = "ply\nformat binary_little_endian 1.0\n";
+std::string const binaryHeader = "ply\nformat binary_little_endian 1.0\n";
 std::string const asciiHeader = "ply\nformat ascii 1.0\n";
 std::string const coordinates =
     "property float x\nproperty float y\nproperty float z\nproperty double time\n";
@@ -125,15 +125,15 @@ TEST(Ply, EveryTypeIsReadInBothByteOrders)
                        "green ushort"};
     Numbers const values{200.0, -2.0, -1.0, 0.5, 255.0, 2.5, -128.0, 4293918720.0, 257.0};
     CloudTable const little =
-        parseCloud(start + header + bytesOf({200,                                      // red
-                                             0xFE, 0xFF, 0xFF, 0xFF,                   // time
-                                             0xFF, 0xFF,                               // z
-                                             0,    0,    0,    0x3F,                   // confidence
-                                             255,                                      // alpha
-                                             0,    0,    0,    0,    0, 0, 0x04, 0x40, // x
-                                             0x80,                                     // y
-                                             0,    0,    0xF0, 0xFF,                   // label
-                                             0x01, 0x01}),                             // green
+        parseCloud(binaryHeader + header + bytesOf({200,                                      // red
+                                                    0xFE, 0xFF, 0xFF, 0xFF,                   // time
+                                                    0xFF, 0xFF,                               // z
+                                                    0,    0,    0,    0x3F,                   // confidence
+                                                    255,                                      // alpha
+                                                    0,    0,    0,    0,    0, 0, 0x04, 0x40, // x
+                                                    0x80,                                     // y
+                                                    0,    0,    0xF0, 0xFF,                   // label
+                                                    0x01, 0x01}),                             // green
                    "scan.ply");
     EXPECT_EQ(little.fields(), fields);
     ASSERT_EQ(little.size(), 1U);
@@ -177,21 +177,21 @@ TEST(Ply, OtherElementsAreSkipped)
                                  "element face 1\nproperty list uchar ushort vertex_indices\n" +
                                  end;
     CloudTable const binary =
-        parseCloud(start + elements + bytesOf({9, 9, 9, 9, 5, 6, 3, 0, 0, 1, 0, 1, 0}), "scan.ply");
+        parseCloud(binaryHeader + elements + bytesOf({9, 9, 9, 9, 5, 6, 3, 0, 0, 1, 0, 1, 0}), "scan.ply");
     EXPECT_EQ(binary.column("x"), (Numbers{5.0, 6.0}));
     CloudTable const ascii = parseCloud(asciiHeader + elements + "9\n9\n5\n6\n3 0 1 1\n", "scan.ply");
     EXPECT_EQ(ascii.column("x"), (Numbers{5.0, 6.0}));
     EXPECT_EQ(
-        refusalOfPly(start + "element face 1\nproperty list uchar int i\nelement vertex 1\n" + coordinates +
-                     end),
+        refusalOfPly(binaryHeader + "element face 1\nproperty list uchar int i\nelement vertex 1\n" +
+                     coordinates + end),
         "scan.ply:5: the element \"face\" has lists and is before the vertices; write the vertices first");
     // The bytes of a camera are missing.
-    EXPECT_NE(refusalOfPly(start + elements + bytesOf({9, 9, 9, 9, 5})), "");
+    EXPECT_NE(refusalOfPly(binaryHeader + elements + bytesOf({9, 9, 9, 9, 5})), "");
 }
 
 TEST(Ply, AnEmptyScanIsAScan)
 {
-    EXPECT_EQ(parseCloud(start + "element vertex 0\n" + coordinates + end, "scan.ply").size(), 0U);
+    EXPECT_EQ(parseCloud(binaryHeader + "element vertex 0\n" + coordinates + end, "scan.ply").size(), 0U);
     EXPECT_EQ(parseCloud(asciiHeader + "element vertex 0\n" + coordinates + end, "scan.ply").size(), 0U);
 }
 
@@ -271,28 +271,29 @@ TEST(Ply, HostileHeadersAreRefusedByLine)
     EXPECT_EQ(refusalOfPly("ply\nformat half 1.0\n"), "scan.ply:2: \"half\" is not a format of PLY");
     EXPECT_EQ(refusalOfPly("ply\nformat binary_little_endian 1.0 x\n"), "scan.ply:2: " + formats);
     EXPECT_EQ(refusalOfPly("ply\n" + vertex), "scan.ply:2: " + formats);
-    EXPECT_EQ(refusalOfPly(start + vertex + coordinates + end.substr(0, 5)),
+    EXPECT_EQ(refusalOfPly(binaryHeader + vertex + coordinates + end.substr(0, 5)),
               "scan.ply:8: the header ends early, or its line is too long");
-    EXPECT_EQ(refusalOfPly(start + "\n"), "scan.ply:3: an empty line in the header");
-    EXPECT_EQ(refusalOfPly(start + vertex + coordinates + vertex),
+    EXPECT_EQ(refusalOfPly(binaryHeader + "\n"), "scan.ply:3: an empty line in the header");
+    EXPECT_EQ(refusalOfPly(binaryHeader + vertex + coordinates + vertex),
               "scan.ply:8: the element \"vertex\" is there twice");
-    EXPECT_EQ(refusalOfPly(start + vertex + coordinates + "element face 0\n" + vertex),
+    EXPECT_EQ(refusalOfPly(binaryHeader + vertex + coordinates + "element face 0\n" + vertex),
               "scan.ply:9: the element \"vertex\" is there twice");
-    EXPECT_EQ(refusalOfPly(start + "element vertex -1\n"), "scan.ply:3: \"-1\" is not a count");
-    EXPECT_EQ(refusalOfPly(start + "element vertex 1e3\n"), "scan.ply:3: \"1e3\" is not a count");
-    EXPECT_EQ(refusalOfPly(start + "element vertex\n"), "scan.ply:3: an element needs a name and a count");
-    EXPECT_EQ(refusalOfPly(start + "property float x\n"), "scan.ply:3: a property before its element");
-    EXPECT_EQ(refusalOfPly(start + vertex + "property list uchar int x\n"),
+    EXPECT_EQ(refusalOfPly(binaryHeader + "element vertex -1\n"), "scan.ply:3: \"-1\" is not a count");
+    EXPECT_EQ(refusalOfPly(binaryHeader + "element vertex 1e3\n"), "scan.ply:3: \"1e3\" is not a count");
+    EXPECT_EQ(refusalOfPly(binaryHeader + "element vertex\n"),
+              "scan.ply:3: an element needs a name and a count");
+    EXPECT_EQ(refusalOfPly(binaryHeader + "property float x\n"), "scan.ply:3: a property before its element");
+    EXPECT_EQ(refusalOfPly(binaryHeader + vertex + "property list uchar int x\n"),
               "scan.ply:4: list properties of vertices are not supported");
-    EXPECT_EQ(refusalOfPly(start + vertex + "property half x\n"),
+    EXPECT_EQ(refusalOfPly(binaryHeader + vertex + "property half x\n"),
               "scan.ply:4: \"half\" is not a scalar type");
-    EXPECT_EQ(refusalOfPly(start + vertex + coordinates + "property int x\n"),
+    EXPECT_EQ(refusalOfPly(binaryHeader + vertex + coordinates + "property int x\n"),
               "scan.ply:8: the property \"x\" is there twice");
-    EXPECT_EQ(refusalOfPly(start + vertex + coordinates + "end_headers\n"),
+    EXPECT_EQ(refusalOfPly(binaryHeader + vertex + coordinates + "end_headers\n"),
               "scan.ply:8: \"end_headers\" is not understood");
-    EXPECT_EQ(refusalOfPly(start + end), "scan.ply:3: there is no \"element vertex\"");
-    EXPECT_EQ(refusalOfPly(start + vertex + end), "scan.ply:4: the vertices have no property");
-    EXPECT_EQ(refusalOfPly(start + "element edge 9223372036854775807\nproperty double x\n" + vertex +
+    EXPECT_EQ(refusalOfPly(binaryHeader + end), "scan.ply:3: there is no \"element vertex\"");
+    EXPECT_EQ(refusalOfPly(binaryHeader + vertex + end), "scan.ply:4: the vertices have no property");
+    EXPECT_EQ(refusalOfPly(binaryHeader + "element edge 9223372036854775807\nproperty double x\n" + vertex +
                            coordinates + end),
               "scan.ply:5: the counts are larger than any file");
 }
@@ -301,7 +302,7 @@ TEST(Ply, HeadersWithoutEndAreRefused)
 {
     EXPECT_EQ(refusalOfPly("ply\n" + std::string(100'000, 'y')),
               "scan.ply:2: the header ends early, or its line is too long");
-    std::string comments = start;
+    std::string comments = binaryHeader;
     for (int i = 0; i < 10'000; ++i) {
         comments += "comment\n";
     }
@@ -312,7 +313,7 @@ TEST(Ply, TheCountMustFitTheFileBeforeRoomIsMade)
 {
     std::string const vertices(3 * 20, '\0');
     auto const scan = [&](std::string const& count) {
-        return refusalOfPly(start + "element vertex " + count + "\n" + coordinates + end + vertices);
+        return refusalOfPly(binaryHeader + "element vertex " + count + "\n" + coordinates + end + vertices);
     };
     EXPECT_EQ(scan("3"), "");
     EXPECT_EQ(scan("4"),
