@@ -13,9 +13,9 @@ namespace oV::Roamscan::tool
 {
 
 /// Runs three stages on several threads for one block after another: `read` and `write` for one block at a
-/// time and in order, `convert` for several blocks at once. There are two blocks for each thread, so that the
-/// memory does not depend on how many are read. A thread does not wait for its turn to write: a block that is
-/// converted before its turn is written by the thread that wrote the one before it.
+/// time and in order, `convert` for several blocks at once. There are at most eight more blocks than threads,
+/// so that the memory does not depend on how many are read. A thread does not wait for its turn to write: a
+/// block that is converted before its turn is written by the thread that wrote the one before it.
 template <typename Block, typename Read, typename Convert, typename Write>
 class OrderedPipeline
 {
@@ -30,7 +30,7 @@ public:
     /// @throws the exception of the first block that failed in any stage; the blocks before it are written
     void run(std::size_t threads)
     {
-        slots_ = std::vector<Slot>(2 * threads);
+        slots_ = std::vector<Slot>(threads + std::min<std::size_t>(threads, 8));
         {
             std::vector<std::jthread> others;
             for (std::size_t i = 1; i < threads; ++i) {
