@@ -37,9 +37,9 @@ struct Case
 };
 
 // The same poses in each form that is measured, and the queries.
-struct Sampling
+struct SamplingInput
 {
-    explicit Sampling(Case const& which)
+    explicit SamplingInput(Case const& which)
     {
         auto const nodes = makeNodes(which.poses, which.spacing);
         support::MapPoseFunction plain;
@@ -84,18 +84,20 @@ struct Sampling
 Function sampling(Case const& which, auto pose)
 {
     return [which, pose](benchmark::State& state) {
-        auto const& input = inputFor<Sampling>(which);
+        auto const& input = inputFor<SamplingInput>(which);
         measureEach(state, input.queries, [&](Query const& query) { return pose(input, query); });
     };
 }
 
-constexpr auto sample = [](Sampling const& input, Query const& query) {
+constexpr auto sample = [](SamplingInput const& input, Query const& query) {
     return input.trajectory.sample(query.time);
 };
-constexpr auto map = [](Sampling const& input, Query const& query) { return input.map(query.time); };
-constexpr auto bare = [](Sampling const& input, Query const& query) { return input.interpolated(query); };
+constexpr auto map = [](SamplingInput const& input, Query const& query) { return input.map(query.time); };
+constexpr auto bare = [](SamplingInput const& input, Query const& query) {
+    return input.interpolated(query);
+};
 
-std::vector<double> timesOf(Sampling const& input)
+std::vector<double> timesOf(SamplingInput const& input)
 {
     std::vector<double> times;
     for (Query const& query : input.queries) {
@@ -108,7 +110,7 @@ std::vector<double> timesOf(Sampling const& input)
 Function storingAll(Case const& which, auto store)
 {
     return [which, store](benchmark::State& state) {
-        auto const& input = inputFor<Sampling>(which);
+        auto const& input = inputFor<SamplingInput>(which);
         std::vector<double> const times = timesOf(input);
         std::vector<Pose> poses(times.size());
         store(input, times, poses);
@@ -125,10 +127,10 @@ Function storingAll(Case const& which, auto store)
     };
 }
 
-constexpr auto inOneCall = [](Sampling const& input, auto const& times, std::vector<Pose>& poses) {
+constexpr auto inOneCall = [](SamplingInput const& input, auto const& times, std::vector<Pose>& poses) {
     oV::Roamscan::samplePoses(input.trajectory, times, poses);
 };
-constexpr auto inALoop = [](Sampling const& input, auto const& times, std::vector<Pose>& poses) {
+constexpr auto inALoop = [](SamplingInput const& input, auto const& times, std::vector<Pose>& poses) {
     for (std::size_t i = 0; i < times.size(); ++i) {
         poses[i] = input.trajectory.sample(times[i]);
     }
@@ -148,7 +150,7 @@ Figure samplingFigure(std::string const& name, Case const& which)
                    {"bare interpolate", sampling(which, bare), timesTheTime, bareTarget}}};
 #ifdef ROAMSCAN_BENCH_OTHER_LIBRARIES
     if (isEven) {
-        auto const tf2 = [](Sampling const& input, Query const& query) { return input.tf2(query.time); };
+        auto const tf2 = [](SamplingInput const& input, Query const& query) { return input.tf2(query.time); };
         figure.baselines.push_back({"tf2 lookup", sampling(which, tf2)});
     }
 #endif

@@ -48,9 +48,9 @@ enum class Order
     Shuffled
 };
 
-struct NodesAndPoses
+struct BuildingInput
 {
-    explicit NodesAndPoses(Order order) : nodes(makeNodes(1'000'000, Spacing::Even))
+    explicit BuildingInput(Order order) : nodes(makeNodes(1'000'000, Spacing::Even))
     {
         if (order == Order::Reversed) {
             std::reverse(nodes.begin(), nodes.end());
@@ -73,13 +73,13 @@ struct NodesAndPoses
 template <Trajectory make(Nodes const&), Order order>
 void building(benchmark::State& state)
 {
-    timeEach(state, [&nodes = inputFor<NodesAndPoses>(order).nodes] { return make(nodes); });
+    timeEach(state, [&nodes = inputFor<BuildingInput>(order).nodes] { return make(nodes); });
 }
 
 template <Trajectory make(Nodes const&)>
 void copying(benchmark::State& state)
 {
-    static Trajectory const original = make(inputFor<NodesAndPoses>(Order::InOrder).nodes);
+    static Trajectory const original = make(inputFor<BuildingInput>(Order::InOrder).nodes);
     timeEach(state, [] { return Trajectory(original); });
 }
 

@@ -132,11 +132,10 @@ Counts placeInTurn(detail::CalledPoses poses, PointSpans<Scalar> const& spans)
 template <typename Scalar>
 Counts placeInTurn(detail::TablePoses poses, PointSpans<Scalar> const& spans)
 {
-    constexpr std::size_t fewest = 4; // fewer points are faster one by one
     Counts counts{};
     for (std::size_t i = 0; i < spans.times.size();) {
         std::size_t const together = poses.goToMany(spans.times.subspan(i));
-        if (together >= fewest) {
+        if (together > 0) {
             placeTogether(poses, spans.part(i, together), counts);
             i += together;
         } else {

@@ -56,9 +56,6 @@ private:
         while (Slot* const slot = readNext()) {
             if (!slot->failure) {
                 slot->failure = attempt([&] { convert_(slot->block); });
-                if (slot->failure) {
-                    end(); // no block after this one is written
-                }
             }
             writeReady(*slot);
         }
