@@ -31,9 +31,14 @@ function(roamscan_build_settings target)
         if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
             # A library with unique symbols (STB_GNU_UNIQUE) could not be unloaded.
             target_compile_options(${target} PRIVATE -fno-gnu-unique)
+            if(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+                # False positives for sums of strings when the compiler optimizes.
+                target_compile_options(${target} PRIVATE -Wno-restrict)
+            endif()
             if(CMAKE_UNITY_BUILD)
-                # In a source that a unity build includes, GCC warns of each class over one of an unnamed namespace.
-                target_compile_options(${target} PRIVATE -Wno-subobject-linkage)
+                # In a source that a unity build includes, GCC warns of each class over one of an unnamed namespace, and it
+                # warns of a class's own operators new and delete if it inlines one of them.
+                target_compile_options(${target} PRIVATE -Wno-subobject-linkage -Wno-mismatched-new-delete)
             endif()
             if(ROAMSCAN_SANITIZE)
                 # With sanitizers, GCC reports false positives of this warning, for example in <regex>. The builds

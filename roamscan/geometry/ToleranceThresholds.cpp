@@ -1,3 +1,4 @@
+#include <roamscan/frame/platform/detail/Rounding.h>
 #include <roamscan/frame/values/LinearInterpolatedFunctionT.h>
 #include <roamscan/geometry/ToleranceThresholds.h>
 
@@ -23,7 +24,7 @@ constexpr double binsPerUnit = 100.0;
 // Nothing for NaN and for distances beyond the range of `int`, whose conversion would be undefined.
 std::optional<int> binOf(double distance)
 {
-    double const bin = std::round(distance * binsPerUnit);
+    double const bin = oV::detail::roundHalfAway(distance * binsPerUnit);
     if (!(std::abs(bin) <= std::numeric_limits<int>::max())) {
         return std::nullopt;
     }

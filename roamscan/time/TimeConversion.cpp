@@ -1,3 +1,4 @@
+#include <roamscan/frame/platform/detail/Rounding.h>
 #include <roamscan/time/TimeConversion.h>
 #include <roamscan/time/detail/TickRatio.h>
 
@@ -32,7 +33,7 @@ constinit double const automationTimeResolution = 1000000.0;
 
 int64 convertToIntegerTime(double const& seconds)
 {
-    return std::llround(seconds * timeResolution);
+    return oV::detail::roundToInteger(seconds * timeResolution);
 }
 
 double convertToSeconds(int64 const& time)

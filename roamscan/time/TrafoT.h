@@ -173,7 +173,9 @@ private:
     bool valid_;
 };
 
+#if ROAMSCAN_DECLARES_INSTANCES
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE TrafoT<float>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE TrafoT<double>;
+#endif
 
 } // namespace oV::Roamscan

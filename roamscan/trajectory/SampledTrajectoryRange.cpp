@@ -1,3 +1,4 @@
+#include <roamscan/frame/platform/detail/Rounding.h>
 #include <roamscan/trajectory/SampledTrajectoryRange.h>
 
 #include <cmath>
@@ -12,7 +13,7 @@ SampledTrajectoryRange::SampledTrajectoryRange(Trajectory const* trajectory,
     : trajectory_(trajectory),
       start_(start),
       step_(step),
-      count_(static_cast<std::uint64_t>(std::llround((stop - start).get() / step.get())) + 1)
+      count_(static_cast<std::uint64_t>(oV::detail::roundToInteger((stop - start).get() / step.get())) + 1)
 {}
 
 SampledTrajectoryIterator SampledTrajectoryRange::begin() const

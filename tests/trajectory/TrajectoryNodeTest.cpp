@@ -29,7 +29,7 @@ TrajectoryNode numbered(double first)
                           false);
 }
 
-void expectSame(TrajectoryNode const& actual, TrajectoryNode const& expected)
+void expectSameNode(TrajectoryNode const& actual, TrajectoryNode const& expected)
 {
     EXPECT_TRUE(sameBits(actual.pose, expected.pose));
     EXPECT_EQ(support::bits(actual.time), support::bits(expected.time));
@@ -54,9 +54,10 @@ TEST(TrajectoryNode, DefaultHasTheIdentityAtZeroWithZeroMatricesAndItsFlagSet)
 TEST(TrajectoryNode, EachTrailingArgumentHasItsDefault)
 {
     EXPECT_EQ(TrajectoryNode(5.0).time, 5.0);
-    expectSame(TrajectoryNode(5.0, TrafoT<double>::Identity()), TrajectoryNode(5.0));
-    expectSame(TrajectoryNode(5.0, {}, TrajectoryNode::Type::Default, Matrix::Zero(), Matrix::Zero(), true),
-               TrajectoryNode(5.0));
+    expectSameNode(TrajectoryNode(5.0, TrafoT<double>::Identity()), TrajectoryNode(5.0));
+    expectSameNode(
+        TrajectoryNode(5.0, {}, TrajectoryNode::Type::Default, Matrix::Zero(), Matrix::Zero(), true),
+        TrajectoryNode(5.0));
 }
 
 TEST(TrajectoryNode, ArgumentsReachTheirFields)
@@ -91,10 +92,10 @@ TEST(TrajectoryNode, CopiesAreMemberWise)
 {
     TrajectoryNode const source = numbered(100);
     TrajectoryNode const copy(source);
-    expectSame(copy, source);
+    expectSameNode(copy, source);
     TrajectoryNode assigned;
     assigned = source;
-    expectSame(assigned, source);
+    expectSameNode(assigned, source);
 }
 
 // The moved-from state is part of the contract.
@@ -103,8 +104,8 @@ TEST(TrajectoryNode, MoveConstructionLeavesTheSourceUnchanged)
 {
     TrajectoryNode source = numbered(100);
     TrajectoryNode const moved(std::move(source));
-    expectSame(moved, numbered(100));
-    expectSame(source, numbered(100));
+    expectSameNode(moved, numbered(100));
+    expectSameNode(source, numbered(100));
 }
 // NOLINTEND(bugprone-use-after-move,performance-move-const-arg)
 
@@ -118,13 +119,13 @@ TEST(TrajectoryNode, MoveAssignmentExchangesTranslationAndMatricesAndCopiesTheRe
     a.matrixB.setConstant(9);
     TrajectoryNode b = numbered(100);
     a = std::move(b);
-    expectSame(a, numbered(100));
+    expectSameNode(a, numbered(100));
 
     TrajectoryNode expected = numbered(100);
     expected.pose.translation() = Eigen::Vector3d(1, 2, 3);
     expected.matrixA.setConstant(8);
     expected.matrixB.setConstant(9);
-    expectSame(b, expected);
+    expectSameNode(b, expected);
 }
 // NOLINTEND(bugprone-use-after-move,performance-move-const-arg)
 
@@ -133,7 +134,7 @@ TEST(TrajectoryNode, MoveAssignmentToItselfChangesNothing)
     TrajectoryNode node = numbered(100);
     TrajectoryNode& same = node;
     node = std::move(same);
-    expectSame(node, numbered(100));
+    expectSameNode(node, numbered(100));
 }
 
 } // namespace

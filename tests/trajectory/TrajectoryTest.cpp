@@ -27,7 +27,7 @@ using support::notANumber;
 using support::sameBits;
 
 // The pose function returns its argument as the translation.
-Trajectory clock(double start, double stop)
+Trajectory clockTrajectory(double start, double stop)
 {
     return Trajectory(TimeStamp(start), TimeStamp(stop), [](double t) { return at(t); });
 }
@@ -64,7 +64,7 @@ TEST(Trajectory, DefaultConstructedSampleOrCallsTheFunctionOnlyInside)
 
 TEST(Trajectory, ReportsItsInterval)
 {
-    Trajectory const trajectory = clock(1.5, 4.0);
+    Trajectory const trajectory = clockTrajectory(1.5, 4.0);
     EXPECT_EQ(trajectory.getStartTime(), TimeStamp(1.5));
     EXPECT_EQ(trajectory.getStopTime(), TimeStamp(4.0));
     EXPECT_EQ(trajectory.getDuration(), Duration(2.5));
@@ -73,7 +73,7 @@ TEST(Trajectory, ReportsItsInterval)
 
 TEST(Trajectory, AcceptsAReversedInterval)
 {
-    Trajectory const trajectory = clock(4.0, 1.5);
+    Trajectory const trajectory = clockTrajectory(4.0, 1.5);
     EXPECT_EQ(trajectory.getDuration(), Duration(-2.5));
     EXPECT_FALSE(trajectory.empty());
     EXPECT_FALSE(trajectory.contains(2.0));
@@ -81,7 +81,7 @@ TEST(Trajectory, AcceptsAReversedInterval)
 
 TEST(Trajectory, ContainsBothEndsWithoutTolerance)
 {
-    Trajectory const trajectory = clock(1.0, 2.0);
+    Trajectory const trajectory = clockTrajectory(1.0, 2.0);
     for (double const inside : {1.0, 1.5, 2.0}) {
         EXPECT_TRUE(trajectory.contains(inside));
         EXPECT_TRUE(trajectory.contains(TimeStamp(inside)));
@@ -99,46 +99,46 @@ TEST(Trajectory, ContainsConvertsIntegerTimeByMultiplication)
     // 3 ticks are 3 * 1e-8 s, which is not the double 3e-8.
     double const threeTicks = 3.0 * 1e-8;
     ASSERT_NE(threeTicks, 3e-8);
-    EXPECT_TRUE(clock(threeTicks, threeTicks).contains(int64{3}));
-    EXPECT_FALSE(clock(3e-8, 3e-8).contains(int64{3}));
+    EXPECT_TRUE(clockTrajectory(threeTicks, threeTicks).contains(int64{3}));
+    EXPECT_FALSE(clockTrajectory(3e-8, 3e-8).contains(int64{3}));
 }
 
 TEST(Trajectory, DoesNotContainNaN)
 {
-    EXPECT_FALSE(clock(1.0, 2.0).contains(notANumber));
-    EXPECT_FALSE(clock(1.0, 2.0).contains(TimeStamp(notANumber)));
-    EXPECT_FALSE(clock(notANumber, notANumber).contains(notANumber));
+    EXPECT_FALSE(clockTrajectory(1.0, 2.0).contains(notANumber));
+    EXPECT_FALSE(clockTrajectory(1.0, 2.0).contains(TimeStamp(notANumber)));
+    EXPECT_FALSE(clockTrajectory(notANumber, notANumber).contains(notANumber));
 }
 
 TEST(Trajectory, WithANaNStopNoTimeIsGreaterThanTheStop)
 {
-    EXPECT_TRUE(clock(1.0, notANumber).contains(5.0));
-    EXPECT_FALSE(clock(1.0, notANumber).contains(0.5));
-    EXPECT_FALSE(clock(1.0, notANumber).contains(notANumber));
+    EXPECT_TRUE(clockTrajectory(1.0, notANumber).contains(5.0));
+    EXPECT_FALSE(clockTrajectory(1.0, notANumber).contains(0.5));
+    EXPECT_FALSE(clockTrajectory(1.0, notANumber).contains(notANumber));
 }
 
 TEST(Trajectory, WithANaNStartNothingIsContained)
 {
-    EXPECT_FALSE(clock(notANumber, 2.0).contains(1.0));
+    EXPECT_FALSE(clockTrajectory(notANumber, 2.0).contains(1.0));
 }
 
 TEST(Trajectory, IsEmptyWhenItsEndsDoNotDiffer)
 {
-    EXPECT_TRUE(clock(1.0, 1.0).empty());
-    EXPECT_TRUE(clock(0.0, -0.0).empty());
-    EXPECT_FALSE(clock(1.0, 1.0000000000000002).empty());
+    EXPECT_TRUE(clockTrajectory(1.0, 1.0).empty());
+    EXPECT_TRUE(clockTrajectory(0.0, -0.0).empty());
+    EXPECT_FALSE(clockTrajectory(1.0, 1.0000000000000002).empty());
 }
 
 TEST(Trajectory, IsEmptyWhenAnEndIsNaN)
 {
-    EXPECT_TRUE(clock(notANumber, 1.0).empty());
-    EXPECT_TRUE(clock(1.0, notANumber).empty());
-    EXPECT_TRUE(clock(notANumber, notANumber).empty());
+    EXPECT_TRUE(clockTrajectory(notANumber, 1.0).empty());
+    EXPECT_TRUE(clockTrajectory(1.0, notANumber).empty());
+    EXPECT_TRUE(clockTrajectory(notANumber, notANumber).empty());
 }
 
 TEST(Trajectory, SampleCallsTheFunctionForAnyTime)
 {
-    Trajectory const trajectory = clock(1.0, 2.0);
+    Trajectory const trajectory = clockTrajectory(1.0, 2.0);
     EXPECT_EQ(trajectory.sample(-100.0).translation().x(), -100.0);
     EXPECT_EQ(trajectory.sample(TimeStamp(100.0)).translation().x(), 100.0);
     EXPECT_EQ(trajectory.sample(int64{100000000000}).translation().x(), 1000.0);
@@ -146,7 +146,7 @@ TEST(Trajectory, SampleCallsTheFunctionForAnyTime)
 
 TEST(Trajectory, SampleConvertsIntegerTimeByMultiplication)
 {
-    EXPECT_EQ(clock(0, 1).sample(int64{3}).translation().x(), 3.0 * 1e-8);
+    EXPECT_EQ(clockTrajectory(0, 1).sample(int64{3}).translation().x(), 3.0 * 1e-8);
 }
 
 TEST(Trajectory, ExceptionsOfThePoseFunctionPassThrough)
@@ -160,7 +160,7 @@ TEST(Trajectory, ExceptionsOfThePoseFunctionPassThrough)
 
 TEST(Trajectory, SampleOrGivesTheFallbackOutside)
 {
-    Trajectory const trajectory = clock(1.0, 2.0);
+    Trajectory const trajectory = clockTrajectory(1.0, 2.0);
     TrafoT<double> const fallback(Eigen::Vector3d(-0.0, 2, 3), Eigen::Quaterniond(4, 5, 6, 7), false);
     EXPECT_TRUE(sameBits(trajectory.sample_or(TimeStamp(0.5), fallback), fallback));
     EXPECT_TRUE(sameBits(trajectory.sample_or(TimeStamp(notANumber), fallback), fallback));
@@ -190,7 +190,7 @@ TEST(Trajectory, ConstructorsCallNeitherFunction)
 
 TEST(Trajectory, WithoutAccelerationsSamplingOneThrows)
 {
-    Trajectory const trajectory = clock(0.0, 1.0);
+    Trajectory const trajectory = clockTrajectory(0.0, 1.0);
     EXPECT_FALSE(trajectory.hasGlobalAccelerations());
     try {
         (void)trajectory.sampleGlobalAcceleration(TimeStamp(0.5));
@@ -205,7 +205,8 @@ TEST(Trajectory, WithoutAccelerationsSamplingOneThrows)
 
 TEST(Trajectory, WithoutAccelerationsTheOrFormGivesTheFallback)
 {
-    expectVector(clock(0.0, 1.0).sampleGlobalAcceleration_or(TimeStamp(0.5), fallbackAcceleration), 7, 8, 9);
+    expectVector(
+        clockTrajectory(0.0, 1.0).sampleGlobalAcceleration_or(TimeStamp(0.5), fallbackAcceleration), 7, 8, 9);
     expectVector(Trajectory().sampleGlobalAcceleration_or(TimeStamp(0.0), fallbackAcceleration), 7, 8, 9);
 }
 
@@ -267,7 +268,7 @@ TEST(Trajectory, CopiesCloneBothFunctions)
 
 TEST(Trajectory, MovesTransferTheFunctions)
 {
-    Trajectory source = clock(1.0, 2.0);
+    Trajectory source = clockTrajectory(1.0, 2.0);
     Trajectory const moved(std::move(source));
     EXPECT_EQ(moved.sample(1.5).translation().x(), 1.5);
     EXPECT_EQ(moved.getStopTime(), TimeStamp(2.0));

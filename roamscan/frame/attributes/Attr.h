@@ -83,10 +83,12 @@ private:
     std::unique_ptr<AttrVal<T>> value_; // never null
 };
 
+#if ROAMSCAN_DECLARES_INSTANCES
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE Attr<bool>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE Attr<int>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE Attr<double>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE Attr<Bv_1_1::String>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE Attr<StringList>;
+#endif
 
 } // namespace oV

@@ -35,10 +35,12 @@ protected:
     AttrVal(AttrVal const&) = default;
 };
 
+#if ROAMSCAN_DECLARES_INSTANCES
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE AttrVal<bool>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE AttrVal<int>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE AttrVal<double>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE AttrVal<Bv_1_1::String>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE AttrVal<StringList>;
+#endif
 
 } // namespace oV

@@ -33,10 +33,12 @@ private:
     AttrContainer* location_ = nullptr; // not owned
 };
 
+#if ROAMSCAN_DECLARES_INSTANCES
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE CustAttr<bool>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE CustAttr<int>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE CustAttr<double>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE CustAttr<Bv_1_1::String>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE CustAttr<StringList>;
+#endif
 
 } // namespace oV

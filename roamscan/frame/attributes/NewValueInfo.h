@@ -30,10 +30,12 @@ private:
     T newValue_;
 };
 
+#if ROAMSCAN_DECLARES_INSTANCES
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE NewValueInfo<bool>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE NewValueInfo<int>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE NewValueInfo<double>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE NewValueInfo<Bv_1_1::String>;
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE NewValueInfo<StringList>;
+#endif
 
 } // namespace oV

@@ -3,6 +3,13 @@
 #include <type_traits>
 #include <utility>
 
+// Microsoft's compiler gives only one of several empty base classes no room, unless it is told otherwise.
+#if defined(_MSC_VER)
+#define ROAMSCAN_EMPTY_BASES __declspec(empty_bases)
+#else
+#define ROAMSCAN_EMPTY_BASES
+#endif
+
 namespace mapping
 {
 
@@ -11,7 +18,7 @@ namespace mapping
 ///
 /// The conversion to `T` is explicit for arithmetic types and implicit for all others.
 template <typename T, typename Tag, template <typename> class... Mixins>
-class StrongAlias : public Mixins<StrongAlias<T, Tag, Mixins...>>...
+class ROAMSCAN_EMPTY_BASES StrongAlias : public Mixins<StrongAlias<T, Tag, Mixins...>>...
 {
 public:
     /// The type of the wrapped value.
@@ -79,3 +86,5 @@ struct MixinPlusAssignOperator
 };
 
 } // namespace mapping
+
+#undef ROAMSCAN_EMPTY_BASES

@@ -11,6 +11,7 @@
 #define ROAMSCAN_EXPORT_TEMPLATE
 #define ROAMSCAN_EXPORT_DECLARED_INSTANCE
 #define ROAMSCAN_EXPORT_DEFINED_INSTANCE
+#define ROAMSCAN_DECLARES_INSTANCES 1
 #define ROAMSCAN_IMAGERY_EXPORT
 
 #elif defined(_WIN32)
@@ -37,6 +38,13 @@
 #define ROAMSCAN_EXPORT_DECLARED_INSTANCE ROAMSCAN_EXPORT
 #define ROAMSCAN_EXPORT_DEFINED_INSTANCE
 #endif
+// GCC for Windows does not export the inline members of an instance, and in a plug-in it would not make them
+// if the header declared the instance.
+#if defined(__MINGW32__) && !defined(ROAMSCAN_BUILDING_LIBRARY)
+#define ROAMSCAN_DECLARES_INSTANCES 0
+#else
+#define ROAMSCAN_DECLARES_INSTANCES 1
+#endif
 
 #else
 
@@ -51,6 +59,9 @@
 #define ROAMSCAN_EXPORT_DECLARED_INSTANCE ROAMSCAN_EXPORT
 /// Exports an instance of a class template; for its definition in the source, `template class`.
 #define ROAMSCAN_EXPORT_DEFINED_INSTANCE
+/// Whether the headers declare the instances of class templates that the library has, `extern template
+/// class`.
+#define ROAMSCAN_DECLARES_INSTANCES 1
 /// Exports a function from the shared library of the component Imagery.
 #define ROAMSCAN_IMAGERY_EXPORT __attribute__((visibility("default")))
 

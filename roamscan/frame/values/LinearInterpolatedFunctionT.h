@@ -41,6 +41,8 @@ private:
     std::vector<Sample> samples_; // in ascending order of x, each x once
 };
 
+#if ROAMSCAN_DECLARES_INSTANCES
 extern template class ROAMSCAN_EXPORT_DECLARED_INSTANCE LinearInterpolatedFunctionT<double>;
+#endif
 
 } // namespace oV

@@ -1,3 +1,4 @@
+#include <roamscan/frame/platform/detail/Rounding.h>
 #include <roamscan/trajectory/detail/PoseTable.h>
 
 #include <algorithm>
@@ -72,7 +73,8 @@ PoseTable::Reach PoseTable::reachOf(double seconds) const
     }
     // Only this end has a tolerance, so that a rounded time still finds the last pose. Kept for
     // compatibility.
-    return std::round((seconds - times_.back()) * 100000.0) == 0.0 ? Reach::AtLast : Reach::PastLast;
+    return oV::detail::roundHalfAway((seconds - times_.back()) * 100000.0) == 0.0 ? Reach::AtLast
+                                                                                  : Reach::PastLast;
 }
 
 // Monotonic in the time, also with rounding: of two times in different cells, the one in the lower cell is

@@ -10,6 +10,7 @@
 namespace oV::Roamscan::detail
 {
 
+#if defined(__linux__)
 namespace
 {
 
@@ -17,6 +18,7 @@ constexpr std::size_t largePage = std::size_t{2} << 20;
 constexpr std::size_t worthLargePages = 2 * largePage;
 
 } // namespace
+#endif
 
 void preferLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t size) noexcept
 {
