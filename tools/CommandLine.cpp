@@ -153,6 +153,7 @@ void setUpCommandLine(CLI::App& app, Console& console)
     app.description("Transforms scan points along a trajectory into world coordinates.");
     app.footer(examples);
     app.require_subcommand(1);
+    app.allow_windows_style_options(false); // a word with a slash in front is a path everywhere
     app.set_version_flag("--version", "roamscan " ROAMSCAN_TOOL_VERSION);
     addImport(app, console);
     addExport(app, console);

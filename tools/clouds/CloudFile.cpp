@@ -7,6 +7,7 @@
 #include "tools/clouds/PcdWriter.h"
 #include "tools/clouds/PlyReader.h"
 #include "tools/clouds/PlyWriter.h"
+#include "tools/console/PathText.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/InputFile.h"
 
@@ -22,7 +23,7 @@ namespace
 
 std::string lowerEnding(std::filesystem::path const& path)
 {
-    std::string ending = path.extension().string();
+    std::string ending = utf8(path.extension());
     std::ranges::transform(ending, ending.begin(), [](char c) {
         return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     });

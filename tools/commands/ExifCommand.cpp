@@ -1,4 +1,5 @@
 #include "tools/commands/FileReport.h"
+#include "tools/console/PathText.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/FileKind.h"
@@ -43,7 +44,7 @@ Json describePicture(std::filesystem::path const& path)
         throw fileError(path, "this is " + describe(kind));
     }
     constexpr std::string_view terminator("\0", 1);
-    return {{"file", path.string()},
+    return {{"file", utf8(path)},
             {"valid", data.valid},
             {"dateTime", withoutTrailing(terminator, data.dateTime)},
             {"manufacturer", withoutTrailing(terminator, data.manufacturer)},

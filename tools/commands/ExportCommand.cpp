@@ -1,5 +1,6 @@
 #include "tools/commands/Commands.h"
 #include "tools/commands/DevicePath.h"
+#include "tools/commands/PathOption.h"
 #include "tools/commands/PoseFormatOption.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
@@ -77,11 +78,12 @@ void addExport(CLI::App& app, Console& console)
     CLI::App* const command = app.add_subcommand("export", "Write the poses of a trajectory as a text");
     addPoseFormat(*command, options->format, "tum, euroc, kitti or csv")->required();
     addDevices(*command, options->path);
-    command->add_option(
-        "--times", options->times, "KITTI: also write the time of each pose, in seconds, to this file");
-    command->add_option("IN", options->path.trajectory, "The trajectory; - for the standard input")
-        ->required();
-    command->add_option("OUT", options->output, "The text file to write; - for the standard output")
+    addPath(*command,
+            "--times",
+            options->times,
+            "KITTI: also write the time of each pose, in seconds, to this file");
+    addPath(*command, "IN", options->path.trajectory, "The trajectory; - for the standard input")->required();
+    addPath(*command, "OUT", options->output, "The text file to write; - for the standard output")
         ->required();
     command->footer(
         "Times and lengths are written so that they read back to the same numbers; only EuRoC's times\n"

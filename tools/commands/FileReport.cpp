@@ -1,5 +1,7 @@
 #include "tools/commands/FileReport.h"
 
+#include "tools/commands/PathOption.h"
+#include "tools/console/PathText.h"
 #include "tools/console/Text.h"
 
 #include <CLI/CLI.hpp>
@@ -19,7 +21,7 @@ void addFileReport(CLI::App& command,
 {
     auto const files = std::make_shared<std::vector<std::filesystem::path>>();
     auto const asJson = std::make_shared<bool>(false);
-    command.add_option("FILE", *files, fileHelp)->required();
+    addPaths(command, "FILE", *files, fileHelp)->required();
     command.add_flag("--json", *asJson, "Print one JSON array with an object for each file");
     command.callback([files, asJson, &describe, &print, &console] {
         Json document = Json::array();
@@ -31,7 +33,7 @@ void addFileReport(CLI::App& command,
             } catch (std::exception const& failure) {
                 console.failed = true;
                 console.err << "roamscan: " << oneLine(failure.what()) << '\n';
-                document.push_back({{"file", file.string()}, {"error", failure.what()}});
+                document.push_back({{"file", utf8(file)}, {"error", failure.what()}});
             }
         }
         if (*asJson) {

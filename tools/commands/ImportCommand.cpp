@@ -1,5 +1,7 @@
 #include "tools/commands/Commands.h"
+#include "tools/commands/PathOption.h"
 #include "tools/commands/PoseFormatOption.h"
+#include "tools/console/PathText.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/FileKind.h"
@@ -98,7 +100,7 @@ void reportTimes(TimeOrder const& order,
                  std::ostream& out)
 {
     auto const line = [&](std::size_t index) {
-        return ", first in " + oneLine(name.string()) + ":" + std::to_string(lines[index]);
+        return ", first in " + oneLine(utf8(name)) + ":" + std::to_string(lines[index]);
     };
     if (order.repeated > 0) {
         out << "  " << counted(order.repeated, "pose has", "poses have") << " the time of an earlier one"
@@ -140,7 +142,7 @@ void addImport(CLI::App& app, Console& console)
     auto const options = std::make_shared<ImportArguments>();
     CLI::App* const command = app.add_subcommand("import", "Convert poses in a text file to a trajectory");
     addPoseFormat(*command, options->format, "tum, euroc, kitti or csv")->required();
-    command->add_option("--times", options->times, "KITTI: a file with the time of each pose in seconds");
+    addPath(*command, "--times", options->times, "KITTI: a file with the time of each pose in seconds");
     command
         ->add_option(
             "--mount",
@@ -149,8 +151,8 @@ void addImport(CLI::App& app, Console& console)
             "given several times")
         ->allow_extra_args(false)
         ->type_name("DEVICE=x,y,z,qw,qx,qy,qz");
-    command->add_option("IN", options->input, "The text file; - for the standard input")->required();
-    command->add_option("OUT", options->output, "The trajectory file to write; - for the standard output")
+    addPath(*command, "IN", options->input, "The text file; - for the standard input")->required();
+    addPath(*command, "OUT", options->output, "The trajectory file to write; - for the standard output")
         ->required();
     command->footer("A CSV text has the columns time,x,y,z,qw,qx,qy,qz, in seconds and metres.\n\n"
                     "Example:\n  roamscan import --format euroc data.csv flight.trajectory\n");

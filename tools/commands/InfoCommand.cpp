@@ -1,6 +1,7 @@
 #include "tools/commands/FileReport.h"
 #include "tools/commands/SensorInfo.h"
 #include "tools/commands/TrajectoryInfo.h"
+#include "tools/console/PathText.h"
 #include "tools/console/Text.h"
 #include "tools/io/RecordingFile.h"
 
@@ -19,7 +20,7 @@ Json describeRecording(std::filesystem::path const& path)
 {
     auto const recording = readRecordingFile(path);
     bool const isTrajectory = std::holds_alternative<TrajectoryFile>(recording);
-    Json json{{"file", path.string()}, {"kind", isTrajectory ? "trajectory" : "sensor"}};
+    Json json{{"file", utf8(path)}, {"kind", isTrajectory ? "trajectory" : "sensor"}};
     std::visit(
         [&](auto const& file) {
             json.update(describe(*file.data));

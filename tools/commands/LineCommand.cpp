@@ -1,4 +1,6 @@
 #include "tools/commands/Commands.h"
+#include "tools/commands/PathOption.h"
+#include "tools/console/PathText.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/Output.h"
@@ -38,7 +40,7 @@ using SceneWriter = void (*)(PathScene const& scene, std::ostream& stream);
 /// The writer of the format that the file's ending names.
 SceneWriter writerFor(std::filesystem::path const& output)
 {
-    std::string ending = output.extension().string();
+    std::string ending = utf8(output.extension());
     std::ranges::transform(ending, ending.begin(), [](char c) {
         return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 'a' - 'A') : c;
     });
@@ -60,14 +62,14 @@ PathScene drawPath(LineArguments const& options)
     auto const data = readTrajectoryFile(options.trajectory).data;
     requirePosition(*data, options.from, options.trajectory);
     requirePosition(*data, options.to, options.trajectory);
-    auto const name = Bv_1_1::String::fromNarrow(options.trajectory.stem().string().c_str());
+    auto const name = Bv_1_1::String::fromNarrow(utf8(options.trajectory.stem()).c_str());
     auto const scene = data->lineFromTrajectory(options.withNodes, name, options.from, options.to);
     return pathSceneOf(*scene);
 }
 
 void report(PathScene const& scene, std::filesystem::path const& output, std::ostream& out)
 {
-    out << oneLine(output.string()) << ": a line through " << counted(scene.line.size(), "point", "points");
+    out << oneLine(utf8(output)) << ": a line through " << counted(scene.line.size(), "point", "points");
     if (!scene.markers.empty()) {
         out << ", " << counted(scene.markers.size(), "node", "nodes") << " as "
             << (scene.hasSpheres() ? "spheres" : "points");
@@ -100,7 +102,7 @@ void addLine(CLI::App& app, Console& console)
     auto const options = std::make_shared<LineArguments>();
     CLI::App* const command =
         app.add_subcommand("line", "Draw the path of a device as a scene for viewers: glTF 2.0 or OBJ");
-    command->add_option("--trajectory", options->trajectory, "The trajectory of the walk")->required();
+    addPath(*command, "--trajectory", options->trajectory, "The trajectory of the walk")->required();
     command->add_option("--from", options->from, "The device whose path is drawn, 0 to 3")
         ->required()
         ->check(CLI::Range(0, 3));
@@ -108,7 +110,7 @@ void addLine(CLI::App& app, Console& console)
         ->required()
         ->check(CLI::Range(0, 3));
     command->add_flag("--nodes", options->withNodes, "Mark each node with a sphere of 1 cm radius");
-    command->add_option("OUT", options->output, "The scene to write: .gltf, .glb or .obj")->required();
+    addPath(*command, "OUT", options->output, "The scene to write: .gltf, .glb or .obj")->required();
     command->footer(
         "The glTF is y-up, with float coordinates relative to a node named origin. The OBJ is z-up, with\n"
         "unchanged coordinates. A scene of more than 10,000 markers has points instead of spheres.\n"

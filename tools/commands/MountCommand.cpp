@@ -1,6 +1,8 @@
 #include "tools/commands/Commands.h"
+#include "tools/commands/PathOption.h"
 #include "tools/commands/PoseInfo.h"
 #include "tools/console/JsonText.h"
+#include "tools/console/PathText.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/InputFile.h"
@@ -76,7 +78,7 @@ Json describeMounts(TrajectoryData const& data, MountArguments const& options)
 {
     std::shared_ptr<SensorData> const sensors =
         options.sensors.empty() ? nullptr : readSensorFile(options.sensors).data;
-    Json json{{"file", options.file.string()}, {"devices", Json::array()}};
+    Json json{{"file", utf8(options.file)}, {"devices", Json::array()}};
     for (Mount const& mount : mountsOf(data)) {
         Json entry{{"device", static_cast<int>(mount.device)}};
         entry.update(describe(mount.position));
@@ -137,7 +139,7 @@ void addMount(CLI::App& app, Console& console)
     auto const options = std::make_shared<MountArguments>();
     CLI::App* const command =
         app.add_subcommand("mount", "Show, set and remove the positions of the devices on the instrument");
-    command->add_option("FILE", options->file, "The trajectory")->required();
+    addPath(*command, "FILE", options->file, "The trajectory")->required();
     command
         ->add_option("--set",
                      options->set,
@@ -150,8 +152,10 @@ void addMount(CLI::App& app, Console& console)
         ->allow_extra_args(false)
         ->check(CLI::Range(0, 3))
         ->type_name("DEVICE");
-    command->add_option(
-        "--sensors", options->sensors, "Show which devices the rangefinders of this sensor stream are");
+    addPath(*command,
+            "--sensors",
+            options->sensors,
+            "Show which devices the rangefinders of this sensor stream are");
     command->add_flag("--json", options->json, "Print JSON instead of text");
     command->footer(
         "A position maps points of the device to the tracked body: translation in metres, then the\n"

@@ -1,4 +1,5 @@
 #include "tools/commands/Commands.h"
+#include "tools/commands/PathOption.h"
 #include "tools/console/JsonText.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
@@ -269,7 +270,7 @@ void addOptions(CLI::App& app, Console& console)
 {
     auto const options = std::make_shared<OptionsArguments>();
     CLI::App* const command = app.add_subcommand("options", "Show and edit the saved options of plug-ins");
-    command->add_option("FILE", options->file, "The saved options container, in the keyed or the bare form")
+    addPath(*command, "FILE", options->file, "The saved options container, in the keyed or the bare form")
         ->required();
     command
         ->add_option(

@@ -1,4 +1,6 @@
 #include "tools/commands/Commands.h"
+#include "tools/commands/PathOption.h"
+#include "tools/console/PathText.h"
 #include "tools/console/ProgressWatch.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
@@ -77,7 +79,7 @@ bool isStitched(std::filesystem::path const& tiles)
     try {
         auto const pictures = json.get<AnchorScanMetadata>().panoramaPictures;
         return std::ranges::any_of(pictures, [&](AnchorScanMetadata::PanoramaPicture const& picture) {
-            return picture.fileName == tiles.filename().string() &&
+            return picture.fileName == utf8(tiles.filename()) &&
                    picture.content == AnchorScanMetadata::PanoramaPicture::Content::ContentStitched;
         });
     } catch (nlohmann::json::exception const&) {
@@ -106,7 +108,7 @@ void checkWidth(cv::Mat const& picture,
                             counted(count, "tile has", "tiles have") + " only " + std::to_string(columns));
     }
     if (columns > most || columns + columnsOfATile <= most) {
-        err << "roamscan: " << oneLine(tiles.string()) << ": " << counted(count, "tile", "tiles") << " of "
+        err << "roamscan: " << oneLine(utf8(tiles)) << ": " << counted(count, "tile", "tiles") << " of "
             << columns << " columns do not fit: all but the last one should have " << columnsOfATile
             << "; is one of them missing or from another picture?\n";
     }
@@ -124,7 +126,7 @@ void join(PanoramaArguments const& options, Console& console)
     cv::Mat const picture = readTiles(options.input);
     checkWidth(picture, countTiles(options.input), options.input, console.err);
     stage = 1;
-    writePicture(picture, options.output.extension().string(), file);
+    writePicture(picture, utf8(options.output.extension()), file);
     file.commit();
     console.out << summary(picture, countTiles(options.input));
 }
@@ -140,13 +142,13 @@ void addPanorama(CLI::App& app, Console& console)
     command->footer("Example:\n  roamscan panorama join walk/panorama.png panorama.jpg\n");
 
     CLI::App* const splitting = command->add_subcommand("split", "Split a picture into tiles");
-    splitting->add_option("IN", options->input, "The picture in one file")->required();
-    splitting->add_option("OUT", options->output, place)->required();
+    addPath(*splitting, "IN", options->input, "The picture in one file")->required();
+    addPath(*splitting, "OUT", options->output, place)->required();
     splitting->callback([options, &console] { split(*options, console.out); });
 
     CLI::App* const joining = command->add_subcommand("join", "Join tiles to one picture");
-    joining->add_option("IN", options->input, place)->required();
-    joining->add_option("OUT", options->output, "The picture to write")->required();
+    addPath(*joining, "IN", options->input, place)->required();
+    addPath(*joining, "OUT", options->output, "The picture to write")->required();
     joining->callback([options, &console] { join(*options, console); });
 }
 

@@ -4,6 +4,7 @@
 #include "tools/commands/PlacePlan.h"
 #include "tools/commands/PlaceReport.h"
 #include "tools/commands/ScanSource.h"
+#include "tools/console/PathText.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
 #include "tools/geometry/NearestSurface.h"
@@ -80,7 +81,7 @@ PlaceReport prepare(PlaceOptions const& options,
 {
     std::vector<double> const times = timesInOrder(data.nodes);
     PlaceReport report;
-    report.scan = scan.name.string();
+    report.scan = utf8(scan.name);
     report.rangefinder = scan.rangefinder;
     report.from = from;
     report.fromIsRecognised = !options.from;

@@ -1,5 +1,6 @@
 #include "tools/commands/PlaceOptions.h"
 
+#include "tools/commands/PathOption.h"
 #include "tools/commands/PositiveNumber.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/InputFile.h"
@@ -19,12 +20,13 @@ void addScanOptions(CLI::App& command, PlaceOptions& options)
 {
     CLI::Option_group* const scan = command.add_option_group("scan", "The scan points");
     scan->require_option(1);
-    CLI::Option* const points = scan->add_option(
+    CLI::Option* const points = addPath(
+        *scan,
         "--points",
         options.points,
         "The scan, a cloud whose points have times: PLY, PCD, LAS, CSV or XYZ; - for the standard input");
     CLI::Option* const sensors =
-        scan->add_option("--sensors", options.sensors, "The scan of a rangefinder in this sensor stream");
+        addPath(*scan, "--sensors", options.sensors, "The scan of a rangefinder in this sensor stream");
     command.add_option("--rangefinder", options.rangefinder, "The rangefinder's name (the first by name)")
         ->needs(sensors);
     command
@@ -54,11 +56,12 @@ void addOutputOptions(CLI::App& command, PlaceOptions& options)
                                                      {"pcd", CloudFormat::Pcd},
                                                      {"csv", CloudFormat::Csv},
                                                      {"las", CloudFormat::Las}};
-    CLI::Option* const cloud = command.add_option(
-        "--cloud",
-        options.cloud,
-        "Write the placed points to this file: .ply, .pcd, .csv or .las; - for the standard "
-        "output, see --cloud-format");
+    CLI::Option* const cloud =
+        addPath(command,
+                "--cloud",
+                options.cloud,
+                "Write the placed points to this file: .ply, .pcd, .csv or .las; - for the standard "
+                "output, see --cloud-format");
     command
         .add_option_function<std::string>(
             "--cloud-format",
@@ -70,10 +73,8 @@ void addOutputOptions(CLI::App& command, PlaceOptions& options)
         "--offset",
         options.offset,
         "Write coordinates as floats relative to X,Y,Z, or to a round place near the path (auto)");
-    command.add_option(
-        "--picture", options.picture, "Draw a plan to this PNG file; - for the standard output");
-    command.add_option(
-        "--building", options.building, "Measure the points against these true surfaces (JSON)");
+    addPath(command, "--picture", options.picture, "Draw a plan to this PNG file; - for the standard output");
+    addPath(command, "--building", options.building, "Measure the points against these true surfaces (JSON)");
     command.add_flag("--json", options.json, "Print one JSON object instead of text");
 }
 
@@ -110,9 +111,8 @@ void PlaceOptions::check() const
 
 void addPlaceOptions(CLI::App& command, PlaceOptions& options)
 {
-    command
-        .add_option(
-            "--trajectory", options.trajectory, "The trajectory of the walk; - for the standard input")
+    addPath(
+        command, "--trajectory", options.trajectory, "The trajectory of the walk; - for the standard input")
         ->required();
     command
         .add_option(

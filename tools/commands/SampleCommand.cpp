@@ -1,6 +1,7 @@
 #include "tools/commands/Commands.h"
 #include "tools/commands/DevicePath.h"
 #include "tools/commands/GapOptions.h"
+#include "tools/commands/PathOption.h"
 #include "tools/commands/PoseFormatOption.h"
 #include "tools/commands/PositiveNumber.h"
 #include "tools/console/Text.h"
@@ -180,13 +181,12 @@ void addSample(CLI::App& app, Console& console)
 {
     auto const options = std::make_shared<SampleArguments>();
     CLI::App* const command = app.add_subcommand("sample", "Print the poses of a trajectory at any times");
-    command->add_option("--trajectory", options->path.trajectory, "The trajectory; - for the standard input")
+    addPath(*command, "--trajectory", options->path.trajectory, "The trajectory; - for the standard input")
         ->required();
     addDevices(*command, options->path);
     CLI::Option_group* const when = command->add_option_group("times", "When");
     when->require_option(1);
-    when->add_option(
-        "--at", options->at, "A file with one time in seconds per line; - for the standard input");
+    addPath(*when, "--at", options->at, "A file with one time in seconds per line; - for the standard input");
     when->add_option("--rate", options->rate, "So many poses per second, from the first pose on")
         ->check(positiveNumber());
     addPoseFormat(*command, options->format, "tum, euroc, kitti or csv (tum)");

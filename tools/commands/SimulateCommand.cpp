@@ -1,5 +1,7 @@
 #include "tools/commands/Commands.h"
+#include "tools/commands/PathOption.h"
 #include "tools/commands/PositiveNumber.h"
+#include "tools/console/PathText.h"
 #include "tools/console/ToolError.h"
 #include "tools/geometry/Conversions.h"
 #include "tools/geometry/GroundPlane.h"
@@ -157,7 +159,7 @@ public:
         : tiles_((folder / PanoramaOutput::pictureName).replace_extension()),
           metadata_(folder / PanoramaOutput::metadataName)
     {
-        requireOnlyTiles(tiles_, std::filesystem::path(PanoramaOutput::pictureName).extension().string());
+        requireOnlyTiles(tiles_, utf8(std::filesystem::path(PanoramaOutput::pictureName).extension()));
         if (std::filesystem::is_directory(metadata_)) {
             throw fileError(metadata_, "is a folder; move it away");
         }
@@ -244,7 +246,7 @@ void addSimulate(CLI::App& app, Console& console)
     auto const options = std::make_shared<SimulateArguments>();
     CLI::App* const command = app.add_subcommand(
         "simulate", "Simulate a walk with a scanner: its trajectory, sensors, true surfaces and a panorama");
-    command->add_option("OUT_DIR", options->folder, "The folder to write to")->required();
+    addPath(*command, "OUT_DIR", options->folder, "The folder to write to")->required();
     CLI::Option* const seconds = command->add_option(
         "--seconds",
         options->seconds,
@@ -258,7 +260,7 @@ void addSimulate(CLI::App& app, Console& console)
                            : "must be a whole number from 0 up";
             },
             "SEED"));
-    command->add_option("--along", options->along, "Follow the poses of this trajectory instead")
+    addPath(*command, "--along", options->along, "Follow the poses of this trajectory instead")
         ->excludes(seconds);
     command
         ->add_option(

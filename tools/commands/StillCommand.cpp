@@ -1,6 +1,8 @@
 #include "tools/commands/Commands.h"
+#include "tools/commands/PathOption.h"
 #include "tools/commands/PositiveNumber.h"
 #include "tools/console/JsonText.h"
+#include "tools/console/PathText.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/RecordingFile.h"
@@ -33,7 +35,7 @@ struct StillArguments
 
 Json describeStretches(StillStretches const& found, StillArguments const& options)
 {
-    Json json{{"file", options.trajectory.string()},
+    Json json{{"file", utf8(options.trajectory)},
               {"speed", options.settings.speed},
               {"rate", options.settings.rate},
               {"minSeconds", options.settings.minSeconds},
@@ -106,7 +108,7 @@ void addStill(CLI::App& app, Console& console)
     auto const options = std::make_shared<StillArguments>();
     StillSettings& settings = options->settings;
     CLI::App* const command = app.add_subcommand("still", "Find when the device stood still");
-    command->add_option("--trajectory", options->trajectory, "The trajectory of the recording")->required();
+    addPath(*command, "--trajectory", options->trajectory, "The trajectory of the recording")->required();
     command->add_option("--speed", settings.speed, "Slower than this is still, in metres per second (0.05)")
         ->check(positiveNumber());
     command

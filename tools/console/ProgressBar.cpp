@@ -1,6 +1,7 @@
 #include "tools/console/ProgressBar.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <utility>
 
@@ -36,7 +37,9 @@ ProgressBar::ProgressBar(std::string label, std::uint64_t total)
 ProgressBar::~ProgressBar()
 {
     if (shown_) {
-        std::fprintf(stderr, "\r\033[K");
+        // Blanks instead of an escape sequence, which not every console knows.
+        constexpr std::size_t rest = sizeof(" [] 100 %") - 1;
+        std::fprintf(stderr, "\r%s\r", std::string(label_.size() + barWidth + rest, ' ').c_str());
         std::fflush(stderr);
     }
 }

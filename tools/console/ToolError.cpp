@@ -1,5 +1,7 @@
 #include "tools/console/ToolError.h"
 
+#include "tools/console/PathText.h"
+
 #include <cerrno>
 #include <system_error>
 
@@ -8,12 +10,12 @@ namespace oV::Roamscan::tool
 
 ToolError fileError(std::filesystem::path const& file, std::string const& why)
 {
-    return ToolError((file.empty() ? "\"\"" : file.string()) + ": " + why);
+    return ToolError((file.empty() ? "\"\"" : utf8(file)) + ": " + why);
 }
 
 ToolError lineError(std::filesystem::path const& file, std::uint64_t line, std::string const& why)
 {
-    return ToolError(file.string() + ":" + std::to_string(line) + ": " + why);
+    return ToolError(utf8(file) + ":" + std::to_string(line) + ": " + why);
 }
 
 std::string systemReason()

@@ -1,7 +1,9 @@
 #include "tools/io/InputFile.h"
 
+#include "tools/console/PathText.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/CopyBytes.h"
+#include "tools/io/RemovableFile.h"
 #include "tools/io/Temporary.h"
 
 #include <cerrno>
@@ -17,6 +19,18 @@ namespace
 {
 
 namespace fs = std::filesystem;
+
+/// Owns its buffer.
+class BufferStream : public std::istream
+{
+public:
+    explicit BufferStream(std::unique_ptr<std::streambuf> buffer)
+        : std::istream(buffer.get()), buffer_(std::move(buffer))
+    {}
+
+private:
+    std::unique_ptr<std::streambuf> buffer_;
+};
 
 InputFile open(fs::path const& path, fs::file_type type)
 {
@@ -88,15 +102,21 @@ InputFile openInputOrCopyOfPipe(fs::path const& path)
         return pipe;
     }
     Temporary const copy(nameInTemporaryFolder());
-    std::ofstream file(copy.path(), std::ios::binary | std::ios::trunc);
+    errno = 0;
+    std::unique_ptr<std::filebuf> buffer = createRemovable(copy.path(), std::ios::in | std::ios::out);
+    std::ostream file(buffer.get()); // fails without a buffer
     copyBytes(pipe.stream, file);
     if (pipe.stream.bad()) {
         throw fileError(path, "cannot be read" + systemReason());
     }
     if (!file.flush()) {
-        throw fileError(path, "cannot be copied to " + copy.path().string() + systemReason());
+        throw fileError(path, "cannot be copied to " + utf8(copy.path()) + systemReason());
     }
-    return open(copy.path(), fs::file_type::regular);
+    auto const size = static_cast<std::uint64_t>(std::streamoff(file.tellp()));
+    auto stream = std::make_unique<BufferStream>(std::move(buffer));
+    stream->seekg(0);
+    std::istream& opened = *stream;
+    return {std::move(stream), opened, size};
 }
 
 void requireOneStandardInput(fs::path const& first, fs::path const& second, std::string const& what)

@@ -3,6 +3,7 @@
 #include "tools/console/ToolError.h"
 #include "tools/io/CopyBytes.h"
 #include "tools/io/InputFile.h"
+#include "tools/io/RemovableFile.h"
 
 #include <cerrno>
 #include <iostream>
@@ -12,7 +13,8 @@
 namespace oV::Roamscan::tool
 {
 
-OutputFile::OutputFile(std::filesystem::path const& target, Writing writing) : Output(target), stream_(&file_)
+OutputFile::OutputFile(std::filesystem::path const& target, Writing writing)
+    : Output(target), file_(nullptr), stream_(&file_)
 {
     if (!isStandardStream(target)) {
         requireFile(target);
@@ -43,20 +45,18 @@ void OutputFile::requireFile(std::filesystem::path const& name) const
 void OutputFile::create(std::filesystem::path const& name)
 {
     errno = 0;
-    file_.open(temporary(), std::ios::binary | std::ios::trunc);
-    if (!file_) {
+    buffer_ = createRemovable(temporary(), std::ios::out);
+    if (buffer_ == nullptr) {
         throw fileError(name, "cannot be created" + systemReason());
     }
+    file_.rdbuf(buffer_.get());
 }
 
 void OutputFile::finish()
 {
     errno = 0;
     stream_->flush();
-    if (stream_ == &file_) {
-        file_.close();
-    }
-    if (!*stream_) {
+    if (!*stream_ || (buffer_ != nullptr && buffer_->close() == nullptr)) {
         throw fileError(target(), "could not be written to the end" + systemReason() + "; is the disk full?");
     }
     if (stream_ == &file_ && isStandardStream(target())) {

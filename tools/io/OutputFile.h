@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <memory>
+#include <ostream>
 
 namespace oV::Roamscan::tool
 {
@@ -32,7 +34,8 @@ private:
     void create(std::filesystem::path const& name);
     void copyToStandardOutput() const;
 
-    std::ofstream file_;
+    std::unique_ptr<std::filebuf> buffer_; // nullptr if the bytes go to the standard output at once
+    std::ostream file_;                    // writes to the buffer
     std::ostream* stream_;
 };
 

@@ -1,5 +1,6 @@
 #include "tools/io/OutputTiles.h"
 
+#include "tools/console/PathText.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/Pictures.h"
 
@@ -19,7 +20,7 @@ namespace fs = std::filesystem;
 
 bool isTile(fs::directory_entry const& entry, std::string const& extension)
 {
-    std::string const number = entry.path().stem().string();
+    std::string const number = utf8(entry.path().stem());
     std::error_code ignored;
     return std::ranges::all_of(number, [](char c) { return c >= '0' && c <= '9'; }) &&
            entry.path().extension() == extension && entry.is_regular_file(ignored);
@@ -55,8 +56,8 @@ void requireOnlyTiles(fs::path const& folder, std::string const& extension)
 }
 
 OutputTiles::OutputTiles(fs::path const& picture)
-    : Output(fs::path(picture).replace_extension(), Temporary::Kind::Tiles, picture.extension().string()),
-      extension_(picture.extension().string())
+    : Output(fs::path(picture).replace_extension(), Temporary::Kind::Tiles, utf8(picture.extension())),
+      extension_(utf8(picture.extension()))
 {
     requirePictureFormat(picture);
     requireOnlyTiles(target(), extension_);

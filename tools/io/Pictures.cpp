@@ -1,5 +1,6 @@
 #include "tools/io/Pictures.h"
 
+#include "tools/console/PathText.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/FileKind.h"
 #include "tools/io/InputFile.h"
@@ -28,7 +29,7 @@ namespace
 std::filesystem::path tilePath(std::filesystem::path const& file, std::size_t index)
 {
     std::filesystem::path const folder = file.parent_path() / file.stem();
-    return folder / (std::to_string(index) + file.extension().string());
+    return folder / (std::to_string(index) + utf8(file.extension()));
 }
 
 /// The highest number of a tile in the folder; nothing if there is none.
@@ -39,7 +40,7 @@ std::optional<std::uint64_t> highestTile(std::filesystem::path const& file)
     std::filesystem::directory_iterator entry(tilePath(file, 0).parent_path(), failure);
     for (; !failure && entry != std::filesystem::directory_iterator(); entry.increment(failure)) {
         std::filesystem::path const& path = entry->path();
-        auto const number = parseInteger(path.stem().string());
+        auto const number = parseInteger(utf8(path.stem()));
         // A name such as 007.png is not that of a tile.
         if (number && *number >= 0 && path == tilePath(file, static_cast<std::size_t>(*number))) {
             highest = std::max(highest.value_or(0), static_cast<std::uint64_t>(*number));
@@ -56,10 +57,10 @@ void requireAllTiles(std::filesystem::path const& file)
     if (highest && *highest >= count) {
         throw fileError(file,
                         "tile " + std::to_string(count) + " is missing: there is " +
-                            tilePath(file, *highest).string() + ", but no " + tilePath(file, count).string());
+                            utf8(tilePath(file, *highest)) + ", but no " + utf8(tilePath(file, count)));
     }
     if (count == 0) {
-        throw fileError(file, "has no tiles: there is no " + tilePath(file, 0).string());
+        throw fileError(file, "has no tiles: there is no " + utf8(tilePath(file, 0)));
     }
 }
 
@@ -69,7 +70,7 @@ cv::Mat readPicture(std::filesystem::path const& file)
 {
     (void)openInput(file); // for its message if the file cannot be read
     try {
-        cv::Mat picture = cv::imread(file.string(), cv::IMREAD_UNCHANGED);
+        cv::Mat picture = cv::imread(utf8(file), cv::IMREAD_UNCHANGED);
         if (!picture.empty()) {
             return picture;
         }
@@ -82,7 +83,7 @@ cv::Mat readPicture(std::filesystem::path const& file)
 
 void requirePictureFormat(std::filesystem::path const& file)
 {
-    std::string const extension = file.extension().string();
+    std::string const extension = utf8(file.extension());
     if (extension.size() < 2) {
         throw fileError(file, "has no extension for the picture's format; use .png, for example");
     }

@@ -1,5 +1,6 @@
 #include "tools/io/PoseTextFormats.h"
 
+#include "tools/console/PathText.h"
 #include "tools/console/Text.h"
 #include "tools/console/ToolError.h"
 #include "tools/io/LineReader.h"
@@ -224,16 +225,15 @@ TextPoses readKittiPoses(std::istream& text,
         readNodes(text, name, [&](LineReader const& lines, std::string_view line, std::size_t index) {
             TrafoT<double> const pose = kittiPose(lines, line);
             if (index == times.size()) {
-                throw errorAt(lines,
-                              "there are only " + std::to_string(times.size()) + " times in " +
-                                  timesName.string());
+                throw errorAt(
+                    lines, "there are only " + std::to_string(times.size()) + " times in " + utf8(timesName));
             }
             return TrajectoryNode(times[index], pose);
         });
     if (poses.nodes.size() != times.size()) {
         throw fileError(timesName,
                         std::to_string(times.size()) + " times for " + std::to_string(poses.nodes.size()) +
-                            " poses in " + name.string());
+                            " poses in " + utf8(name));
     }
     return poses;
 }

@@ -1,18 +1,23 @@
 #include "tools/io/Temporary.h"
 
+#include <algorithm>
 #include <array>
-#include <cerrno>
 #include <charconv>
 #include <cstddef>
-#include <cstring>
 #include <random>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
-#if !defined(_WIN32)
+#if defined(_WIN32)
+#include <windows.h>
+
+#include <mutex>
+#else
 #include <pthread.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #endif
 
@@ -22,53 +27,79 @@ namespace oV::Roamscan::tool
 namespace
 {
 
+using Character = std::filesystem::path::value_type;
+
 /// Changed only while the signals are held back, so that the signal handler always finds a whole list.
 constinit Temporary* newest = nullptr;
 
-#if !defined(_WIN32)
+// These functions call only what a signal handler may call. They tell whether nothing is left under the name.
+#if defined(_WIN32)
 
-constexpr std::array handledSignals{SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGXFSZ};
-
-constinit pthread_t mainThread{};
-
-sigset_t setOfHandledSignals()
+bool isGone(bool removed)
 {
-    sigset_t set;
-    sigemptyset(&set);
-    for (int const signal : handledSignals) {
-        sigaddset(&set, signal);
-    }
-    return set;
+    return removed || GetLastError() == ERROR_FILE_NOT_FOUND || GetLastError() == ERROR_PATH_NOT_FOUND;
 }
 
+bool removeFile(Character const* name)
+{
+    return isGone(DeleteFileW(name) != 0);
+}
+
+bool removeFolder(Character const* name)
+{
+    return isGone(RemoveDirectoryW(name) != 0);
+}
+
+bool isFile(Character const* name)
+{
+    return GetFileAttributesW(name) != INVALID_FILE_ATTRIBUTES;
+}
+
+#else
+
+bool removeFile(Character const* name)
+{
+    return unlink(name) == 0 || errno == ENOENT;
+}
+
+bool removeFolder(Character const* name)
+{
+    return rmdir(name) == 0 || errno == ENOENT;
+}
+
+bool isFile(Character const* name)
+{
+    return access(name, F_OK) == 0;
+}
+
+#endif
+
 /// Removes the files "0.png", "1.png" and so on up to the first missing one. Async-signal-safe.
-void removeNumberedFiles(char const* folder, char const* extension)
+void removeNumberedFiles(std::filesystem::path::string_type const& folder,
+                         std::filesystem::path::string_type const& extension)
 {
     constexpr std::size_t digits = 12;
-    std::array<char, 4096> name{};
-    std::size_t const start = std::strlen(folder);
-    std::size_t const extensionSize = std::strlen(extension) + 1; // with the terminating zero
-    if (start + 1 + digits + extensionSize > name.size()) {
+    std::array<Character, 4096> name{};
+    if (folder.size() + 1 + digits + extension.size() + 1 > name.size()) {
         return;
     }
-    std::memcpy(name.data(), folder, start);
-    name[start] = '/';
-    char* const number = name.data() + start + 1;
+    auto* const number = std::copy(folder.begin(), folder.end(), name.begin());
+    *number = '/';
     for (unsigned int i = 0;; ++i) {
-        char* const end = std::to_chars(number, number + digits, i).ptr;
-        std::memcpy(end, extension, extensionSize);
-        if (unlink(name.data()) != 0) {
+        std::array<char, digits> text{};
+        char const* const end = std::to_chars(text.data(), text.data() + digits, i).ptr;
+        auto* const last = std::copy(static_cast<char const*>(text.data()), end, number + 1);
+        *std::copy(extension.begin(), extension.end(), last) = 0;
+        if (!isFile(name.data()) || !removeFile(name.data())) {
             return;
         }
     }
 }
 
-#endif
-
 } // namespace
 
-Temporary::Temporary(std::filesystem::path const& path, Kind kind, std::string extension)
-    : path_(path), extension_(std::move(extension)), kind_(kind)
+Temporary::Temporary(std::filesystem::path const& path, Kind kind, std::string const& extension)
+    : path_(path), extension_(std::filesystem::path(extension).native()), kind_(kind)
 {
     SignalsHeld const held;
     older_ = std::exchange(newest, this);
@@ -96,6 +127,30 @@ void Temporary::release()
     path_.clear();
 }
 
+/// Calls only what a signal handler may call.
+/// @return whether nothing is left
+bool Temporary::removeAll()
+{
+    bool isNothingLeft = true;
+    for (Temporary const* temporary = newest; temporary != nullptr; temporary = temporary->older_) {
+        bool const isReleased = temporary->path_.empty();
+        isNothingLeft = (isReleased || temporary->removeByName()) && isNothingLeft;
+    }
+    return isNothingLeft;
+}
+
+bool Temporary::removeByName() const
+{
+    if (kind_ == Kind::File) {
+        return removeFile(path_.c_str());
+    }
+    if (kind_ == Kind::Tiles) {
+        removeNumberedFiles(path_.native(), extension_);
+    }
+    // A folder that may be used for other things too stays with them.
+    return removeFolder(path_.c_str()) || kind_ == Kind::EmptyFolder;
+}
+
 std::filesystem::path nameInTemporaryFolder()
 {
     std::error_code failure;
@@ -105,31 +160,66 @@ std::filesystem::path nameInTemporaryFolder()
 
 #if defined(_WIN32)
 
-SignalsHeld::SignalsHeld() = default;
-SignalsHeld::~SignalsHeld() = default;
-void removeTemporariesOnSignals() {}
+namespace
+{
+
+/// Held while the list of temporaries changes, and by the handler to the end of the process.
+std::recursive_mutex listMutex; // NOLINT(cert-err58-cpp): does not throw
+
+/// Runs on a thread of its own, while the main thread goes on. That thread may have a tile open, which cannot
+/// be removed until it is written, and it may write another tile while the folder is there.
+BOOL WINAPI handleConsoleEvent(DWORD /*event*/)
+{
+    constexpr int attempts = 500;
+    constexpr DWORD pauseInMilliseconds = 10;
+    listMutex.lock();
+    for (int i = 0; i < attempts && !Temporary::removeAll(); ++i) {
+        Sleep(pauseInMilliseconds);
+    }
+    TerminateProcess(GetCurrentProcess(), STATUS_CONTROL_C_EXIT);
+    return TRUE;
+}
+
+} // namespace
+
+SignalsHeld::SignalsHeld()
+{
+    listMutex.lock();
+}
+
+SignalsHeld::~SignalsHeld()
+{
+    listMutex.unlock();
+}
+
+void removeTemporariesOnSignals()
+{
+    SetConsoleCtrlHandler(&handleConsoleEvent, TRUE);
+}
 
 #else
 
-void Temporary::removeInSignalHandler() const
+namespace
 {
-    if (path_.empty()) {
-        return; // it was released
+
+constexpr std::array handledSignals{SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGXFSZ};
+
+constinit pthread_t mainThread{};
+
+sigset_t setOfHandledSignals()
+{
+    sigset_t set;
+    sigemptyset(&set);
+    for (int const signal : handledSignals) {
+        sigaddset(&set, signal);
     }
-    if (kind_ == Kind::File) {
-        unlink(path_.c_str());
-        return;
-    }
-    if (kind_ == Kind::Tiles) {
-        removeNumberedFiles(path_.c_str(), extension_.c_str());
-    }
-    rmdir(path_.c_str());
+    return set;
 }
 
 /// Runs on the main thread, so that nothing is created after the removal: a signal that arrives on another
 /// thread is sent on. The main thread does not go on afterwards: the signal, now with its default action, is
 /// delivered again as soon as the handler returns. Another thread does, and finds its errno unchanged.
-void Temporary::handleSignal(int signal)
+void handleSignal(int signal)
 {
     int const error = errno;
     if (pthread_equal(pthread_self(), mainThread) == 0) {
@@ -137,13 +227,13 @@ void Temporary::handleSignal(int signal)
         errno = error;
         return;
     }
-    for (Temporary const* temporary = newest; temporary != nullptr; temporary = temporary->older_) {
-        temporary->removeInSignalHandler();
-    }
+    Temporary::removeAll();
     std::signal(signal, SIG_DFL);
     std::raise(signal);
     errno = error;
 }
+
+} // namespace
 
 SignalsHeld::SignalsHeld()
 {
@@ -165,7 +255,7 @@ void removeTemporariesOnSignals()
 {
     mainThread = pthread_self();
     struct sigaction action = {};
-    action.sa_handler = &Temporary::handleSignal;
+    action.sa_handler = &handleSignal;
     action.sa_mask = setOfHandledSignals();
     action.sa_flags = SA_RESTART;
     for (int const signal : handledSignals) {

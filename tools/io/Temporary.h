@@ -22,7 +22,9 @@ public:
     };
 
     /// @param extension of the files in a folder of tiles, such as ".png"
-    explicit Temporary(std::filesystem::path const& path, Kind kind = Kind::File, std::string extension = {});
+    explicit Temporary(std::filesystem::path const& path,
+                       Kind kind = Kind::File,
+                       std::string const& extension = {});
     Temporary(Temporary const&) = delete;
     Temporary& operator=(Temporary const&) = delete;
     ~Temporary();
@@ -32,15 +34,15 @@ public:
     /// Leaves what has the name, for example because it was renamed.
     void release();
 
-private:
-    friend void removeTemporariesOnSignals();
+    /// Removes what has the name of any of the objects, newest first. Calls only async-signal-safe functions.
+    /// @return whether nothing of it is left
+    static bool removeAll();
 
-    /// Calls only async-signal-safe functions.
-    void removeInSignalHandler() const;
-    static void handleSignal(int signal);
+private:
+    [[nodiscard]] bool removeByName() const;
 
     std::filesystem::path path_;
-    std::string extension_;
+    std::filesystem::path::string_type extension_;
     Kind kind_;
     Temporary* older_ = nullptr; // a list of all objects; its head is in the source
 };
@@ -49,7 +51,7 @@ private:
 [[nodiscard]] std::filesystem::path nameInTemporaryFolder();
 
 /// Holds back the signals that removeTemporariesOnSignals() handles, on the calling thread. They take effect
-/// at the end of the scope.
+/// at the end of the outermost scope.
 class SignalsHeld
 {
 public:
@@ -64,7 +66,8 @@ private:
 
 /// From now on, SIGINT, SIGTERM, SIGHUP, SIGPIPE and SIGXFSZ remove all temporary files and folders, newest
 /// first, before they end the process with their usual exit status. Signals that are ignored, as under nohup,
-/// stay ignored. Call it on the main thread, once. Does nothing on Windows.
+/// stay ignored. On Windows, Ctrl-C, Ctrl-Break and the closing of the console do the same; a file that is
+/// open must be one of createRemovable(). Call it on the main thread, once.
 void removeTemporariesOnSignals();
 
 } // namespace oV::Roamscan::tool

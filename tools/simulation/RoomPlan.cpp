@@ -10,8 +10,8 @@ namespace
 
 using Eigen::Vector2d;
 
-constexpr double length = 24.0;
-constexpr double width = 14.0;
+constexpr double buildingLength = 24.0;
+constexpr double buildingWidth = 14.0;
 constexpr double roomHeight = 2.8;
 constexpr double doorWidth = 1.1;
 constexpr double doorHeight = 2.1;
@@ -51,12 +51,14 @@ void addWalls(Building& building)
 {
     constexpr double south = 5.9; // the corridor's two walls
     constexpr double north = 8.1;
-    addWall(building, "corridor wall, south", {0.0, south}, {length, south}, {2.55, 5.5, 10.75, 20.55});
-    addWall(building, "corridor wall, north", {0.0, north}, {length, north}, {2.55, 13.5, 17.6, 20.55});
+    addWall(
+        building, "corridor wall, south", {0.0, south}, {buildingLength, south}, {2.55, 5.5, 10.75, 20.55});
+    addWall(
+        building, "corridor wall, north", {0.0, north}, {buildingLength, north}, {2.55, 13.5, 17.6, 20.55});
     addWall(building, "wall between the south-west rooms", {8.0, 0.0}, {8.0, south}, {});
     addWall(building, "wall between the south-east rooms", {15.5, 0.0}, {15.5, south}, {2.55});
-    addWall(building, "wall between the north-west rooms", {7.0, north}, {7.0, width}, {2.95});
-    addWall(building, "wall between the north-east rooms", {16.0, north}, {16.0, width}, {});
+    addWall(building, "wall between the north-west rooms", {7.0, north}, {7.0, buildingWidth}, {2.95});
+    addWall(building, "wall between the north-east rooms", {16.0, north}, {16.0, buildingWidth}, {});
 }
 
 void addFurniture(Building& building)
@@ -88,7 +90,7 @@ void addFurniture(Building& building)
 Building roomPlan()
 {
     Building building;
-    addShell(building, {0.0, 0.0, 0.0}, {length, width, roomHeight});
+    addShell(building, {0.0, 0.0, 0.0}, {buildingLength, buildingWidth, roomHeight});
     addWalls(building);
     addFurniture(building);
     return building;
