@@ -1,14 +1,25 @@
-# Debian packages by CPack, one for each install component: `./run package` builds and tests them. The binaries are those of
-# the build; cmake/DebianFiles.cmake and cmake/DebianTriggers.cmake add what only packages have.
+# Packages by CPack: `./run package` builds and tests them. The binaries are those of the build.
 
 if(NOT PROJECT_IS_TOP_LEVEL OR ROAMSCAN_STATIC)
     return()
 endif()
 
-set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_VENDOR "RoamscanDataStructures developers")
 set(CPACK_PACKAGE_CONTACT "RoamscanDataStructures developers <roamscan@users.noreply.github.com>")
 set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/packages")
+
+# For Windows, a zip file of all install components, with the DLLs that they need.
+if(WIN32)
+    set(CPACK_GENERATOR ZIP)
+    set(CPACK_PACKAGE_FILE_NAME "${PROJECT_NAME}-${PROJECT_VERSION}-windows-x86_64")
+    install(FILES README.md CHANGELOG.md LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+    include(CPack)
+    return()
+endif()
+
+# Debian packages, one for each install component. cmake/DebianFiles.cmake and cmake/DebianTriggers.cmake add what only these
+# packages have.
+set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ
                                                 WORLD_EXECUTE)

@@ -2,21 +2,27 @@
 
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
 
-# The runtime DLLs of MinGW-w64 and the dependencies are copied there.
+# The DLLs of the dependencies and of the compiler's runtime are copied there, and installed with their licences.
 if(MINGW)
-    set(ROAMSCAN_RUNTIME_DLLS "")
-    foreach(name IN ITEMS libgcc_s_seh-1.dll libstdc++-6.dll libwinpthread-1.dll)
-        execute_process(
-            COMMAND "${CMAKE_CXX_COMPILER}" "-print-file-name=${name}"
-            OUTPUT_VARIABLE dll
-            OUTPUT_STRIP_TRAILING_WHITESPACE)
-        if(IS_ABSOLUTE "${dll}")
-            list(APPEND ROAMSCAN_RUNTIME_DLLS "${dll}")
-        endif()
-    endforeach()
     foreach(prefix IN LISTS ROAMSCAN_WINDOWS_PREFIX)
         file(GLOB dlls "${prefix}/bin/*.dll")
-        list(APPEND ROAMSCAN_RUNTIME_DLLS ${dlls})
+        file(COPY ${dlls} DESTINATION "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+        install(FILES ${dlls} DESTINATION "${CMAKE_INSTALL_BINDIR}")
+        if(EXISTS "${prefix}/share/licenses")
+            install(DIRECTORY "${prefix}/share/licenses" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+        endif()
     endforeach()
-    file(COPY ${ROAMSCAN_RUNTIME_DLLS} DESTINATION "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
 endif()
+
+# roamscan_utf8_process(target): the code page of the program is UTF-8, also for its arguments and file names, and it may use
+# paths of more than 260 characters, where the system allows it. By a manifest, which needs Windows 10 of 2019 or later.
+set(manifest "${PROJECT_SOURCE_DIR}/cmake/windows/Utf8Process.manifest")
+if(MINGW)
+    enable_language(RC)
+    file(CONFIGURE OUTPUT "${PROJECT_BINARY_DIR}/Utf8Process.rc" CONTENT "1 24 \"@manifest@\"\n" @ONLY)
+    set(manifest "${PROJECT_BINARY_DIR}/Utf8Process.rc")
+endif()
+set(ROAMSCAN_UTF8_MANIFEST "${manifest}")
+function(roamscan_utf8_process target)
+    target_sources(${target} PRIVATE "${ROAMSCAN_UTF8_MANIFEST}")
+endfunction()

@@ -8,6 +8,10 @@
 #include <cmath>
 #include <cstdio>
 
+#if defined(_WIN32)
+#include <windows.h> // for the members of _ULARGE_INTEGER
+#endif
+
 using oV::Roamscan::IntegerTime;
 using oV::Roamscan::TrafoT;
 namespace TimeConversion = oV::Roamscan::TimeConversion;

@@ -3,6 +3,7 @@
 
 #include "tests/support/ExifTexts.h"
 #include "tests/support/JpegBytes.h"
+#include "tests/support/SharedData.h"
 
 #include <roamscan/imagery/ExifReader.h>
 
@@ -265,7 +266,7 @@ TEST(ExifReader, RealPicturesAreRead)
         {"Pentax_K10D.jpg",
          {"2008:07:31 15:56:49\0"s, "PENTAX Corporation \0"s, "PENTAX K10D        \0"s, true}},
         {"BlueSquare.jpg", {"2005:09:07 15:09:51\0"s, "", "", true}}};
-    std::filesystem::path const folder = std::filesystem::path(ROAMSCAN_SHARED_DATA_DIR) / "exif";
+    std::filesystem::path const folder = support::sharedData("exif");
     for (auto const& [file, wanted] : pictures) {
         if (!std::filesystem::exists(folder / file)) {
             GTEST_SKIP() << "missing: " << folder / file;

@@ -31,7 +31,7 @@ TEST_F(LargeImageFailure, AnUnwritableFolderFailsAtTheFirstTile)
 {
     folder.write("pano", "a file where the folder should be");
     expectInputOutput(failureOf([&] { serializeImage(makeImage(3, 2500), place()); }),
-                      "Error writing image to " + tilePath("0.png"),
+                      "Error writing image to " + tilePath("0.png").string(),
                       serializeName);
     EXPECT_EQ(folder.read("pano"), "a file where the folder should be");
 }
@@ -41,7 +41,7 @@ TEST_F(LargeImageFailure, TilesBeforeTheFailedOneRemain)
     cv::Mat const image = makeImage(3, 2500);
     std::filesystem::create_directories(tilePath("1.png"));
     expectInputOutput(failureOf([&] { serializeImage(image, place()); }),
-                      "Error writing image to " + tilePath("1.png"),
+                      "Error writing image to " + tilePath("1.png").string(),
                       serializeName);
     EXPECT_THAT(folder.names("pano"), ElementsAre("0.png", "1.png"));
     EXPECT_TRUE(sameImage(readTile("0.png"), image(cv::Rect(0, 0, 1000, 3))));
@@ -50,7 +50,7 @@ TEST_F(LargeImageFailure, TilesBeforeTheFailedOneRemain)
 TEST_F(LargeImageFailure, AFormatThatOpenCVDoesNotKnowFailsAndIsLogged)
 {
     expectInputOutput(failureOf([&] { serializeImage(makeImage(3, 5), place("pano.nothing")); }),
-                      "Error writing image to " + tilePath("0.nothing"),
+                      "Error writing image to " + tilePath("0.nothing").string(),
                       serializeName);
     auto const log = Models::the().logMessages();
     ASSERT_EQ(log.size(), 1U);
@@ -63,7 +63,7 @@ TEST_F(LargeImageFailure, AFormatThatOpenCVDoesNotKnowFailsAndIsLogged)
 TEST_F(LargeImageFailure, APictureWithColumnsButNoRowsFails)
 {
     expectInputOutput(failureOf([&] { serializeImage(cv::Mat(0, 5, CV_8UC3), place()); }),
-                      "Error writing image to " + tilePath("0.png"),
+                      "Error writing image to " + tilePath("0.png").string(),
                       serializeName);
 }
 
@@ -72,7 +72,7 @@ TEST_F(LargeImageFailure, AFailureOfOpenCVInReadingIsLoggedAndNamesTheTile)
     std::filesystem::create_directory(folder.file("pano"));
     folder.write("pano/0.png", "P5\n2000000 1\n255\n"); // wider than OpenCV takes
     expectInputOutput(failureOf([&] { (void)readImage(place()); }),
-                      "Error reading image from " + tilePath("0.png"),
+                      "Error reading image from " + tilePath("0.png").string(),
                       readName);
     auto const log = Models::the().logMessages();
     ASSERT_EQ(log.size(), 1U);

@@ -1,3 +1,4 @@
+#include "tests/support/Links.h"
 #include "tests/support/TiledPictures.h"
 
 #include <roamscan/imagery/LargeImageSerialization.h>
@@ -115,8 +116,11 @@ TEST_F(LargeImageFolder, TilesMayBeLinks)
 {
     cv::Mat const tile = makeImage(3, 1000);
     writeTile("any.png", tile);
-    std::filesystem::create_symlink(tilePath("any.png"), tilePath("0.png"));
-    std::filesystem::create_symlink(tilePath("any.png"), tilePath("1.png"));
+    if (!support::makeLink(tilePath("any.png"), tilePath("0.png")) ||
+        !support::makeLink(tilePath("any.png"), tilePath("1.png")))
+    {
+        GTEST_SKIP() << "no links can be made";
+    }
     cv::Mat expected;
     cv::repeat(tile, 1, 2, expected);
     EXPECT_TRUE(sameImage(readImage(place()), expected));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/TestPath.h"
+
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -17,7 +19,9 @@ public:
     {
         std::error_code failure;
         for (int attempt = 0; path_.empty(); ++attempt) {
-            auto candidate = std::filesystem::temp_directory_path() / (name + "-" + std::to_string(attempt));
+            // With a blank, and with letters that a code page may lack.
+            auto candidate = std::filesystem::temp_directory_path() /
+                             pathOf(name + " Größe 散歩 " + std::to_string(attempt));
             if (std::filesystem::create_directory(candidate, failure)) {
                 path_ = std::move(candidate);
             } else if (failure) {
@@ -33,9 +37,13 @@ public:
         std::filesystem::remove_all(path_, ignored);
     }
 
-    [[nodiscard]] std::filesystem::path const& path() const { return path_; }
+    [[nodiscard]] TestPath path() const { return TestPath(path_); }
 
-    [[nodiscard]] std::filesystem::path file(std::string const& name) const { return path_ / name; }
+    /// @param name UTF-8
+    [[nodiscard]] TestPath file(std::string const& name) const
+    {
+        return TestPath((path_ / pathOf(name)).make_preferred());
+    }
 
 private:
     std::filesystem::path path_;

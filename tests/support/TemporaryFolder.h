@@ -29,7 +29,7 @@ class TemporaryFolder : public ScratchFolder
 public:
     TemporaryFolder() : ScratchFolder(nameOfRunningTest()) {}
 
-    std::filesystem::path write(std::string const& name, std::string const& bytes) const
+    TestPath write(std::string const& name, std::string const& bytes) const
     {
         std::ofstream(file(name), std::ios::binary) << bytes;
         return file(name);
@@ -45,8 +45,8 @@ public:
     [[nodiscard]] std::vector<std::string> names(std::string const& inside = {}) const
     {
         std::vector<std::string> found;
-        for (auto const& entry : std::filesystem::directory_iterator(path() / inside)) {
-            found.push_back(entry.path().filename().string());
+        for (auto const& entry : std::filesystem::directory_iterator(path() / pathOf(inside))) {
+            found.push_back(utf8(entry.path().filename()));
         }
         std::sort(found.begin(), found.end());
         return found;

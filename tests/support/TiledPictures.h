@@ -67,10 +67,7 @@ protected:
         return File::fromPath(String::fromUtf16(folder.file(name).u16string()));
     }
 
-    [[nodiscard]] std::string tilePath(std::string const& name) const
-    {
-        return (folder.path() / "pano" / name).string();
-    }
+    [[nodiscard]] TestPath tilePath(std::string const& name) const { return folder.file("pano/" + name); }
 
     [[nodiscard]] cv::Mat readTile(std::string const& name) const
     {

@@ -8,7 +8,7 @@ namespace support
 
 /// Whether virtualSlot() is supported: in the Itanium C++ ABI on x86-64, a pointer to a virtual function
 /// holds its offset in the table, plus one.
-#if defined(__x86_64__) && !defined(_WIN32)
+#if defined(__x86_64__) // not defined by Microsoft's compiler
 inline constexpr bool virtualSlotsAreKnown = true;
 #else
 inline constexpr bool virtualSlotsAreKnown = false;

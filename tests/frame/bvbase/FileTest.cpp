@@ -68,6 +68,23 @@ INSTANTIATE_TEST_SUITE_P(Paths,
                                          Parts{"walk/", "walk", "", ""},
                                          Parts{"", "", "", ""}));
 
+#if defined(_WIN32)
+INSTANTIATE_TEST_SUITE_P(
+    WindowsPaths,
+    FileParts,
+    testing::Values(Parts{R"(C:\data\walk\pano.png)", R"(C:\data\walk)", "pano", "png"},
+                    Parts{R"(C:/data/walk\pano.png)", R"(C:/data/walk)", "pano", "png"},
+                    Parts{R"(C:\pano.png)", R"(C:\)", "pano", "png"},
+                    Parts{R"(C:pano.png)", "C:", "pano", "png"},
+                    Parts{R"(\\server\share\walk\pano.png)", R"(\\server\share\walk)", "pano", "png"},
+                    Parts{R"(\\?\C:\walk\pano.png)", R"(\\?\C:\walk)", "pano", "png"}));
+
+TEST(Directory, AppendLevelOfAPathWithADriveLetterStaysInside)
+{
+    EXPECT_EQ(narrow(Directory::fromPath(L"walk")->appendLevel(L"C:\\pano")->getPath()), "walk\\pano");
+}
+#endif
+
 TEST(File, OfAnEmptyPathHasNoParts)
 {
     auto const file = File::fromPath(String::NIL);

@@ -12,6 +12,10 @@
 #include <algorithm>
 #include <string_view>
 
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
 namespace
 {
 

@@ -4,14 +4,20 @@
 
 /// @file
 /// A plug-in that a test program loads, and the library with it, or links. The functions have C names, for
-/// dlsym().
+/// dlsym() and GetProcAddress().
+
+#if defined(_WIN32)
+#define PLUGIN_EXPORT __declspec(dllexport)
+#else
+#define PLUGIN_EXPORT ROAMSCAN_EXPORT
+#endif
 
 extern "C" {
 
 /// Whether the library is as it must be directly after it was loaded: attached, with its class records and
 /// constants, and without options.
-ROAMSCAN_EXPORT bool isFreshlyLoaded();
+PLUGIN_EXPORT bool isFreshlyLoaded();
 
 /// Creates the options and uses them. They stay.
-ROAMSCAN_EXPORT bool bringUpOptions();
+PLUGIN_EXPORT bool bringUpOptions();
 }

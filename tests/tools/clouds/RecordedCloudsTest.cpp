@@ -1,6 +1,7 @@
 /// @file
 /// Clouds that other programs wrote.
 
+#include "tests/support/SharedData.h"
 #include "tests/tools/support/CloudTable.h"
 #include "tests/tools/support/ToolFixture.h"
 
@@ -49,7 +50,7 @@ protected:
     }
 
 private:
-    std::filesystem::path const folder_ = std::filesystem::path(ROAMSCAN_SHARED_DATA_DIR) / "clouds";
+    std::filesystem::path const folder_ = support::sharedData("clouds");
 };
 
 } // namespace

@@ -20,13 +20,13 @@ using namespace std::string_literals;
 class ExifCommandTest : public ToolFixture
 {
 protected:
-    [[nodiscard]] std::filesystem::path writeCamera(std::string const& name) const
+    [[nodiscard]] support::TestPath writeCamera(std::string const& name) const
     {
         return write(name, support::jpegWithBlock(support::cameraBlock(support::ByteOrder::Big)));
     }
 
     /// A picture whose make is this text.
-    [[nodiscard]] std::filesystem::path writeMake(std::string const& name, std::string const& make) const
+    [[nodiscard]] support::TestPath writeMake(std::string const& name, std::string const& make) const
     {
         auto const size = static_cast<std::uint32_t>(make.size());
         return write(name,
@@ -35,14 +35,12 @@ protected:
     }
 
     /// What stands below the heading, without the name of the file.
-    [[nodiscard]] static std::string rowOf(std::filesystem::path const& picture)
+    [[nodiscard]] static std::string rowOf(std::string const& picture)
     {
         ToolRun const exif = run({"exif", picture});
         EXPECT_EQ(exif.status, 0) << exif.err;
         std::string const row = lastLine(exif.out);
-        return row.substr(0, picture.string().size()) == picture.string()
-                   ? row.substr(picture.string().size())
-                   : "";
+        return row.substr(0, picture.size()) == picture ? row.substr(picture.size()) : "";
     }
 };
 
@@ -99,18 +97,18 @@ TEST_F(ExifCommandTest, PrintsJson)
     EXPECT_EQ(exif.out,
               "[\n"
               "  {\n"
-              "    \"file\": \"" +
-                  camera.string() +
-                  "\",\n"
+              "    \"file\": " +
+                  quoted(camera) +
+                  ",\n"
                   "    \"valid\": true,\n"
                   "    \"dateTime\": \"2008:07:31 16:49:10\",\n"
                   "    \"manufacturer\": \"ACME\",\n"
                   "    \"model\": \"X100-S\"\n"
                   "  },\n"
                   "  {\n"
-                  "    \"file\": \"" +
-                  none.string() +
-                  "\",\n"
+                  "    \"file\": " +
+                  quoted(none) +
+                  ",\n"
                   "    \"valid\": false,\n"
                   "    \"dateTime\": \"\",\n"
                   "    \"manufacturer\": \"\",\n"

@@ -1,3 +1,4 @@
+#include "tests/support/SharedData.h"
 #include "tests/tools/support/ToolFixture.h"
 #include "tools/io/RecordingFile.h"
 
@@ -29,11 +30,11 @@ using testing::HasSubstr;
 class ExportCommandTest : public ToolFixture
 {
 protected:
-    std::string writeNodes(std::string const& name, TrajectoryData const& data) const
+    support::TestPath writeNodes(std::string const& name, TrajectoryData const& data) const
     {
         std::ofstream stream(file(name), std::ios::binary);
         writeTrajectory(data, stream, name);
-        return file(name).string();
+        return file(name);
     }
 
     [[nodiscard]] std::vector<TrajectoryNode> nodes(std::filesystem::path const& path) const
@@ -214,9 +215,8 @@ TEST_F(ExportCommandTest, AFailureLeavesNothing)
 
 TEST_F(ExportCommandTest, RealRecordingsGiveTheirNumbersBack)
 {
-    std::filesystem::path const folder = std::filesystem::path(ROAMSCAN_SHARED_DATA_DIR) / "trajectories";
-    auto const tum = folder / "fr2_desk_groundtruth.txt";
-    auto const euroc = folder / "V102_groundtruth.csv";
+    auto const tum = support::sharedData("trajectories/fr2_desk_groundtruth.txt");
+    auto const euroc = support::sharedData("trajectories/V102_groundtruth.csv");
     if (!std::filesystem::exists(tum) || !std::filesystem::exists(euroc)) {
         GTEST_SKIP() << "missing: " << tum << " or " << euroc;
     }

@@ -1,3 +1,4 @@
+#include "tests/support/SharedData.h"
 #include "tests/tools/support/ToolFixture.h"
 #include "tools/io/RecordingFile.h"
 
@@ -172,9 +173,8 @@ TEST_F(ImportCommandTest, SaysWhatTheInputIs)
 
 TEST_F(ImportCommandTest, RealRecordingsAreImportedCompletely)
 {
-    std::filesystem::path const folder = std::filesystem::path(ROAMSCAN_SHARED_DATA_DIR) / "trajectories";
-    auto const tum = folder / "fr2_desk_groundtruth.txt";
-    auto const euroc = folder / "V102_groundtruth.csv";
+    auto const tum = support::sharedData("trajectories/fr2_desk_groundtruth.txt");
+    auto const euroc = support::sharedData("trajectories/V102_groundtruth.csv");
     if (!std::filesystem::exists(tum) || !std::filesystem::exists(euroc)) {
         GTEST_SKIP() << "missing: " << tum << " or " << euroc;
     }

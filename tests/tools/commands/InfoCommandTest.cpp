@@ -18,6 +18,7 @@ namespace
 using namespace oV::Roamscan;
 using namespace oV::Roamscan::tool;
 using support::lineCount;
+using support::quoted;
 using support::ToolFixture;
 using support::ToolRun;
 
@@ -176,8 +177,8 @@ TEST_F(InfoCommandTest, PrintsJson)
     EXPECT_EQ(info.status, 0) << info.err;
     EXPECT_EQ(
         packed(info.out),
-        R"([{"file":")" + file("a.trajectory").string() +
-            R"(","kind":"trajectory","nodes":4,"inTimeOrder":false,"repeatedTimes":0,"nodesWithoutTime":0,)"
+        R"([{"file":)" + packed(quoted(file("a.trajectory"))) +
+            R"(,"kind":"trajectory","nodes":4,"inTimeOrder":false,"repeatedTimes":0,"nodesWithoutTime":0,)"
             R"("from":10.0,"to":16.0,"duration":6.0,"meanStep":2.0,"largestStep":4.0,"pathLength":19.0,)"
             R"("usualStep":1.0,"longestStepWithoutGap":10.0,"gaps":[],)"
             R"("devices":[{"device":0,"translation":[0.0,0.0,0.0],"rotation":[1.0,0.0,0.0,0.0]},)"
@@ -273,8 +274,8 @@ TEST_F(InfoCommandTest, PrintsASensorStreamAsJson)
     EXPECT_EQ(info.status, 0) << info.err;
     EXPECT_EQ(
         packed(info.out),
-        R"([{"file":")" + file("a.sensors").string() +
-            R"(","kind":"sensor",)"
+        R"([{"file":)" + packed(quoted(file("a.sensors"))) +
+            R"(,"kind":"sensor",)"
             R"("inertialUnits":[{"name":"imu","samples":4,"from":10.0,"to":10.125,"duration":0.125,"rate":24.0,)"
             R"("largestGap":0.075,"withMagneticField":1}],)"
             R"("rangefinders":[{"name":"base","samples":2,"from":1.0,"to":3.0,"duration":2.0,"rate":0.5,)"

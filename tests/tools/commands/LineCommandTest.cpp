@@ -20,7 +20,7 @@ using support::ToolRun;
 class LineCommandTest : public ToolFixture
 {
 protected:
-    [[nodiscard]] std::string save(TrajectoryData const& data) const
+    [[nodiscard]] support::TestPath save(TrajectoryData const& data) const
     {
         std::ofstream stream(file("walk.trajectory"), std::ios::binary);
         writeTrajectory(data, stream, "walk.trajectory");
@@ -135,7 +135,7 @@ TEST_F(LineCommandTest, CountsNodesThatCannotBeDrawn)
 
 TEST_F(LineCommandTest, DoesNotReplaceItsInput)
 {
-    std::string const trajectory = save(threeNodes());
+    auto const trajectory = save(threeNodes());
     std::filesystem::rename(trajectory, file("walk.obj"));
     std::string const before = read("walk.obj");
     ToolRun const line = draw(file("walk.obj"), "walk.obj");

@@ -25,7 +25,7 @@ using testing::HasSubstr;
 class MountCommandTest : public ToolFixture
 {
 protected:
-    [[nodiscard]] std::string trajectory() const
+    [[nodiscard]] support::TestPath trajectory() const
     {
         TrajectoryData data;
         data.nodes.emplace_back(1.0);
@@ -33,12 +33,12 @@ protected:
         data.devicePositions[Device::Device1] = TrafoT<double>::Translation({0.1, 0.0, 0.25});
         std::ofstream stream(file("a.trajectory"), std::ios::binary);
         writeTrajectory(data, stream, "a.trajectory");
-        return file("a.trajectory").string();
+        return file("a.trajectory");
     }
 
     [[nodiscard]] TrajectoryData data() const { return *readTrajectoryFile(file("a.trajectory")).data; }
 
-    std::string sensors(double x) const
+    support::TestPath sensors(double x) const
     {
         SensorData data;
         data.rangefinderData["head"][0] = std::make_shared<mapping::RangefinderData const>(
@@ -46,7 +46,7 @@ protected:
         data.sensorPoses["head"] = {{static_cast<float>(x), 0.0F, 0.25F}, {0.0F, 0.0F, 0.0F, 1.0F}};
         std::ofstream stream(file("a.sensors"), std::ios::binary);
         writeSensors(data, stream, "a.sensors");
-        return file("a.sensors").string();
+        return file("a.sensors");
     }
 };
 
@@ -59,12 +59,12 @@ TEST_F(MountCommandTest, ShowsThePositions)
     ToolRun const mount = run({"mount", path});
     EXPECT_EQ(mount.status, 0) << mount.err;
     EXPECT_EQ(mount.out,
-              path + ": 2 device positions (device=x,y,z,qw,qx,qy,qz in metres)\n"
-                     "  0=0,0,0,1,0,0,0\n"
-                     "  1=0.1,0,0.25,1,0,0,0\n");
+              path.string() + ": 2 device positions (device=x,y,z,qw,qx,qy,qz in metres)\n"
+                              "  0=0,0,0,1,0,0,0\n"
+                              "  1=0.1,0,0.25,1,0,0,0\n");
     EXPECT_TRUE(read("a.trajectory") == before);
     auto const json = nlohmann::json::parse(run({"mount", path, "--json"}).out);
-    EXPECT_EQ(json.at("file"), path);
+    EXPECT_EQ(json.at("file"), path.string());
     EXPECT_EQ(json.at("devices").size(), 2U);
     EXPECT_EQ(json.at("devices")[1].at("device"), 1);
     EXPECT_EQ(json.at("devices")[1].at("translation"), nlohmann::json::array({0.1, 0.0, 0.25}));
@@ -92,10 +92,11 @@ TEST_F(MountCommandTest, KeepsWhatFollowsTheStreamAndTheMode)
     auto const path = trajectory();
     std::ofstream(path, std::ios::binary | std::ios::app) << "what follows";
     std::filesystem::permissions(path, std::filesystem::perms(0640));
+    auto const mode = std::filesystem::status(path).permissions(); // Windows only knows "read-only"
     ASSERT_EQ(run({"mount", path, "--remove", "1"}).status, 0);
     EXPECT_THAT(read("a.trajectory"), testing::EndsWith("what follows"));
     EXPECT_EQ(readTrajectoryFile(path).bytesAfter, 12U);
-    EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0640));
+    EXPECT_EQ(std::filesystem::status(path).permissions(), mode);
 }
 
 TEST_F(MountCommandTest, NothingChangesOnFailure)

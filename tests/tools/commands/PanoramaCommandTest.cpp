@@ -30,10 +30,10 @@ cv::Mat makePicture(int rows, int columns, int type = CV_8UC3)
 class PanoramaCommandTest : public ToolFixture
 {
 protected:
-    std::string writePicture(std::string const& name, cv::Mat const& picture) const
+    support::TestPath writePicture(std::string const& name, cv::Mat const& picture) const
     {
         EXPECT_TRUE(cv::imwrite(file(name).string(), picture));
-        return file(name).string();
+        return file(name);
     }
 
     [[nodiscard]] cv::Mat picture(std::string const& name) const

@@ -1,3 +1,4 @@
+#include "tests/support/SharedData.h"
 #include "tests/tools/support/ToolFixture.h"
 #include "tools/io/PoseTextFormats.h"
 #include "tools/io/RecordingFile.h"
@@ -26,14 +27,14 @@ class SampleCommandTest : public ToolFixture
 {
 protected:
     /// A body that goes from x = 0 to x = 10 between 100 s and 110 s.
-    [[nodiscard]] std::string trajectory() const
+    [[nodiscard]] support::TestPath trajectory() const
     {
         auto const poses = write("poses.txt", "100 0 0 0 0 0 0 1\n110 10 0 0 0 0 0 1\n");
         EXPECT_EQ(
             run({"import", "--format", "tum", "--mount", "1=0,2,0,1,0,0,0", poses, file("a.trajectory")})
                 .status,
             0);
-        return file("a.trajectory").string();
+        return file("a.trajectory");
     }
 };
 
@@ -155,8 +156,7 @@ TEST_F(SampleCommandTest, WrongValuesAreRefused)
 
 TEST_F(SampleCommandTest, PosesOfARealRecordingAreThoseOfTheTrajectory)
 {
-    auto const tum =
-        std::filesystem::path(ROAMSCAN_SHARED_DATA_DIR) / "trajectories/fr2_desk_groundtruth.txt";
+    auto const tum = support::sharedData("trajectories/fr2_desk_groundtruth.txt");
     if (!std::filesystem::exists(tum)) {
         GTEST_SKIP() << "missing: " << tum;
     }

@@ -36,7 +36,8 @@ protected:
         return data;
     }
 
-    [[nodiscard]] std::string save(TrajectoryData const& data, std::string const& name = "a.trajectory") const
+    [[nodiscard]] support::TestPath save(TrajectoryData const& data,
+                                         std::string const& name = "a.trajectory") const
     {
         std::ofstream stream(file(name), std::ios::binary);
         writeTrajectory(data, stream, name);
@@ -68,8 +69,8 @@ TEST_F(StillCommandTest, PrintsJson)
         {"still", "--trajectory", name, "--min-seconds", "2", "--speed", "0.25", "--rate", "1.5", "--json"});
     EXPECT_EQ(still.status, 0) << still.err;
     EXPECT_EQ(nlohmann::ordered_json::parse(still.out).dump(),
-              R"({"file":")" + name +
-                  R"(","speed":0.25,"rate":1.5,"minSeconds":2.0,"window":1.0,"poses":97,"unusableNodes":0,)"
+              R"({"file":)" + support::quoted(name) +
+                  R"(,"speed":0.25,"rate":1.5,"minSeconds":2.0,"window":1.0,"poses":97,"unusableNodes":0,)"
                   R"("gaps":0,"largestGap":0.0,"measured":12.0,)"
                   R"("stretches":[{"start":10.0,"end":13.75,"duration":3.75,)"
                   R"("startTicks":1000000000,"endTicks":1375000000}],"total":3.75})");

@@ -1,5 +1,6 @@
 #include "tools/io/FileKind.h"
 
+#include "tests/support/SharedData.h"
 #include "tests/tools/support/ToolFixture.h"
 #include "tools/io/RecordingFile.h"
 
@@ -94,7 +95,7 @@ TEST_F(FileKindTest, AStreamReaderSaysWhatItFoundInstead)
 
 TEST_F(FileKindTest, CloudsOfOtherProgramsAreRecognised)
 {
-    std::filesystem::path const folder = std::filesystem::path(ROAMSCAN_SHARED_DATA_DIR) / "clouds";
+    std::filesystem::path const folder = support::sharedData("clouds");
     if (!std::filesystem::exists(folder)) {
         GTEST_SKIP() << "missing: " << folder;
     }

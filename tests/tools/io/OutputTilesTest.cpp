@@ -1,5 +1,6 @@
 #include "tools/io/OutputTiles.h"
 
+#include "tests/support/Links.h"
 #include "tests/tools/support/ToolFixture.h"
 #include "tools/io/Pictures.h"
 
@@ -216,7 +217,7 @@ TEST_F(OutputTilesTest, RefusesANameWithoutTheExtensionOfAPictureFormat)
 TEST_F(OutputTilesTest, RefusesAMissingParentFolder)
 {
     EXPECT_THAT(failureOf([&] { OutputTiles const output(file("no/such/pano.png")); }),
-                HasSubstr("no/such/pano: cannot be created"));
+                HasSubstr(file("no/such/pano").string() + ": cannot be created"));
 }
 
 TEST_F(OutputTilesTest, OnlyTheLastExtensionIsCutOff)
@@ -229,7 +230,9 @@ TEST_F(OutputTilesTest, ALinkToAFolderOfTilesStaysALink)
 {
     commitPicture(2001, 7);
     fs::rename(file("pano"), file("real"));
-    fs::create_directory_symlink(file("real"), file("pano"));
+    if (!support::makeLink(file("real"), file("pano"))) {
+        GTEST_SKIP() << "no links can be made";
+    }
     commitPicture(3, 8);
     EXPECT_EQ(names(), (Names{"pano", "real"}));
     EXPECT_TRUE(fs::is_symlink(file("pano")));

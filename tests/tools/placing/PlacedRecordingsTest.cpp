@@ -1,6 +1,7 @@
 /// @file
 /// Points along recorded trajectories at map coordinates, compared with an independent computation in numpy.
 
+#include "tests/support/SharedData.h"
 #include "tests/tools/support/ToolFixture.h"
 
 #include <gtest/gtest.h>
@@ -47,7 +48,7 @@ protected:
 
     void compare(std::string const& recording, std::string const& format) const
     {
-        auto const poses = std::filesystem::path(ROAMSCAN_SHARED_DATA_DIR) / "trajectories" / recording;
+        auto const poses = support::sharedData("trajectories/" + recording);
         if (!std::filesystem::exists(poses)) {
             GTEST_SKIP() << "there is no recording " << poses;
         }

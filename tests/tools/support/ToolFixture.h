@@ -4,6 +4,7 @@
 #include "tools/CommandLine.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cstddef>
@@ -52,9 +53,9 @@ private:
 class ToolFixture : public testing::Test
 {
 protected:
-    [[nodiscard]] std::filesystem::path file(std::string const& name) const { return folder_.file(name); }
+    [[nodiscard]] TestPath file(std::string const& name) const { return folder_.file(name); }
 
-    std::filesystem::path write(std::string const& name, std::string const& bytes) const
+    TestPath write(std::string const& name, std::string const& bytes) const
     {
         return folder_.write(name, bytes);
     }
@@ -108,6 +109,12 @@ std::string failureOf(Action&& action)
         return failure.what();
     }
     return {};
+}
+
+/// A text in quotes, as JSON writes it.
+inline std::string quoted(std::string const& text)
+{
+    return nlohmann::json(text).dump();
 }
 
 /// How many lines the text has.
