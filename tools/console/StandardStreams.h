@@ -1,11 +1,13 @@
 #pragma once
 
+#include <memory>
+
 namespace oV::Roamscan::tool
 {
 
 /// While an object of this class exists, the standard streams carry bytes as they are, and a console shows
-/// them as UTF-8. That is so on all systems but Windows, where the streams translate the ends of lines, and a
-/// console has a code page, which is restored afterwards.
+/// the UTF-8 text of std::cout and std::cerr. That is so on all systems but Windows, where the streams
+/// translate the ends of lines, and a console takes text in a code page or in UTF-16.
 class StandardStreams
 {
 public:
@@ -15,7 +17,9 @@ public:
     ~StandardStreams();
 
 private:
-    unsigned int codePage_ = 0;
+    struct Redirected;
+    std::unique_ptr<Redirected> out_; // nullptr unless the stream goes to a console of Windows
+    std::unique_ptr<Redirected> err_;
 };
 
 } // namespace oV::Roamscan::tool
