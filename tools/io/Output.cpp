@@ -7,7 +7,6 @@
 #include <random>
 #include <string>
 #include <system_error>
-#include <utility>
 #include <vector>
 
 #if !defined(_WIN32)
@@ -70,8 +69,8 @@ bool isReadOnly(fs::path const& target)
 
 } // namespace
 
-Output::Output(fs::path const& target, Temporary::Kind kind, std::string extension)
-    : target_(withoutLinks(target)), temporary_(temporaryBeside(target_), kind, std::move(extension))
+Output::Output(fs::path const& target, Temporary::Kind kind, std::string const& extension)
+    : target_(withoutLinks(target)), temporary_(temporaryBeside(target_), kind, extension)
 {
     if (!isStandardStream(target) && isReadOnly(target_)) {
         throw fileError(target, "is read-only and is not replaced; make it writable, or give another name");

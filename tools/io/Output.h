@@ -36,7 +36,7 @@ protected:
     /// @throws ToolError if the target is read-only, or a link that cannot be followed
     explicit Output(std::filesystem::path const& target,
                     Temporary::Kind kind = Temporary::Kind::File,
-                    std::string extension = {});
+                    std::string const& extension = {});
 
     [[nodiscard]] std::filesystem::path const& temporary() const { return temporary_.path(); }
 

@@ -1,5 +1,7 @@
 #include "tools/io/RemovableFile.h"
 
+#include <utility>
+
 #if defined(_WIN32)
 #include <fcntl.h>
 #include <io.h>

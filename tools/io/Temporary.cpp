@@ -5,7 +5,6 @@
 #include <charconv>
 #include <cstddef>
 #include <random>
-#include <string_view>
 #include <system_error>
 #include <utility>
 
